@@ -1,0 +1,59 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# How every target of this tree is built: language level, warnings, sanitizers, compiler cache.
+include(GNUInstallDirs)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Programming errors (a block above SIGNAL_MAX_SIZE, a missing owner) stop the program in every
+# build, so assert() stays on: no NDEBUG.
+set(CMAKE_CXX_FLAGS_RELEASE "-O3")
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+set(ZEPHRIN_SANITIZE "" CACHE STRING "Sanitizers for -fsanitize=, for example address,undefined")
+if(ZEPHRIN_SANITIZE)
+    add_compile_options(-fsanitize=${ZEPHRIN_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZEPHRIN_SANITIZE})
+endif()
+
+add_library(zephrin_warnings INTERFACE)
+target_compile_options(zephrin_warnings INTERFACE -Wall -Wextra -Werror)
+
+# zephrin_library(<name> [STATIC|SHARED] SOURCES ... [LIBS public libraries ...])
+# Headers are found from libs/, as in "DspCore/filters/FastFir.h".
+function(zephrin_library name)
+    cmake_parse_arguments(ARG "SHARED" "" "SOURCES;LIBS" ${ARGN})
+    if(ARG_SHARED)
+        add_library(${name} SHARED ${ARG_SOURCES})
+    else()
+        add_library(${name} STATIC ${ARG_SOURCES})
+    endif()
+    target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/libs")
+    target_link_libraries(${name} PUBLIC ${ARG_LIBS} PRIVATE zephrin_warnings)
+endfunction()
+
+# zephrin_test(<name> SOURCES ... LIBS ...): one test program of a folder, run with a Qt core
+# application around it so that timers, threads and queued signals work.
+function(zephrin_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+    add_executable(test_${name} ${ARG_SOURCES})
+    target_link_libraries(test_${name} PRIVATE test_support ${ARG_LIBS} zephrin_warnings)
+    add_test(NAME ${name} COMMAND test_${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# zephrin_bench(<name> SOURCES ... LIBS ...): one benchmark program of a folder.
+function(zephrin_bench name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+    add_executable(bench_${name} ${ARG_SOURCES})
+    target_include_directories(bench_${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    target_link_libraries(bench_${name} PRIVATE ${ARG_LIBS} benchmark::benchmark_main
+                                                zephrin_warnings)
+endfunction()
