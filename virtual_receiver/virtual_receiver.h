@@ -16,7 +16,9 @@ extern "C" {
 enum vr_pace {
     VR_PACE_REAL_TIME = 0, ///< at the commanded sample rate, by the monotonic clock
     VR_PACE_FREE = 1, ///< as fast as it is read
-    VR_PACE_CREDIT = 2, ///< as fast as it is read, while samples granted by vr_add_credit() last
+    /// As fast as it is read, while samples granted by vr_add_credit() last. A read that they cannot
+    /// fill returns nothing after its timeout and loses nothing.
+    VR_PACE_CREDIT = 2,
 };
 
 /// What the device holds and has done since vr_reset().
@@ -37,6 +39,7 @@ struct vr_status {
     std::uint64_t fifo_overruns; ///< real time only: frames lost as nobody read in time
     std::uint64_t clipped_samples; ///< samples limited at full scale
     int scene_ended; ///< 1 once a scene that does not repeat has been sent whole
+    std::uint64_t reads; ///< calls of FT_Read, which vr_get_calls() leaves out
 };
 
 /// Back to one attached device with the built-in scene, real-time pace, an in-memory EEPROM with
@@ -58,6 +61,9 @@ int vr_scene_band(const char *path);
 /// Samples from memory, interleaved I, Q; copied. repeat 1 starts again at the end.
 int vr_scene_samples(const double *iq, std::size_t samples, double rate_hz, double frequency_hz,
                      int repeat);
+
+/// Radio frequency of the middle of the scene in hertz, 0 if it follows the device's tuning.
+double vr_scene_frequency(void);
 
 /// Length of a finite scene in seconds, 0 if it never ends.
 double vr_scene_seconds(void);
@@ -83,6 +89,10 @@ int vr_fault(const char *spec);
 /// but FT_Close, and stays dead after the device is back.
 void vr_set_plugged(int plugged);
 
+/// Other USB chips in the list before the receiver, so that it is not at index 0. They have another
+/// product name and are always in use by someone else.
+void vr_set_foreign_devices(unsigned count);
+
 /// A consistent copy of the device's state.
 void vr_get_status(struct vr_status *status);
 
@@ -91,7 +101,8 @@ void vr_get_status(struct vr_status *status);
 std::size_t vr_get_commands(std::uint8_t *bytes, std::size_t capacity);
 
 /// The FT_ calls made so far as text, one per line ("FT_SetBitMode(255, 64)"), for checks of their
-/// order; valid until the next call of this function.
+/// order. Arguments are the numbers, without handle and pointers; FT_Read is not listed but counted
+/// in the status. Valid until the next call of this function on the same thread.
 const char *vr_get_calls(void);
 
 /// Reason of the last failure on this thread.

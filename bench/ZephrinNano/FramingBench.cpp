@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Control/driver/HardwareZephrinNANO.h"
+#include "Dsp/ZephrinMDSP.h"
+#include "ZephrinNano/Control/driver/FrameStream.h"
+#include "support/TestHost.h"
+
+#include <benchmark/benchmark.h>
+#include <random>
+
+// Bytes are those of the read windows. Real time at the highest rate: 18.7e6 bytes/s.
+namespace
+{
+// What the bytes of the samples are: a loud band, or a quiet one, whose upper bytes are 0, 1 or -1
+// and so look like parts of a marker more often.
+enum Content { Loud, Quiet };
+
+std::vector<int8_t> window(std::size_t bytes, Content content)
+{
+    auto block = test::frames(bytes / test::kFrame);
+    std::mt19937 random(1);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        if (i % test::kFrame >= 8)
+            block[i] = content == Loud ? int8_t(random()) : int8_t(int(random() % 3) - 1);
+    }
+    return block;
+}
+
+void BM_FindHeaders(benchmark::State &state)
+{
+    const auto block = window(std::size_t(state.range(0)), Content(state.range(1)));
+    test::TestBridge bridge;
+    HardwareZephrinNANO driver(std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, nullptr));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(driver.findHeaders(block));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+// The reader's work on one window but the hand-over: the engine is stopped and takes nothing.
+void BM_Framing(benchmark::State &state)
+{
+    const auto source = window(std::size_t(state.range(0)), Content(state.range(1)));
+    auto block = source;
+    test::TestBridge bridge;
+    HardwareZephrinNANO driver(std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, nullptr));
+    driver.setPreampCoeff(3.0);
+    for (auto _ : state) {
+        std::copy(source.begin(), source.end(), block.begin());
+        benchmark::DoNotOptimize(driver.extractIQ(block, driver.findHeaders(block)));
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void sizes(benchmark::internal::Benchmark *bench)
+{
+    for (const int bytes : {4096, 8192, 16384, 32768}) {
+        for (const int content : {Loud, Quiet})
+            bench->Args({bytes, content});
+    }
+}
+BENCHMARK(BM_FindHeaders)->Apply(sizes);
+BENCHMARK(BM_Framing)->Apply(sizes);
+} // namespace

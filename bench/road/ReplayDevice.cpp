@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "road/ReplayDevice.h"
+
+#include "d2xx/ftd2xx.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <thread>
+
+namespace
+{
+constexpr std::size_t kFrameBytes = 512;
+constexpr std::size_t kHeaderBytes = 8;
+constexpr std::size_t kFrameSamples = 84;
+constexpr double kFullScale = 8388607.0; // 24 bits
+constexpr auto kReadTimeout = std::chrono::milliseconds(200);
+constexpr auto kPoll = std::chrono::microseconds(100);
+
+std::vector<std::uint8_t> stream;
+std::size_t position = 0;              // reading thread only
+std::atomic<std::uint64_t> granted{0}; // bytes
+std::uint64_t sent = 0;                // bytes, reading thread only
+std::atomic<double> spent{0.0};
+int handleTarget = 0;
+
+void putComponent(std::uint8_t *out, double value)
+{
+    const auto code =
+        static_cast<std::int32_t>(std::lround(std::clamp(value, -1.0, 1.0) * kFullScale));
+    out[0] = static_cast<std::uint8_t>(code);
+    out[1] = static_cast<std::uint8_t>(code >> 8);
+    out[2] = static_cast<std::uint8_t>(code >> 16);
+}
+
+double threadSeconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+std::size_t waitForGrant(std::size_t wanted)
+{
+    const auto deadline = std::chrono::steady_clock::now() + kReadTimeout;
+    while (granted - sent < wanted && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(kPoll);
+    return std::min<std::size_t>(wanted, granted - sent);
+}
+
+void copyOut(std::uint8_t *out, std::size_t bytes)
+{
+    while (bytes > 0) {
+        const std::size_t run = std::min(bytes, stream.size() - position);
+        std::memcpy(out, stream.data() + position, run);
+        position = (position + run) % stream.size();
+        out += run;
+        bytes -= run;
+    }
+}
+} // namespace
+
+namespace replay
+{
+void load(const std::vector<COMPLEX> &samples)
+{
+    std::vector<std::uint8_t> frames(samples.size() / kFrameSamples * kFrameBytes);
+    for (std::size_t i = 0; i < frames.size() / kFrameBytes * kFrameSamples; ++i) {
+        std::uint8_t *frame = frames.data() + i / kFrameSamples * kFrameBytes;
+        if (i % kFrameSamples == 0)
+            std::memcpy(frame, "\x55\x55\x55\x55\x01\x00\xff\x1f", kHeaderBytes);
+        std::uint8_t *sample = frame + kHeaderBytes + i % kFrameSamples * 6;
+        putComponent(sample, samples[i].re);
+        putComponent(sample + 3, samples[i].im);
+    }
+    loadFrames(std::move(frames));
+}
+
+void loadFrames(std::vector<std::uint8_t> frames)
+{
+    stream = std::move(frames);
+    position = 0;
+    sent = 0;
+    granted = 0;
+    spent = 0.0;
+}
+
+void grant(std::uint64_t samples)
+{
+    granted += samples * kFrameBytes / kFrameSamples;
+}
+
+double deviceSeconds()
+{
+    return spent;
+}
+} // namespace replay
+
+FT_STATUS FT_ListDevices(PVOID count, PVOID, DWORD)
+{
+    *static_cast<DWORD *>(count) = 1;
+    return FT_OK;
+}
+FT_STATUS FT_Open(int, FT_HANDLE *handle)
+{
+    *handle = &handleTarget;
+    return FT_OK;
+}
+FT_STATUS FT_Close(FT_HANDLE)
+{
+    return FT_OK;
+}
+FT_STATUS FT_ResetDevice(FT_HANDLE)
+{
+    return FT_OK;
+}
+FT_STATUS FT_SetBitMode(FT_HANDLE, UCHAR, UCHAR)
+{
+    return FT_OK;
+}
+FT_STATUS FT_SetLatencyTimer(FT_HANDLE, UCHAR)
+{
+    return FT_OK;
+}
+FT_STATUS FT_SetUSBParameters(FT_HANDLE, ULONG, ULONG)
+{
+    return FT_OK;
+}
+FT_STATUS FT_SetFlowControl(FT_HANDLE, USHORT, UCHAR, UCHAR)
+{
+    return FT_OK;
+}
+FT_STATUS FT_SetTimeouts(FT_HANDLE, ULONG, ULONG)
+{
+    return FT_OK;
+}
+FT_STATUS FT_Purge(FT_HANDLE, ULONG)
+{
+    return FT_OK;
+}
+FT_STATUS FT_EE_UASize(FT_HANDLE, LPDWORD)
+{
+    return FT_EEPROM_NOT_PRESENT;
+}
+FT_STATUS FT_EE_UARead(FT_HANDLE, PUCHAR, DWORD, LPDWORD)
+{
+    return FT_EEPROM_NOT_PRESENT;
+}
+FT_STATUS FT_EE_UAWrite(FT_HANDLE, PUCHAR, DWORD)
+{
+    return FT_EEPROM_NOT_PRESENT;
+}
+
+FT_STATUS FT_Write(FT_HANDLE, LPVOID, DWORD bytes, LPDWORD written)
+{
+    *written = bytes;
+    return FT_OK;
+}
+
+FT_STATUS FT_Read(FT_HANDLE, LPVOID buffer, DWORD bytes, LPDWORD received)
+{
+    const double start = threadSeconds();
+    const std::size_t ready = waitForGrant(bytes);
+    copyOut(static_cast<std::uint8_t *>(buffer), ready);
+    sent += ready;
+    *received = static_cast<DWORD>(ready);
+    spent = spent + (threadSeconds() - start);
+    return FT_OK;
+}

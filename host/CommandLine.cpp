@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLine.h"
+
+#include "DeviceRates.h"
+#include "Numbers.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cmath>
+
+namespace host
+{
+namespace
+{
+// What the receiver says of itself: one band from 0 to 800 MHz.
+constexpr double kHighestFrequencyHz = 800e6;
+
+// A day; a longer run is a slip of the finger.
+constexpr double kLongestRunSeconds = 86400.0;
+
+const QStringList kSceneFormats = {"wav", "f64", "f32", "s16", "u8"};
+
+[[noreturn]] void refuse(const QString &text)
+{
+    throw UsageError{text};
+}
+
+/// Declares the options and turns their texts into settings, checking one after the other.
+class Reader
+{
+public:
+    explicit Reader(const QStringList &arguments)
+    {
+        m_parser.setApplicationDescription(
+            "Receives a station of the virtual receiver's band and writes what a sound card would "
+            "have played.\nFrequencies may be written as 14074000, 14.074M, 7.1e6 or 192k.");
+        declare();
+        if (!m_parser.parse(arguments))
+            refuse(m_parser.errorText().simplified().chopped(1));
+        if (!m_parser.positionalArguments().isEmpty())
+            refuse("unexpected argument '" + m_parser.positionalArguments().first() + "'");
+    }
+
+    bool isSet(const char *option) const { return m_parser.isSet(option); }
+    QString helpText() const { return m_parser.helpText(); }
+
+    HostSettings settings()
+    {
+        if (!isSet("headless"))
+            refuse("there is no window; add --headless");
+        readScene();
+        readTuning();
+        readFilter();
+        readRun();
+        return m_settings;
+    }
+
+private:
+    void declare()
+    {
+        m_parser.addOptions({
+            {"headless", "Run without a window (the only way so far)."},
+            {"scene", "IQ recording or band description (.band); default: the built-in band.",
+                "FILE"},
+            {"scene-format", "wav, f64, f32, s16 or u8; default: by the file's name.", "FORMAT"},
+            {"scene-rate", "Sample rate of a raw recording.", "HZ"},
+            {"scene-frequency", "Radio frequency of the recording's 0 Hz.", "HZ"},
+            {"rate", "Sample rate of the receiver: " + deviceRateNames() + ". Default 192k.", "HZ"},
+            {"center",
+                "Frequency of the receiver; default: --scene-frequency or 7.1M, or else --tune.",
+                "HZ"},
+            {"tune", "Frequency to listen to; default: the centre.", "HZ"},
+            {"mode", modeNames() + ". Default USB.", "MODE"},
+            {"filter", "Band filter relative to --tune, as 300:2700 (USB) or -2700:-300 (LSB).",
+                "LOW:HIGH"},
+            {"seconds", "Seconds of IQ; default: the whole scene, 10 for an endless one.", "S"},
+            {"free-run",
+                "As fast as possible, without losing a sample; gives the same file each time."},
+            {"out", "Audio file to write: 48 kHz, stereo, 32-bit float.", "FILE.wav"},
+            {"report", "Report to write.", "FILE.json"},
+            {"eeprom", "File that holds the receiver's EEPROM.", "FILE"},
+            {"fault", "Faults to produce, for example lost-byte@1000.", "SPEC"},
+            {"help", "Show this text."},
+            {"version", "Show the version."},
+        });
+    }
+
+    double number(const char *option, double fallback) const
+    {
+        if (!isSet(option))
+            return fallback;
+        const auto value = parseNumber(m_parser.value(option));
+        if (!value)
+            refuse(QString("--%1: '%2' is not a number").arg(option, m_parser.value(option)));
+        return *value;
+    }
+
+    double numberIn(const char *option, double fallback, double lowest, double highest) const
+    {
+        const double value = number(option, fallback);
+        if (value < lowest || value > highest)
+            refuse(QString("--%1: %2 is outside %3 to %4")
+                       .arg(option, m_parser.value(option), formatNumber(lowest),
+                           formatNumber(highest)));
+        return value;
+    }
+
+    void readScene()
+    {
+        m_settings.sceneFile = m_parser.value("scene");
+        m_settings.sceneFormat = m_parser.value("scene-format");
+        if (isSet("scene") && m_settings.sceneFile.isEmpty())
+            refuse("--scene: no file given");
+        if (isSet("scene-format") && !kSceneFormats.contains(m_settings.sceneFormat))
+            refuse(QString("--scene-format: '%1' is none of %2")
+                       .arg(m_settings.sceneFormat, kSceneFormats.join(", ")));
+        for (const char *option : {"scene-format", "scene-rate", "scene-frequency"})
+            if (isSet(option) && !isSet("scene"))
+                refuse(QString("--%1 needs --scene").arg(option));
+        m_settings.sceneRateHz =
+            numberIn("scene-rate", 0.0, isSet("scene-rate") ? 1.0 : 0.0, 100e6);
+        m_settings.sceneFrequencyHz = numberIn("scene-frequency", 0.0, 0.0, kHighestFrequencyHz);
+    }
+
+    void readTuning()
+    {
+        m_settings.deviceRateHz = readRate();
+        m_settings.centerHz = numberIn("center", defaultCenter(), 0.0, kHighestFrequencyHz);
+        m_settings.tuneHz = numberIn("tune", m_settings.centerHz, 0.0, kHighestFrequencyHz);
+        const double half = m_settings.deviceRateHz / 2.0;
+        if (std::abs(m_settings.tuneHz - m_settings.centerHz) > half)
+            refuse(QString("--tune: %1 is not within %2 of the centre %3")
+                       .arg(formatNumber(m_settings.tuneHz), formatNumber(half),
+                           formatNumber(m_settings.centerHz)));
+    }
+
+    /// Where the scene is, or the station if it is out of reach from there.
+    double defaultCenter() const
+    {
+        const double scene =
+            m_settings.sceneFrequencyHz > 0.0 ? m_settings.sceneFrequencyHz : m_settings.centerHz;
+        const double tune = number("tune", scene);
+        return std::abs(tune - scene) <= m_settings.deviceRateHz / 2.0 ? scene : tune;
+    }
+
+    int readRate() const
+    {
+        const double rate = number("rate", m_settings.deviceRateHz);
+        if (!isDeviceRate(rate))
+            refuse(
+                QString("--rate: %1 is none of %2").arg(m_parser.value("rate"), deviceRateNames()));
+        return int(rate);
+    }
+
+    void readFilter()
+    {
+        const QString name = isSet("mode") ? m_parser.value("mode") : m_settings.mode->name;
+        m_settings.mode = findMode(name);
+        if (!m_settings.mode)
+            refuse(QString("--mode: '%1' is none of %2").arg(name, modeNames()));
+        const auto &mode = *m_settings.mode;
+        m_settings.filterLowHz = mode.defaultLowHz;
+        m_settings.filterHighHz = mode.defaultHighHz;
+        if (!isSet("filter"))
+            return;
+        const QStringList edges = m_parser.value("filter").split(':');
+        const auto low = parseNumber(edges.first());
+        const auto high = parseNumber(edges.last());
+        if (edges.size() != 2 || !low || !high)
+            refuse(QString("--filter: '%1' is not LOW:HIGH").arg(m_parser.value("filter")));
+        if (*low >= *high || *low < mode.lowestHz || *high > mode.highestHz)
+            refuse(QString("--filter: %1 does not rise within %2:%3, the limits of %4")
+                       .arg(m_parser.value("filter"))
+                       .arg(mode.lowestHz)
+                       .arg(mode.highestHz)
+                       .arg(mode.name));
+        m_settings.filterLowHz = *low;
+        m_settings.filterHighHz = *high;
+    }
+
+    void readRun()
+    {
+        const double shortest = isSet("seconds") ? 1e-3 : 0.0;
+        m_settings.seconds = numberIn("seconds", 0.0, shortest, kLongestRunSeconds);
+        m_settings.freeRun = isSet("free-run");
+        m_settings.outFile = m_parser.value("out");
+        m_settings.reportFile = m_parser.value("report");
+        m_settings.eepromFile = m_parser.value("eeprom");
+        m_settings.fault = m_parser.value("fault");
+        for (const char *option : {"out", "report", "eeprom"})
+            if (isSet(option) && m_parser.value(option).isEmpty())
+                refuse(QString("--%1: no file given").arg(option));
+    }
+
+    QCommandLineParser m_parser;
+    HostSettings m_settings;
+};
+} // namespace
+
+std::variant<HostSettings, Information, UsageError> readCommandLine(const QStringList &arguments)
+{
+    try {
+        Reader reader(arguments);
+        if (reader.isSet("help"))
+            return Information{reader.helpText()};
+        if (reader.isSet("version"))
+            return Information{"velmora-host " + QCoreApplication::applicationVersion() + '\n'};
+        return reader.settings();
+    } catch (const UsageError &error) {
+        return error;
+    }
+}
+} // namespace host

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DeviceReads.h"
+
+#include "d2xx/ftd2xx.h"
+
+#include <ctime>
+#include <dlfcn.h>
+
+namespace host
+{
+namespace
+{
+std::uint64_t threadNanoseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::uint64_t(time.tv_sec) * 1'000'000'000u + std::uint64_t(time.tv_nsec);
+}
+} // namespace
+
+DeviceReads &DeviceReads::instance()
+{
+    static DeviceReads reads;
+    return reads;
+}
+} // namespace host
+
+// A definition in the program is found before that of any library, also by libraries.
+FT_STATUS FT_Read(FT_HANDLE handle, LPVOID buffer, DWORD bytesToRead, LPDWORD bytesReturned)
+{
+    static const auto library = reinterpret_cast<decltype(&FT_Read)>(dlsym(RTLD_NEXT, "FT_Read"));
+    auto &reads = host::DeviceReads::instance();
+    reads.thread.attach();
+    const std::uint64_t before = host::threadNanoseconds();
+    const FT_STATUS status = library(handle, buffer, bytesToRead, bytesReturned);
+    reads.nanoseconds.fetch_add(host::threadNanoseconds() - before, std::memory_order_relaxed);
+    if (status == FT_OK && *bytesReturned < bytesToRead)
+        reads.lostBytes.fetch_add(*bytesReturned, std::memory_order_relaxed);
+    return status;
+}

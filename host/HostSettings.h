@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ReceptionMode.h"
+
+#include <QString>
+
+namespace host
+{
+/// What a run of the listener is to do. Frequencies and rates in hertz.
+struct HostSettings
+{
+    QString sceneFile;             ///< empty: the band built into the virtual receiver
+    QString sceneFormat;           ///< empty: told by the file's name
+    double sceneRateHz = 0.0;      ///< 0: from the file's header
+    double sceneFrequencyHz = 0.0; ///< 0: from the file's header
+
+    int deviceRateHz = 192000; ///< one of the receiver's nine
+    double centerHz = 7.1e6;   ///< the receiver's frequency, 0 Hz of its IQ
+    double tuneHz = 7.1e6;     ///< the station's (VFO A)
+    const ReceptionMode *mode = findMode("USB");
+    double filterLowHz = 300.0; ///< relative to tuneHz
+    double filterHighHz = 2700.0;
+
+    double seconds = 0.0; ///< 0: a finite scene as long as it is, else kDefaultSeconds
+    bool freeRun = false; ///< as fast as the machine can instead of real time
+
+    QString outFile; ///< empty: audio is received and measured but not kept
+    QString reportFile;
+    QString eepromFile; ///< empty: an EEPROM in memory
+    QString fault;      ///< faults that the virtual receiver is to produce; empty: none
+
+    static constexpr double kDefaultSeconds = 10.0;
+};
+} // namespace host

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Measurement.h"
+
+#include "AudioFile.h"
+#include "Numbers.h"
+
+#include <QJsonArray>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace host
+{
+namespace
+{
+double ratio(double a, double b)
+{
+    return b > 0.0 ? a / b : 0.0;
+}
+
+QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
+{
+    return {
+        {"scene", m.scene},
+        {"rate_hz", settings.deviceRateHz},
+        {"center_hz", settings.centerHz},
+        {"tune_hz", settings.tuneHz},
+        {"mode", settings.mode->name},
+        {"filter_hz", QJsonArray{settings.filterLowHz, settings.filterHighHz}},
+        {"free_run", settings.freeRun},
+    };
+}
+
+QJsonObject iqJson(const HostSettings &settings, const Measurement &m)
+{
+    return {
+        {"samples_sent", double(m.samplesSent)},
+        {"samples_processed", double(m.samplesProcessed)},
+        {"seconds", m.iqSeconds(settings)},
+        {"dropped_blocks", double(m.blocksDropped)},
+        {"dropped_samples", double(m.samplesDropped)},
+        {"short_reads", double(m.shortReads)},
+        {"short_read_samples", double(m.samplesLostInShortReads)},
+        {"fifo_overruns", double(m.fifoOverruns)},
+        {"clipped_samples", double(m.clippedSamples)},
+        {"input_rms_dbfs", m.inputRmsDbfs},
+        {"input_peak_dbfs", m.inputPeakDbfs},
+        {"channel_dbm", m.channelDbm},
+    };
+}
+
+QJsonObject audioJson(const HostSettings &settings, const Measurement &m)
+{
+    return {
+        {"file", settings.outFile},
+        {"rate_hz", AudioFile::kRateHz},
+        {"frames", double(m.audioFrames)},
+        {"seconds", double(m.audioFrames) / AudioFile::kRateHz},
+        {"short_blocks", double(m.shortBlocks)},
+        {"lost_frames", double(m.audioFramesLost)},
+        {"rms_dbfs", m.audioRmsDbfs},
+        {"peak_dbfs", m.audioPeakDbfs},
+    };
+}
+
+QJsonObject timeJson(const HostSettings &settings, const Measurement &m)
+{
+    const double seconds = m.iqSeconds(settings);
+    const auto load = [seconds](double cpu) { return ratio(cpu, seconds); };
+    const CpuTimes &cpu = m.cpu;
+    const double named = cpu.reader + cpu.device + cpu.engine + cpu.sound + cpu.main;
+    return {
+        {"wall_seconds", m.wallSeconds},
+        {"real_time_factor", ratio(seconds, m.wallSeconds)},
+        {"cpu_seconds_per_iq_second",
+            QJsonObject{
+                {"reader", load(cpu.reader)},
+                {"virtual_receiver", load(cpu.device)},
+                {"engine", load(cpu.engine)},
+                {"sound", load(cpu.sound)},
+                {"main", load(cpu.main)},
+                {"other", load(std::max(0.0, cpu.process - named))},
+                {"all", load(cpu.process)},
+            }},
+    };
+}
+} // namespace
+
+CpuTimes CpuTimes::operator-(const CpuTimes &start) const
+{
+    return {reader - start.reader, device - start.device, engine - start.engine,
+        sound - start.sound, main - start.main, process - start.process};
+}
+
+double Measurement::iqSeconds(const HostSettings &settings) const
+{
+    return double(samplesProcessed) / settings.deviceRateHz;
+}
+
+QJsonObject toJson(const HostSettings &settings, const Measurement &measurement)
+{
+    return {
+        {"settings", settingsJson(settings, measurement)},
+        {"ending", measurement.ending},
+        {"iq", iqJson(settings, measurement)},
+        {"audio", audioJson(settings, measurement)},
+        {"time", timeJson(settings, measurement)},
+    };
+}
+
+QString toText(const HostSettings &settings, const Measurement &m)
+{
+    const double seconds = m.iqSeconds(settings);
+    const auto load = [seconds](double cpu) {
+        return QString::number(100.0 * ratio(cpu, seconds), 'f', 1) + " %";
+    };
+    const QStringList lines = {
+        QString("Received  %1 Hz %2, filter %3:%4 Hz, from %5 (%6 at %7 Hz): %8")
+            .arg(formatNumber(settings.tuneHz), settings.mode->name,
+                formatNumber(settings.filterLowHz), formatNumber(settings.filterHighHz), m.scene,
+                formatNumber(settings.deviceRateHz), formatNumber(settings.centerHz), m.ending),
+        QString(
+            "Input     %1 s of IQ, rms %2 dBFS, peak %3 dBFS; %4 blocks dropped, %5 short reads")
+            .arg(seconds, 0, 'f', 2)
+            .arg(m.inputRmsDbfs, 0, 'f', 1)
+            .arg(m.inputPeakDbfs, 0, 'f', 1)
+            .arg(m.blocksDropped)
+            .arg(m.shortReads),
+        QString("Audio     %1 s, rms %2 dBFS, peak %3 dBFS; %4 short blocks")
+            .arg(double(m.audioFrames) / AudioFile::kRateHz, 0, 'f', 2)
+            .arg(m.audioRmsDbfs, 0, 'f', 1)
+            .arg(m.audioPeakDbfs, 0, 'f', 1)
+            .arg(m.shortBlocks),
+        QString("Time      %1 s, %2 times real time; of a processor at real time: engine %3, "
+                "reader %4, virtual receiver %5, all %6")
+            .arg(m.wallSeconds, 0, 'f', 2)
+            .arg(ratio(seconds, m.wallSeconds), 0, 'f', 1)
+            .arg(load(m.cpu.engine), load(m.cpu.reader), load(m.cpu.device), load(m.cpu.process)),
+    };
+    return lines.join('\n') + '\n';
+}
+} // namespace host

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/audio/Equalizer18.h"
+
+#include <algorithm>
+
+namespace DspCore
+{
+namespace
+{
+constexpr double kQuality = 2.0;
+
+// Half-octave centres in hertz.
+constexpr std::array<double, Equalizer18::kBands> kCentres = {31, 63, 87, 125, 175, 250, 350, 500,
+    700, 1000, 1400, 2000, 2800, 4000, 5600, 8000, 11200, 16000};
+
+Biquad::Type type(std::size_t band)
+{
+    if (band == 0)
+        return Biquad::Type::LowShelf;
+    return band + 1 == kCentres.size() ? Biquad::Type::HighShelf : Biquad::Type::Peak;
+}
+} // namespace
+
+Equalizer18::Equalizer18()
+{
+    for (Biquad &filter : mFilters)
+        filter.setEnable(true);
+    design();
+}
+
+void Equalizer18::design()
+{
+    for (std::size_t band = 0; band < mFilters.size(); ++band) {
+        const double gainDb = mEnable ? mGains[band] : 0.0;
+        mFilters[band].init(type(band), kCentres[band] / mSampleRate, kQuality, gainDb);
+    }
+}
+
+void Equalizer18::clear()
+{
+    for (Biquad &filter : mFilters)
+        filter.clear();
+}
+
+void Equalizer18::setEnable(bool enable)
+{
+    if (enable == mEnable)
+        return;
+    mEnable = enable;
+    design();
+}
+
+bool Equalizer18::init(const QVector<int> &gains)
+{
+    if (gains.size() != kBands)
+        return false;
+    std::copy(gains.begin(), gains.end(), mGains.begin());
+    if (mEnable)
+        design();
+    return true;
+}
+
+void Equalizer18::setSampleRate(double rate)
+{
+    mSampleRate = rate;
+    if (mEnable)
+        design();
+}
+
+bool Equalizer18::process(COMPLEX *buffer, unsigned int length)
+{
+    for (Biquad &filter : mFilters)
+        filter.process2(buffer, static_cast<int>(length));
+    return true;
+}
+} // namespace DspCore

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/types.h"
+
+namespace DspCore
+{
+/// Levels of a block: of the real and the imaginary part apart, in dB of full scale, and of the
+/// whole, smoothed over blocks, in dBm.
+///
+/// A silent block reads minus infinity, and the smoothed level then stays there, as the arithmetic
+/// gives. Not thread-safe; the owner serialises.
+class RxMeter
+{
+public:
+    /// Any length; nothing for a null buffer or a length below 1. The block is only read. Allocates
+    /// nothing.
+    void process(const COMPLEX *buffer, int length);
+
+    /// Mean power of one part over the last block, 10 log10, dB.
+    double adcRe() const { return mAdcRe; }
+    double adcIm() const { return mAdcIm; }
+
+    /// Mean power less 10 dB, smoothed by 0.95 and 0.05 per block.
+    double dbm() const { return mDbm; }
+
+private:
+    double mAdcRe = -120.0;
+    double mAdcIm = -120.0;
+    double mDbm = -120.0;
+};
+} // namespace DspCore

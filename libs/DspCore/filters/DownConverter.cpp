@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/DownConverter.h"
+
+#include "vm_library/source/log/Log.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace DspCore
+{
+namespace
+{
+constexpr double kNyquist = 0.5; // cycles per sample
+
+double limited(double frequency)
+{
+    return std::clamp(frequency, -kNyquist, kNyquist);
+}
+} // namespace
+
+void DownConverter::setOsc(double frequency)
+{
+    mOsc = limited(-frequency);
+}
+
+void DownConverter::setRit(double frequency)
+{
+    mRit = limited(-frequency);
+}
+
+void DownConverter::process(COMPLEX *buffer, int length)
+{
+    if (buffer == nullptr || length < 1) {
+        vm::log::warning(Q_FUNC_INFO, " (", buffer, ",", length, "): Incorrect input parameters!");
+        return;
+    }
+    assert(length <= SIGNAL_MAX_SIZE);
+
+    // The tone generator takes 0..1.
+    double frequency = limited(mOsc + mRit);
+    if (frequency < 0.0)
+        frequency += 1.0;
+    mStatus =
+        ippsTone_Direct_64fc(mTone.data(), length, 1.0, frequency, &mPhase, ippAlgHintAccurate);
+    if (mStatus == ippStsNoErr)
+        mStatus = ippsMul_64fc_I(mTone.data(), buffer, length);
+    if (mStatus != ippStsNoErr)
+        vm::log::warning(Q_FUNC_INFO, __LINE__, ": ", ippGetStatusString(mStatus));
+}
+} // namespace DspCore

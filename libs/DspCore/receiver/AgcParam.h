@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+namespace DspCore
+{
+/// Time constants of the gain control as one change, so that they take effect together.
+struct AgcParam
+{
+    double attack = 1.0;  // ms
+    double decay = 600.0; // ms
+    quint32 hang = 600;   // ms
+    bool on = true;       // false: fixed gain
+
+    friend bool operator==(const AgcParam &, const AgcParam &) = default;
+};
+
+/// The same record inside the ranges of the gain control: attack 0.1..5.0, decay 1.0..3000.0 and
+/// hang 1..3000 ms.
+AgcParam limited(const AgcParam &param);
+} // namespace DspCore

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/receiver/ModulationSwitcher.h"
+
+#include <QtGlobal>
+
+#include <cmath>
+#include <utility>
+
+namespace
+{
+constexpr double kFadeMs = 15.0;
+constexpr double kFadeRate = 39062.5;              // Hz
+constexpr double kSilence = 3.162277660168379e-07; // -130 dB
+enum : unsigned { kProcessing, kDecrease, kSwitching, kIncrease };
+} // namespace
+
+namespace DspCore
+{
+const std::array<ModulationSwitcher::Step, 4> ModulationSwitcher::kSteps = {
+    &ModulationSwitcher::processing, &ModulationSwitcher::decrease, &ModulationSwitcher::switching,
+    &ModulationSwitcher::increase};
+
+ModulationSwitcher::Fade::Fade() : pole(std::exp(-1000.0 / (kFadeMs * kFadeRate))) { }
+
+void ModulationSwitcher::Fade::ramp(COMPLEX *buffer, int length)
+{
+    double current = gain;
+    const double push = (1.0 - pole) * target;
+    for (int i = 0; i < length; ++i) {
+        current = current * pole + push;
+        buffer[i].re *= current;
+        buffer[i].im *= current;
+    }
+    gain = current;
+}
+
+bool ModulationSwitcher::Fade::arrived() const
+{
+    return qFuzzyCompare(float(gain), float(target));
+}
+
+void ModulationSwitcher::setModulation(Modulation modulation)
+{
+    if (modulation == mRequested)
+        return;
+    mRequested = modulation;
+    fadeOut();
+}
+
+void ModulationSwitcher::setAgcParam()
+{
+    if (mStep != kDecrease)
+        fadeOut();
+}
+
+bool ModulationSwitcher::takeClear()
+{
+    return std::exchange(mClear, false);
+}
+
+void ModulationSwitcher::process(COMPLEX *a, COMPLEX *b, int length)
+{
+    (this->*kSteps[mStep])(a, b, length);
+}
+
+void ModulationSwitcher::clear()
+{
+    mCurrent = mRequested;
+    mStep = kProcessing;
+}
+
+void ModulationSwitcher::processing(COMPLEX *, COMPLEX *, int) { }
+
+void ModulationSwitcher::decrease(COMPLEX *a, COMPLEX *b, int length)
+{
+    ramp(a, b, length);
+    if (!mFadeA.arrived())
+        return;
+    mStep = kSwitching;
+    mClear = true;
+}
+
+void ModulationSwitcher::switching(COMPLEX *a, COMPLEX *b, int length)
+{
+    mCurrent = mRequested;
+    setTargets(1.0);
+    ramp(a, b, length);
+    mStep = kIncrease;
+}
+
+void ModulationSwitcher::increase(COMPLEX *a, COMPLEX *b, int length)
+{
+    ramp(a, b, length);
+    if (mFadeA.arrived())
+        mStep = kProcessing;
+}
+
+void ModulationSwitcher::fadeOut()
+{
+    mStep = kDecrease;
+    setTargets(kSilence);
+}
+
+void ModulationSwitcher::setTargets(double target)
+{
+    mFadeA.target = target;
+    mFadeB.target = target;
+}
+
+void ModulationSwitcher::ramp(COMPLEX *a, COMPLEX *b, int length)
+{
+    mFadeA.ramp(a, length);
+    mFadeB.ramp(b, length);
+}
+} // namespace DspCore

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/types.h"
+
+#include <array>
+
+namespace DspCore
+{
+/// Hides a change of mode or of gain-control parameters behind a fade of the audio.
+///
+///     processing ──> decrease ──> switching ──> increase ──┐
+///         ^             ^ any new change restarts here     │
+///         └────────────────────────────────────────────────┘
+///
+/// One step runs at the tail of each block. `decrease` fades both channels to -130 dB; once there
+/// the clear flag asks the owner to empty its filters at the head of the next block, which still
+/// runs in the old mode. `switching` at that block's tail makes the new mode current and starts the
+/// fade-in. The fade counts samples, not milliseconds: it is 15 ms per time constant at 39062.5 Hz.
+///
+/// Not thread-safe; the owner serialises.
+class ModulationSwitcher
+{
+public:
+    /// Asks for a mode. Nothing happens if it is the one asked for last, even while its fade runs.
+    void setModulation(Modulation modulation);
+
+    /// Starts the fade with the mode as it is. A fade that is already going down goes on.
+    void setAgcParam();
+
+    /// The mode of the next block.
+    Modulation modulation() const { return mCurrent; }
+
+    /// True once per fade, after it has reached silence: time to clear what holds history.
+    bool takeClear();
+
+    /// Runs the current step over both channels, length 0..SIGNAL_MAX_SIZE samples each.
+    void process(COMPLEX *a, COMPLEX *b, int length);
+
+    /// Ends any fade at once: the mode asked for is current and the audio passes. The gains and
+    /// the clear flag stay for the next fade.
+    void clear();
+
+private:
+    struct Fade
+    {
+        Fade();
+        void ramp(COMPLEX *buffer, int length);
+        bool arrived() const;
+
+        double pole;
+        double gain = 0.0;
+        double target = 1.0;
+    };
+    using Step = void (ModulationSwitcher::*)(COMPLEX *, COMPLEX *, int);
+
+    void processing(COMPLEX *a, COMPLEX *b, int length);
+    void decrease(COMPLEX *a, COMPLEX *b, int length);
+    void switching(COMPLEX *a, COMPLEX *b, int length);
+    void increase(COMPLEX *a, COMPLEX *b, int length);
+
+    void fadeOut();
+    void setTargets(double target);
+    void ramp(COMPLEX *a, COMPLEX *b, int length);
+
+    static const std::array<Step, 4> kSteps;
+
+    bool mClear = false;
+    unsigned mStep = 0; // index into kSteps
+    Modulation mRequested = Modulation::AM;
+    Modulation mCurrent = Modulation::AM;
+    Fade mFadeA;
+    Fade mFadeB;
+};
+} // namespace DspCore

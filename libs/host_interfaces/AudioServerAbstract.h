@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/types.h"
+
+#include <QThread>
+
+/// The host's network sender for demodulated audio. The device writes to it on its engine thread;
+/// the host owns the thread behind it.
+///
+/// The reserved operations are the host's own and hold their places in its table of virtual
+/// operations.
+class AudioServerAbstract : public QThread
+{
+    Q_OBJECT
+
+public:
+    using QThread::QThread;
+
+    virtual void reserved1() = 0;
+
+    /// True if somebody listens to the channel; the device writes only then.
+    virtual bool isOpen(int channel) = 0;
+
+    /// Sends a block of a channel: count stereo pairs at the sound-card rate, full scale 1.0.
+    virtual void write(int channel, COMPLEX *block, int count) = 0;
+
+    virtual void reserved4() = 0;
+    virtual void reserved5() = 0;
+    virtual void reserved6() = 0;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+
+/// The host's control of one sound device.
+///
+/// The host's own; a device never calls it. Its operations stand for their places in the host's
+/// table of virtual operations.
+class SoundDeviceControlAbstract : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    virtual void reserved1() = 0;
+    virtual void reserved2() = 0;
+    virtual void reserved3() = 0;
+};

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Runs all benchmarks of a build, keeps their results as JSON in BUILD/bench/ and prints one table.
+# usage: bench.sh BUILD [SECONDS]     SECONDS: least time for each measurement, default 0.1
+set -euo pipefail
+[ $# -ge 1 ] || { echo "usage: $0 BUILD [SECONDS]" >&2; exit 2; }
+build=$1
+least=${2:-0.1}
+
+mapfile -t programs < <(find "$build" -type f -name 'bench_*' -executable | sort)
+[ ${#programs[@]} -gt 0 ] || { echo "no bench_* programs under $build; build first" >&2; exit 1; }
+
+mkdir -p "$build/bench"
+printf '%-52s %14s %16s\n' benchmark 'time (ns)' 'items/s'
+for program in "${programs[@]}"; do
+    name=$(basename "$program")
+    echo "$name" >&2
+    # The console keeps its own form; the table is made of the CSV, which has a fixed one.
+    "$program" --benchmark_min_time="$least" --benchmark_format=csv \
+        --benchmark_out="$build/bench/$name.json" --benchmark_out_format=json 2>/dev/null |
+        awk -F, '/^"/ {
+            gsub(/"/, "", $1)
+            scale = $5 == "us" ? 1e3 : $5 == "ms" ? 1e6 : $5 == "s" ? 1e9 : 1
+            printf "%-52s %14.0f %16s\n", $1, $3 * scale, $7 == "" ? "-" : sprintf("%.4g", $7)
+        }'
+done
+echo
+echo "Results: $build/bench/*.json"

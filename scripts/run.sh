@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Receives a station of the built-in band and leaves the audio and the report in a folder.
+# usage: run.sh BUILD OUT
+set -euo pipefail
+[ $# -eq 2 ] || { echo "usage: $0 BUILD OUT" >&2; exit 2; }
+build=$1
+out=$2
+seconds=15
+
+mkdir -p "$out"
+echo "Receiving $seconds s of the built-in band at 192 kHz in USB, faster than real time ..."
+"$build/host/velmora-host" --headless --rate 192k --center 7.1M --tune 7.102M --mode USB \
+    --filter 300:2700 --seconds "$seconds" --free-run \
+    --out "$out/station.wav" --report "$out/report.json"
+echo
+echo "Audio:  $out/station.wav"
+echo "Report: $out/report.json"

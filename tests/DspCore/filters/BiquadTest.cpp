@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/Biquad.h"
+#include "filters/Cuts.h"
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include <cmath>
+#include <complex>
+#include <gtest/gtest.h>
+#include <numbers>
+
+using DspCore::Biquad;
+using Type = Biquad::Type;
+
+namespace
+{
+constexpr double kRoundOff = 1e-9; // an impulse response of 65536 samples, cut and summed
+
+/// |H(s)| of the analog prototypes, s = j tan(pi f) / tan(pi fc), as in the tables of Zoelzer's
+/// DAFX; v is the linear gain of a boost.
+double prototypeGain(Type type, double fc, double q, double gainDb, double f)
+{
+    using namespace std::complex_literals;
+    const std::complex<double> s =
+        1i * (std::tan(std::numbers::pi * f) / std::tan(std::numbers::pi * fc));
+    const double v = std::pow(10.0, std::abs(gainDb) / 20.0);
+    const std::complex<double> resonance = s * s + s / q + 1.0;
+    const auto cutIf = [&](std::complex<double> h) {
+        return gainDb < 0.0 ? std::abs(1.0 / h) : std::abs(h);
+    };
+    switch (type) {
+    case Type::LowPass:
+        return std::abs(1.0 / resonance);
+    case Type::HighPass:
+        return std::abs(s * s / resonance);
+    case Type::BandPass:
+        return std::abs(s / q / resonance);
+    case Type::Notch:
+        return std::abs((s * s + 1.0) / resonance);
+    case Type::Peak:
+        return cutIf((s * s + v * s / q + 1.0) / resonance);
+    case Type::LowShelf:
+        return cutIf((s * s + std::sqrt(2.0 * v) * s + v) / (s * s + std::sqrt(2.0) * s + 1.0));
+    case Type::HighShelf:
+        return cutIf(
+            (v * s * s + std::sqrt(2.0 * v) * s + 1.0) / (s * s + std::sqrt(2.0) * s + 1.0));
+    }
+    return -1.0;
+}
+
+std::vector<COMPLEX> impulseResponse(Biquad &filter)
+{
+    auto response = test::impulse(65536);
+    filter.process2(response.data(), int(response.size()));
+    return response;
+}
+
+double measuredGain(const std::vector<COMPLEX> &response, double f)
+{
+    COMPLEX sum{0.0, 0.0};
+    const auto probe = test::tone(int(response.size()), -f);
+    for (std::size_t n = 0; n < response.size(); ++n) {
+        sum.re += response[n].re * probe[n].re;
+        sum.im += response[n].re * probe[n].im;
+    }
+    return test::magnitude(sum);
+}
+
+Biquad enabled(Type type, double fc, double q, double gainDb)
+{
+    Biquad filter;
+    filter.init(type, fc, q, gainDb);
+    filter.setEnable(true);
+    return filter;
+}
+
+struct Row
+{
+    Type type;
+    double fc;
+    double q;
+    double gainDb;
+};
+
+const Row kRows[] = {
+    {Type::LowPass, 0.1, 0.707, 0.0},
+    {Type::LowPass, 0.01, 3.0, 0.0},
+    {Type::HighPass, 0.1, 0.707, 0.0},
+    {Type::HighPass, 0.45, 0.99, 0.0},
+    {Type::BandPass, 0.2, 30.0, 0.0},
+    {Type::Notch, 0.2, 10.0, 0.0},
+    {Type::Peak, 0.05, 2.0, 12.0},
+    {Type::Peak, 0.05, 2.0, -12.0},
+    {Type::Peak, 0.05, 2.0, 0.0},
+    {Type::LowShelf, 0.02, 2.0, 9.0},
+    {Type::LowShelf, 0.02, 2.0, -9.0},
+    {Type::HighShelf, 0.2, 2.0, 9.0},
+    {Type::HighShelf, 0.2, 2.0, -9.0},
+    {Type::LowPass, 0.1, 0.0, 0.0},
+};
+} // namespace
+
+TEST(BiquadTest, ResponseIsThatOfTheAnalogPrototype)
+{
+    for (const Row &row : kRows) {
+        Biquad filter = enabled(row.type, row.fc, row.q, row.gainDb);
+        const auto response = impulseResponse(filter);
+        const double q = std::max(row.q, 0.1);
+        for (const double f : {0.0, 0.005, row.fc, 0.21, 0.4, 0.499})
+            EXPECT_NEAR(measuredGain(response, f),
+                prototypeGain(row.type, row.fc, q, row.gainDb, f), kRoundOff)
+                << "type " << int(row.type) << ", gain " << row.gainDb << ", at " << f;
+    }
+}
+
+TEST(BiquadTest, OnlyTheComplexProcessTakesTheGainOutAgain)
+{
+    const auto noise = test::noise(256, 1);
+    // type, gain in dB, output scale
+    const std::tuple<Type, double, double> rows[] = {{Type::Peak, 20.0, 0.1},
+        {Type::Peak, -20.0, 0.1}, {Type::LowShelf, 40.0, 0.01}, {Type::HighShelf, -40.0, 0.01},
+        {Type::Peak, 0.0, 1.0}, {Type::Notch, 20.0, 1.0}};
+    for (const auto &[type, gainDb, scale] : rows) {
+        Biquad scaling = enabled(type, 0.1, 1.0, gainDb);
+        Biquad plain = enabled(type, 0.1, 1.0, gainDb);
+        Biquad real = enabled(type, 0.1, 1.0, gainDb);
+        Biquad single = enabled(type, 0.1, 1.0, gainDb);
+        auto scaled = noise;
+        auto unscaled = noise;
+        EXPECT_TRUE(scaling.process(scaled.data(), 256));
+        EXPECT_TRUE(plain.process2(unscaled.data(), 256));
+        for (std::size_t n = 0; n < noise.size(); ++n) {
+            double sample = noise[n].re;
+            COMPLEX pair = noise[n];
+            EXPECT_TRUE(real.process(&sample, 1));
+            single.filtering(pair);
+            EXPECT_EQ(sample, unscaled[n].re);
+            EXPECT_EQ(pair, unscaled[n]);
+            EXPECT_NEAR(scaled[n].re, unscaled[n].re * scale, kRoundOff);
+            EXPECT_NEAR(scaled[n].im, unscaled[n].im * scale, kRoundOff);
+        }
+    }
+}
+
+TEST(BiquadTest, ADisabledSectionPassesBlocksButNotSingleSamples)
+{
+    const auto noise = test::noise(64, 2);
+    Biquad filter;
+    filter.init(Type::LowPass, 0.1, 0.7, 0.0);
+    EXPECT_FALSE(filter.enable());
+    auto block = noise;
+    EXPECT_TRUE(filter.process(block.data(), 64));
+    EXPECT_TRUE(filter.process2(block.data(), 64));
+    EXPECT_TRUE(filter.process(&block[0].re, 1));
+    EXPECT_EQ(block, noise);
+    double sample = 1.0;
+    filter.filtering(sample);
+    EXPECT_NE(sample, 1.0);
+}
+
+TEST(BiquadTest, InitAndClearEmptyTheStateAndKeepTheFlag)
+{
+    const auto stream = test::noise(64, 5);
+    Biquad filter = enabled(Type::BandPass, 0.1, 5.0, 0.0);
+    auto expected = stream;
+    filter.process(expected.data(), 64);
+    for (const bool byInit : {false, true}) {
+        if (byInit)
+            filter.init(Type::BandPass, 0.1, 5.0, 0.0);
+        else
+            filter.clear();
+        auto block = stream;
+        filter.process(block.data(), 64);
+        EXPECT_EQ(block, expected);
+    }
+}
+
+TEST(BiquadTest, AnUnknownTypeKeepsTheCoefficientsWithoutScale)
+{
+    const auto stream = test::noise(64, 6);
+    Biquad filter = enabled(Type::Peak, 0.1, 1.0, 20.0);
+    auto expected = stream;
+    filter.process2(expected.data(), 64);
+    test::LogCapture log;
+    for (const int type : {7, -1}) {
+        filter.init(static_cast<Type>(type), 0.3, 9.0, 3.0);
+        auto block = stream;
+        filter.process(block.data(), 64);
+        EXPECT_EQ(block, expected);
+    }
+    EXPECT_EQ(log.warnings().filter("Biquad::init").filter("Incorrect filter type!").size(), 2);
+}
+
+TEST(BiquadTest, AWrongBufferIsReported)
+{
+    Biquad filter;
+    COMPLEX sample{1.0, 2.0};
+    test::LogCapture log;
+    EXPECT_FALSE(filter.process(static_cast<double *>(nullptr), 1));
+    EXPECT_FALSE(filter.process(&sample.re, 0));
+    EXPECT_FALSE(filter.process(static_cast<COMPLEX *>(nullptr), 1));
+    EXPECT_FALSE(filter.process(&sample, -1));
+    EXPECT_FALSE(filter.process2(nullptr, 1));
+    EXPECT_FALSE(filter.process2(&sample, 0));
+    EXPECT_EQ(log.warnings().filter("): Incorrect input parameters!").size(), 6);
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/types.h"
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace test
+{
+/// Block lengths 1..longest that add up to `total`; about half of them short, as decimators and
+/// sound cards produce them.
+inline std::vector<int> randomCuts(int total, int longest, unsigned seed)
+{
+    std::mt19937 generator(seed);
+    std::vector<int> cuts;
+    while (total > 0) {
+        const int bound = generator() % 2 == 0 ? longest : std::min(longest, 24);
+        const int length = std::min(total, 1 + int(generator() % unsigned(bound)));
+        cuts.push_back(length);
+        total -= length;
+    }
+    return cuts;
+}
+
+/// The stream after `process(pointer, length)` went over it block by block.
+template <typename Sample, typename Process>
+std::vector<Sample> inBlocks(
+    std::vector<Sample> stream, const std::vector<int> &cuts, Process process)
+{
+    Sample *block = stream.data();
+    for (const int length : cuts) {
+        process(block, length);
+        block += length;
+    }
+    return stream;
+}
+
+inline std::vector<COMPLEX32> toSingle(const std::vector<COMPLEX> &signal)
+{
+    std::vector<COMPLEX32> out;
+    for (const COMPLEX &sample : signal)
+        out.push_back({float(sample.re), float(sample.im)});
+    return out;
+}
+
+inline std::vector<COMPLEX> toDouble(const std::vector<COMPLEX32> &signal)
+{
+    std::vector<COMPLEX> out;
+    for (const COMPLEX32 &sample : signal)
+        out.push_back({sample.re, sample.im});
+    return out;
+}
+
+inline std::vector<COMPLEX> impulse(int length)
+{
+    std::vector<COMPLEX> out(std::size_t(length), COMPLEX{0.0, 0.0});
+    out[0] = {1.0, 0.0};
+    return out;
+}
+} // namespace test

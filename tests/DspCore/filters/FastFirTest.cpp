@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/FastFir.h"
+#include "DspCore/filters/FastFir32f.h"
+#include "filters/Cuts.h"
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+using DspCore::ConvolutionForm;
+using DspCore::FastFir;
+using DspCore::FastFir32f;
+
+namespace
+{
+// Sums of some thousand products of noise; single precision for the float filter.
+constexpr double kRoundOff = 1e-12;
+constexpr double kSingleRoundOff = 2e-5;
+
+constexpr ConvolutionForm kForms[] = {
+    ConvolutionForm::Fft, ConvolutionForm::Direct, ConvolutionForm::Chosen};
+
+struct Design
+{
+    double low;
+    double high;
+    int taps;
+};
+
+/// Gain in dB for a tone, after the filter has settled.
+double gainDb(const Design &design, double frequency)
+{
+    constexpr int kMeasured = 8192;
+    FastFir fir;
+    fir.init(design.low, design.high, design.taps);
+    auto signal = test::tone(kMeasured + design.taps, frequency);
+    fir.process(signal);
+    signal.erase(signal.begin(), signal.begin() + design.taps);
+    return test::decibels(test::magnitude(test::component(signal, frequency)));
+}
+
+/// What overlap-add means, sample by sample: each input adds the filter's response, which ends or
+/// wraps at the FFT size, to a long tail, and the tail moves over the FFT size alone.
+class PlainOverlapAdd
+{
+public:
+    void init(const Design &design, int fftSize)
+    {
+        FastFir fir;
+        fir.setForm(ConvolutionForm::Fft);
+        fir.init(design.low, design.high, design.taps);
+        const std::vector<int> single(std::size_t(fftSize), 1); // one sample cannot wrap
+        mResponse = test::inBlocks(
+            test::impulse(fftSize), single, [&](COMPLEX *x, int n) { fir.process(x, n); });
+    }
+
+    void process(COMPLEX *block, int length)
+    {
+        const std::size_t size = mResponse.size();
+        for (std::size_t i = 0; i < std::size_t(length); ++i) {
+            for (std::size_t j = 0; j < size; ++j) {
+                const COMPLEX h = mResponse[j];
+                COMPLEX &out = mTail[(i + j) % size];
+                out.re += block[i].re * h.re - block[i].im * h.im;
+                out.im += block[i].re * h.im + block[i].im * h.re;
+            }
+        }
+        std::copy_n(mTail.begin(), length, block);
+        std::move(mTail.begin() + length, mTail.begin() + long(size), mTail.begin());
+        std::fill_n(mTail.begin() + long(size) - length, length, COMPLEX{0.0, 0.0});
+    }
+
+private:
+    std::vector<COMPLEX> mResponse;
+    std::vector<COMPLEX> mTail = std::vector<COMPLEX>(16384, COMPLEX{0.0, 0.0});
+};
+
+struct GainCase
+{
+    const char *name;
+    Design design;
+    double frequency;
+    double lowest; // dB
+    double highest;
+};
+
+// The window's side lobes are 98 dB down; the main lobe ends 4 / taps outside the band's edge.
+const GainCase kGainCases[] = {
+    {"centre", {-0.1, 0.1, 500}, 0.0, -0.1, 0.1},
+    {"passEnd", {-0.1, 0.1, 500}, 0.09, -0.1, 0.1},
+    {"lowerEdge", {-0.1, 0.1, 500}, -0.1, -6.2, -5.8},
+    {"upperEdge", {-0.1, 0.1, 500}, 0.1, -6.2, -5.8},
+    {"stop", {-0.1, 0.1, 500}, 0.109, -200.0, -95.0},
+    {"upperSideBand", {0.003, 0.06, 1570}, 0.03, -0.1, 0.1},
+    {"upperSideBandMirror", {0.003, 0.06, 1570}, -0.03, -200.0, -95.0},
+    {"lowerSideBand", {-0.06, -0.003, 1570}, -0.03, -0.1, 0.1},
+    {"limitedEdges", {0.2, 7.0, 500}, 0.45, -0.1, 0.1},
+    {"belowLimitedEdges", {0.2, 7.0, 500}, 0.19, -200.0, -95.0},
+    {"longest", {0.01, 0.02, 9000}, 0.0106, -0.1, 0.1},
+    {"longestStop", {0.01, 0.02, 9000}, 0.0094, -200.0, -95.0},
+};
+} // namespace
+
+TEST(FastFirTest, GainFollowsTheBand)
+{
+    for (const GainCase &row : kGainCases) {
+        const double gain = gainDb(row.design, row.frequency);
+        EXPECT_GE(gain, row.lowest) << row.name;
+        EXPECT_LE(gain, row.highest) << row.name;
+    }
+}
+
+TEST(FastFirTest, TheLargestPartOfTheSpectrumIsOne)
+{
+    for (const Design &design : {Design{-0.1, 0.1, 500}, {0.1, 0.104, 500}, {0.3, 0.2, 500}}) {
+        FastFir fir;
+        fir.init(design.low, design.high, design.taps);
+        auto response = test::impulse(1024); // 500 + 511 taps need a transform of this size
+        fir.process(response);
+        DspCore::FFT64 fft;
+        fft.init(1024);
+        fft.process(response.data(), 1024, DspCore::FftType::Forward);
+        double largest = 0.0;
+        for (const COMPLEX &bin : response)
+            largest = std::max({largest, 1024.0 * bin.re, 1024.0 * bin.im});
+        EXPECT_NEAR(largest, 1.0, kRoundOff) << design.low;
+    }
+}
+
+TEST(FastFirTest, TheCentreTapIsTheHalfRoundedDown)
+{
+    for (const auto &[taps, centre] : {std::pair{64, 31}, {65, 31}, {501, 249}}) {
+        FastFir fir;
+        fir.init(-0.2, 0.2, taps);
+        auto response = test::impulse(512);
+        fir.process(response);
+        const auto peak = std::max_element(response.begin(), response.end(),
+            [](const COMPLEX &a, const COMPLEX &b) { return a.re < b.re; });
+        EXPECT_EQ(peak - response.begin(), centre) << taps;
+    }
+}
+
+struct StreamCase
+{
+    const char *name;
+    std::vector<std::pair<Design, int>> filters; // each with its FFT size
+    int longest;                                 // block
+};
+
+class FastFirStreams : public testing::TestWithParam<StreamCase>
+{ };
+
+TEST_P(FastFirStreams, EveryFormEqualsPlainOverlapAdd)
+{
+    constexpr int kPerFilter = 3000;
+    for (const ConvolutionForm form : kForms) {
+        PlainOverlapAdd plain;
+        FastFir fir;
+        fir.setForm(form);
+        unsigned seed = 10;
+        for (const auto &[design, fftSize] : GetParam().filters) {
+            plain.init(design, fftSize);
+            fir.init(design.low, design.high, design.taps);
+            const auto stream = test::noise(kPerFilter, ++seed);
+            const auto cuts = test::randomCuts(kPerFilter, GetParam().longest, seed);
+            const auto expected = test::inBlocks(
+                stream, cuts, [&](COMPLEX *block, int length) { plain.process(block, length); });
+            const auto filtered = test::inBlocks(
+                stream, cuts, [&](COMPLEX *block, int length) { fir.process(block, length); });
+            EXPECT_LT(test::maxError(filtered, expected), kRoundOff)
+                << "form " << int(form) << ", taps " << design.taps;
+        }
+    }
+}
+
+// Below 1 tap the transform is too short for a whole block; the end wraps around.
+INSTANTIATE_TEST_SUITE_P(FastFirTest, FastFirStreams,
+    testing::Values(StreamCase{"oneFilter", {{{-0.1, 0.2, 500}, 1024}}, 512},
+        StreamCase{"shorterFilterLetsTheTailRing",
+            {{{-0.1, 0.2, 700}, 2048}, {{0.05, 0.2, 600}, 2048}}, 512},
+        StreamCase{"tailAboveAShorterFftComesBack",
+            {{{-0.1, 0.2, 1570}, 4096}, {{0.0, 0.2, 40}, 1024}, {{-0.3, 0.1, 1570}, 4096}}, 400},
+        StreamCase{"longerFilter", {{{0.0, 0.1, 100}, 1024}, {{-0.1, 0.0, 1200}, 2048}}, 64},
+        StreamCase{"unwindowed", {{{-0.2, 0.2, 20}, 1024}, {{-0.2, 0.2, 16}, 1024}}, 512},
+        StreamCase{"wraps", {{{-0.2, 0.2, 1}, 512}, {{-0.2, 0.2, -100}, 512}}, 512},
+        StreamCase{"fewerPointsThanTaps", {{{0.0, 0.2, -504}, 8}}, 8}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(FastFirTest, LongBlocksAreCut)
+{
+    const auto stream = test::noise(4096 + 513, 20);
+    FastFir whole;
+    FastFir pieces;
+    whole.init(-0.1, 0.2, 1570);
+    pieces.init(-0.1, 0.2, 1570);
+    auto expected = stream;
+    whole.process(expected);
+    const auto cut = test::inBlocks(stream, test::randomCuts(int(stream.size()), 2000, 21),
+        [&](COMPLEX *block, int n) { pieces.process(block, n); });
+    EXPECT_LT(test::maxError(cut, expected), kRoundOff);
+}
+
+TEST(FastFirTest, ClearEmptiesTheTailAndKeepsTheFilter)
+{
+    for (const ConvolutionForm form : kForms) {
+        FastFir fir;
+        fir.setForm(form);
+        fir.init(-0.1, 0.2, 500);
+        auto first = test::impulse(500);
+        fir.process(first.data(), 300);
+        fir.clear();
+        std::vector<COMPLEX> silence(500, COMPLEX{0.0, 0.0});
+        fir.process(silence);
+        EXPECT_EQ(test::rms(silence), 0.0);
+        fir.clear();
+        auto second = test::impulse(500);
+        fir.process(second);
+        second.resize(300);
+        first.resize(300);
+        EXPECT_LT(test::maxError(second, first), kRoundOff);
+    }
+}
+
+// A band of no width has no gain to scale; what comes out is not a number, and its tail shows how
+// long the transform is.
+TEST(FastFirTest, TheTailReachesToTheEndOfTheTransform)
+{
+    for (const auto &[taps, fftSize] :
+        {std::pair{500, 1024}, {513, 1024}, {514, 2048}, {9000, 16384}, {99999, 16384}}) {
+        for (const ConvolutionForm form : kForms) {
+            FastFir fir;
+            fir.setForm(form);
+            fir.init(0.1, 0.1, taps);
+            auto block = test::impulse(8);
+            fir.process(block);
+            EXPECT_TRUE(std::isnan(block[0].re) && std::isnan(block[7].im));
+            fir.init(0.0, 0.1, taps);
+            std::vector<COMPLEX> silence(16384, COMPLEX{0.0, 0.0});
+            fir.process(silence);
+            EXPECT_EQ(std::count_if(silence.begin(), silence.end(),
+                          [](const COMPLEX &x) { return std::isnan(x.re); }),
+                fftSize - 8)
+                << taps;
+        }
+    }
+}
+
+TEST(FastFirTest, AWrongBufferIsReported)
+{
+    FastFir fir;
+    fir.init(-0.1, 0.1, 500);
+    COMPLEX sample{1.0, 2.0};
+    std::vector<COMPLEX> empty;
+    test::LogCapture log;
+    EXPECT_FALSE(fir.process(nullptr, 8));
+    EXPECT_FALSE(fir.process(&sample, 0));
+    EXPECT_FALSE(fir.process(empty));
+    EXPECT_EQ(
+        log.warnings().filter("FastFir::process").filter(": Incorrect input parameters. ").size(),
+        3);
+    EXPECT_FALSE(fir.process(&sample, -1));
+    EXPECT_TRUE(log.warned(ippGetStatusString(ippStsSizeErr)));
+    FastFir unset;
+    EXPECT_FALSE(unset.process(&sample, 1));
+    EXPECT_TRUE(log.warned("FFT64::process"));
+    EXPECT_EQ(sample, (COMPLEX{1.0, 2.0}));
+}
+
+TEST(FastFirTest, FilterOfFewerThanThirtyTwoTapsIsReportedByItsWindow)
+{
+    FastFir fir;
+    test::LogCapture log;
+    EXPECT_TRUE(fir.init(-0.1, 0.1, 31));
+    EXPECT_TRUE(log.warned(" mLenght != lenght "));
+    log.clear();
+    EXPECT_TRUE(fir.init(-0.1, 0.1, 33));
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(FastFir32fTest, EqualsItsDoubleTwinToSinglePrecision)
+{
+    const auto stream = test::noise(6000, 23);
+    const auto cuts = test::randomCuts(6000, 512, 24);
+    FastFir twin;
+    twin.init(-0.1, 0.2, 500);
+    const auto expected =
+        test::inBlocks(stream, cuts, [&](COMPLEX *block, int n) { twin.process(block, n); });
+    for (const ConvolutionForm form : kForms) {
+        FastFir32f fir;
+        fir.setForm(form);
+        fir.init(-0.1, 0.2, 500);
+        const auto filtered = test::inBlocks(
+            test::toSingle(stream), cuts, [&](COMPLEX32 *block, int n) { fir.process(block, n); });
+        EXPECT_LT(test::maxError(test::toDouble(filtered), expected), kSingleRoundOff);
+    }
+}

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/Resampler.h"
+#include "filters/Cuts.h"
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+using DspCore::Resampler;
+
+namespace
+{
+constexpr double kSingleRoundOff = 2e-6; // eight products of single precision, gain up to 3
+
+std::vector<COMPLEX> resampled(
+    Resampler &resampler, std::vector<COMPLEX> stream, const std::vector<int> &cuts)
+{
+    std::vector<COMPLEX> result;
+    std::vector<COMPLEX> out(SIGNAL_MAX_SIZE);
+    COMPLEX *block = stream.data();
+    for (const int length : cuts) {
+        int outLength = -1;
+        resampler.process(block, length, out.data(), outLength);
+        result.insert(result.end(), out.begin(), out.begin() + outLength);
+        block += length;
+    }
+    return result;
+}
+
+/// The filter of a factor, seen as the response of pure up-sampling to an impulse.
+std::vector<COMPLEX> filterOf(int up)
+{
+    Resampler resampler;
+    resampler.init(up, 1);
+    return resampled(resampler, test::impulse(8), {8});
+}
+
+/// Zero stuffing, convolution in double precision, decimation.
+std::vector<COMPLEX> plain(const std::vector<COMPLEX> &in, int up, int down)
+{
+    const auto h = filterOf(up);
+    std::vector<COMPLEX> out;
+    for (long long at = 0; at < (long long)in.size() * up; at += down) {
+        COMPLEX sum{0.0, 0.0};
+        for (long long k = 0; k < (long long)h.size() && k <= at; ++k) {
+            if ((at - k) % up == 0) {
+                const COMPLEX x = in[std::size_t((at - k) / up)];
+                sum.re += h[std::size_t(k)].re * x.re;
+                sum.im += h[std::size_t(k)].re * x.im;
+            }
+        }
+        out.push_back(sum);
+    }
+    return out;
+}
+} // namespace
+
+TEST(ResamplerTest, FiltersAreTheWindowedSinc)
+{
+    // up, tap, value: computed by hand from sin(0.8 pi t / up) / (pi t), the absolute sum of all
+    // taps and, from 32 taps on, the four-term window.
+    const std::tuple<int, int, double> rows[] = {{1, 0, 0.03410740950856252}, {1, 1, 0.0},
+        {1, 2, -0.07958395551997917}, {1, 3, 0.3863086349714584}, {3, 0, -0.003551544564013312},
+        {3, 5, -0.022459304332827418}, {3, 11, 0.15980100053268598},
+        {4, 0, -3.8609580551424345e-06}, {4, 5, 0.0008680203880516765},
+        {4, 10, -0.014545116592677803}, {4, 13, 0.1844994139156586}, {4, 15, 0.3279939779021991}};
+    for (const auto &[up, tap, value] : rows) {
+        const auto h = filterOf(up);
+        ASSERT_EQ(int(h.size()), 8 * up);
+        EXPECT_NEAR(h[std::size_t(tap)].re, value * up, kSingleRoundOff) << up << " " << tap;
+        EXPECT_NEAR(h[std::size_t(8 * up - 1 - tap)].re, value * up, kSingleRoundOff);
+    }
+}
+
+struct Ratio
+{
+    int up;
+    int down;
+};
+
+class ResamplerRatios : public testing::TestWithParam<Ratio>
+{ };
+
+TEST_P(ResamplerRatios, EqualsZeroStuffingAndConvolutionHoweverTheStreamIsCut)
+{
+    const auto [up, down] = GetParam();
+    // Short enough that a block's output stays within the largest block.
+    const int longest = std::min(SIGNAL_MAX_SIZE, SIGNAL_MAX_SIZE * down / up - 1);
+    const auto stream = test::noise(6000, 1);
+    Resampler resampler;
+    resampler.init(up, down);
+    const auto out = resampled(resampler, stream, test::randomCuts(6000, longest, 2));
+    EXPECT_LT(test::maxError(out, plain(stream, up, down)), kSingleRoundOff);
+}
+
+INSTANTIATE_TEST_SUITE_P(ResamplerTest, ResamplerRatios,
+    testing::Values(Ratio{1, 1}, Ratio{1, 4}, Ratio{1, 64}, Ratio{3, 160}, Ratio{3, 2},
+        Ratio{147, 160}, Ratio{160, 147}, Ratio{5, 1}, Ratio{7, 3}));
+
+TEST(ResamplerTest, RunsOnAcrossTheEndOfItsRing)
+{
+    constexpr int kLength = 131072 + 20; // just past the ring
+    const auto stream = test::noise(kLength, 3);
+    const std::vector<COMPLEX> end(stream.end() - 40, stream.end());
+    Resampler resampler;
+    Resampler fresh;
+    resampler.init(1, 1);
+    fresh.init(1, 1);
+    auto out = resampled(resampler, stream, test::randomCuts(kLength, SIGNAL_MAX_SIZE, 4));
+    auto expected = resampled(fresh, end, {40});
+    // What only knows the last 40 samples agrees once its 8 taps are full.
+    out.erase(out.begin(), out.end() - 33);
+    expected.erase(expected.begin(), expected.end() - 33);
+    EXPECT_EQ(out, expected);
+}
+
+TEST(ResamplerTest, ImagesStayBelowTheStopBand)
+{
+    constexpr int kUp = 4;
+    constexpr double kTone = 0.1; // of the input rate
+    constexpr double kImageDb = -60.0;
+    Resampler resampler;
+    resampler.init(kUp, 1);
+    auto out = resampled(resampler, test::tone(4000, kTone), {1000, 1000, 1000, 1000});
+    out.erase(out.begin(), out.begin() + 8 * kUp);
+    const double wanted = test::magnitude(test::component(out, kTone / kUp));
+    for (int image = 1; image < kUp; ++image) {
+        const double level = test::magnitude(test::component(out, (kTone + image) / kUp));
+        EXPECT_LT(test::decibels(level / wanted), kImageDb) << image;
+    }
+}
+
+TEST(ResamplerTest, RatesReduceToARatio)
+{
+    const std::tuple<double, double, int, int> rows[] = {{192000.0, 48000.0, 1, 4},
+        {2560000.0, 48000.0, 3, 160}, {192000.0, 192000.0, 1, 1}, {48000.0, 44100.0, 147, 160},
+        {3072000.0, 48000.0, 1, 64}, {48000.5, 48000.0, 32000 * 3, 96001}, {1100.0, 2200.0, 22, 11},
+        {39062.5, 48000.0, 768, 625}, {0.0, 0.0, 0, 0}};
+    for (const auto &[in, out, up, down] : rows) {
+        int reducedUp = -1;
+        int reducedDown = -1;
+        Resampler::gdc(in, out, reducedUp, reducedDown);
+        EXPECT_EQ(reducedUp, up) << in << " " << out;
+        EXPECT_EQ(reducedDown, down) << in << " " << out;
+    }
+}
+
+TEST(ResamplerTest, TheSmallestDivisorIsTestedFirst)
+{
+    const int rows[][3] = {{12, 18, 2}, {9, 27, 3}, {25, 35, 5}, {49, 14, 7}, {11, 22, 0},
+        {7, 5, 0}, {0, 7, 7}, {13, 26, 0}};
+    for (const auto &[a, b, divisor] : rows)
+        EXPECT_EQ(DspCore::NOK(a, b), divisor) << a << " " << b;
+}
+
+TEST(ResamplerTest, RatesAndFactorsGiveTheSameStream)
+{
+    const auto stream = test::noise(4000, 5);
+    Resampler byRates;
+    Resampler byFactors;
+    EXPECT_TRUE(byRates.setSampleRates(2560000.0, 48000.0));
+    byFactors.init(3, 160);
+    EXPECT_EQ(byRates.inputRate(), 2560000.0);
+    EXPECT_EQ(byFactors.outputRate(), 44100.0);
+    EXPECT_EQ(resampled(byRates, stream, {4000}), resampled(byFactors, stream, {4000}));
+}
+
+TEST(ResamplerTest, ClearForgetsTheSamplesAndKeepsThePhase)
+{
+    Resampler resampler;
+    resampler.init(1, 4);
+    COMPLEX out[8];
+    int outLength = 0;
+    auto before = test::noise(6, 6); // outputs at 0 and 4, the next at 8
+    resampler.process(before.data(), 6, out, outLength);
+    ASSERT_EQ(outLength, 2);
+    resampler.clear();
+    auto after = test::impulse(3);
+    resampler.process(after.data(), 3, out, outLength);
+    ASSERT_EQ(outLength, 1);
+    EXPECT_EQ(out[0], filterOf(1)[2]);
+}
+
+TEST(ResamplerTest, SinglePrecisionBlocksGiveTheSameSamples)
+{
+    const auto stream = test::noise(4000, 7);
+    Resampler wide;
+    Resampler narrow;
+    wide.init(147, 160);
+    narrow.init(147, 160);
+    auto single = test::toSingle(stream);
+    int outLength = 0;
+    narrow.process32f(single.data(), 4000, single.data(), outLength);
+    single.resize(std::size_t(outLength));
+    EXPECT_EQ(test::toDouble(single), resampled(wide, stream, {4000}));
+}
+
+TEST(ResamplerTest, AnImpossibleFilterIsReportedAndNothingComesOut)
+{
+    test::LogCapture log;
+    Resampler resampler;
+    auto block = test::noise(16, 8);
+    int outLength = -1;
+    resampler.process(block.data(), 16, block.data(), outLength);
+    EXPECT_EQ(outLength, 0);
+    resampler.init(0, 4);
+    EXPECT_TRUE(log.warned("Can't generate filter coefficients."));
+    resampler.process(block.data(), 16, block.data(), outLength);
+    EXPECT_EQ(outLength, 0);
+}

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/Window64.h"
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+using DspCore::Window;
+using DspCore::Window32;
+using DspCore::Window64;
+
+namespace
+{
+constexpr double kRoundOff = 1e-14;
+constexpr double kSingleRoundOff = 1e-6;
+
+std::vector<double> table(Window type, int length)
+{
+    std::vector<double> out(std::size_t(length), 0.0);
+    Window64::calc(out.data(), length, type);
+    return out;
+}
+
+/// Values before the division, where the angles of 61 samples are 0, 60, 90 and 180 degrees.
+struct Shape
+{
+    Window type;
+    double divisor;
+    double at0;
+    double at10;
+    double at15;
+    double at30;
+};
+
+const double kHalfRoot3 = std::sqrt(3.0) / 2.0;
+const double kHalfRoot2 = std::sqrt(2.0) / 2.0;
+
+const Shape kShapes[] = {
+    {Window::Sine, 0.6360628048372603, 0.0, 0.5, kHalfRoot2, 1.0},
+    {Window::Bartlett, 0.5011872336272722, 0.0, 1.0 / 3.0, 0.5, 1.0},
+    {Window::Hann, 0.5011872336272722, 0.0, 0.25, 0.5, 1.0},
+    {Window::Hamming, 0.5388898453732869, 0.08, 0.31, 0.54, 1.0},
+    {Window::Blackman, 0.41975898399100753, 0.0, 0.13, 0.34, 1.0},
+    {Window::BlackmanHarris, 0.35850894827655494, 0.00006, 0.055645, 0.21747, 1.0},
+    {Window::Nuttall, 0.35481338923357547, -0.113436, 0.165994, 0.211536, 1.113436},
+    {Window::BlackmanNuttall, 0.3630780547701013, 0.0003628, 0.0613345, 0.2269824, 1.0},
+    {Window::FlatTop, 1.1220184543019633, 0.004, -0.238, -0.258, 4.64},
+    // exp(-g^2 / 2) for g = -1, -2/3, -1/2 and 0, divided by the width.
+    {Window::Gauss03, 0.19952623149688797, 0.003865920139472804, 0.08465798862252993,
+        0.24935220877729616, 1.0},
+    {Window::Gauss05, 0.3357376142429546, 0.1353352832366127, 0.41111229050718745,
+        0.6065306597126334, 1.0},
+    {Window::Gauss12, 0.5035006087879048, 0.7066482778577162, 0.8569968914352789,
+        0.9168553557320289, 1.0},
+    {static_cast<Window>(0), 1.0, 1.0, 1.0, 1.0, 1.0},
+    {static_cast<Window>(14), 1.0, 1.0, 1.0, 1.0, 1.0},
+};
+} // namespace
+
+TEST(Window64Test, ShapesPassThroughTheirKnownPoints)
+{
+    for (const Shape &shape : kShapes) {
+        const auto window = table(shape.type, 61);
+        std::vector<float> single(61);
+        Window32::calc(single.data(), 61, shape.type);
+        for (const auto &[n, value] : {std::pair{0, shape.at0}, {10, shape.at10}, {15, shape.at15},
+                 {30, shape.at30}, {60, shape.at0}}) {
+            const double expected = value / shape.divisor;
+            EXPECT_NEAR(window[std::size_t(n)], expected, kRoundOff) << int(shape.type) << " " << n;
+            EXPECT_NEAR(single[std::size_t(n)], expected, kSingleRoundOff) << int(shape.type);
+        }
+    }
+}
+
+TEST(Window64Test, LanczosHasNoValueAtTheCentreOfAnOddLength)
+{
+    for (const int length : {33, 61}) {
+        const auto window = table(Window::Lanczos, length);
+        EXPECT_NEAR(window[0], 0.8414709848078965 / 0.8413951416451951, kRoundOff);
+        for (int n = 0; n < length; ++n)
+            EXPECT_EQ(std::isnan(window[std::size_t(n)]), n == length / 2) << length << " " << n;
+    }
+    for (const double value : table(Window::Lanczos, 32))
+        EXPECT_TRUE(value > 1.0 && value < 1.2);
+}
+
+TEST(Window64Test, EvenTrianglesReachTheirPeakTwice)
+{
+    const auto window = table(Window::Bartlett, 32);
+    for (const auto &[n, value] : {std::pair{0, 0.0}, {8, 0.5}, {14, 0.875}, {15, 1.0}, {16, 1.0},
+             {17, 0.875}, {23, 0.5}, {31, 0.0}})
+        EXPECT_NEAR(window[std::size_t(n)], value / 0.5011872336272722, kRoundOff) << n;
+}
+
+TEST(Window64Test, EvenGaussiansPeakBelowTheirMiddle)
+{
+    const auto window = table(Window::Gauss05, 32);
+    EXPECT_NEAR(window[15], 1.0 / 0.3357376142429546, kRoundOff);
+    EXPECT_LT(window[16], window[15]);
+}
+
+TEST(Window64Test, BothPartsAreWeighted)
+{
+    const auto signal = test::noise(61, 4);
+    const auto window = table(Window::Hamming, 61);
+    auto expected = signal;
+    for (std::size_t n = 0; n < expected.size(); ++n)
+        expected[n] = {signal[n].re * window[n], signal[n].im * window[n]};
+    auto buffer = signal;
+    Window64 applied;
+    applied.init(61, Window::Hamming);
+    applied.process(buffer.data(), 61);
+    EXPECT_LT(test::maxError(buffer, expected), kRoundOff);
+
+    std::vector<float> real(61, 0.5f);
+    Window32 single;
+    single.init(61, Window::Hamming);
+    single.process(real.data(), 61);
+    for (std::size_t n = 0; n < real.size(); ++n)
+        EXPECT_NEAR(real[n], 0.5 * window[n], kSingleRoundOff);
+}
+
+TEST(Window64Test, TheSameLengthKeepsTheOldShape)
+{
+    Window64 window;
+    window.init(64, Window::Hann);
+    window.init(64, static_cast<Window>(0));
+    auto buffer = test::tone(64, 0.0);
+    window.process(buffer.data(), 64);
+    EXPECT_NEAR(buffer[0].re, 0.0, kRoundOff);
+    window.init(65, static_cast<Window>(0));
+    buffer = test::tone(65, 0.0);
+    window.process(buffer.data(), 65);
+    EXPECT_EQ(buffer[0].re, 1.0);
+}
+
+TEST(Window64Test, ShortTablesGrowToThirtyTwo)
+{
+    Window64 window;
+    window.init(16, Window::Hann);
+    const auto signal = test::noise(32, 5);
+    auto buffer = signal;
+    test::LogCapture log;
+    window.process(buffer.data(), 16);
+    EXPECT_EQ(buffer, signal);
+    EXPECT_EQ(log.warnings().filter("Window64::process").filter(" mLenght != lenght ").size(), 1);
+    window.process(buffer.data(), 32);
+    EXPECT_NE(buffer, signal);
+    EXPECT_EQ(log.warnings().size(), 1);
+}
+
+TEST(Window64Test, AWrongBufferIsReported)
+{
+    Window32 window;
+    window.init(32, Window::Hann);
+    COMPLEX32 sample{1.0f, 1.0f};
+    test::LogCapture log;
+    window.process(&sample, 0);
+    window.process(static_cast<COMPLEX32 *>(nullptr), 32);
+    window.process(static_cast<float *>(nullptr), 32);
+    EXPECT_EQ(log.warnings()
+                  .filter("Window32::process")
+                  .filter(" (pSrcDst == NULL) || (lenght == 0) ")
+                  .size(),
+        3);
+    EXPECT_EQ(sample, (COMPLEX32{1.0f, 1.0f}));
+}

@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include "DspCore/noise/Apf.h"
+#include "DspCore/noise/AutoNotchFilter.h"
+#include "DspCore/noise/Dse.h"
+#include "DspCore/noise/NoiseBlanker.h"
+#include "DspCore/noise/NoiseReduction.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+namespace
+{
+constexpr double kRate = 48000.0;
+
+template <typename Block>
+void inBlocks(Block &block, std::vector<COMPLEX> &signal, std::size_t size = 512)
+{
+    for (std::size_t at = 0; at < signal.size(); at += size)
+        block.process(&signal[at], static_cast<int>(std::min(size, signal.size() - at)));
+}
+
+double level(const std::vector<COMPLEX> &signal, double hz)
+{
+    return test::magnitude(test::component({signal.end() - 24000, signal.end()}, hz / kRate));
+}
+
+// The predictor written out sample by sample from the textbook, on a plain growing history.
+struct PlainLms
+{
+    int taps, delay;
+    double rate, leak;
+    std::vector<std::complex<double>> history, weights;
+
+    std::complex<double> operator()(std::complex<double> x)
+    {
+        history.push_back(x);
+        weights.resize(std::size_t(taps));
+        const auto at = [&](int back) {
+            const auto index = static_cast<long>(history.size()) - 1 - back;
+            return index < 0 ? std::complex<double>() : history[std::size_t(index)];
+        };
+        std::complex<double> y;
+        double power = 1e-10;
+        for (int j = 0; j < taps; ++j) {
+            y += std::conj(weights[std::size_t(j)]) * at(delay + j);
+            power += std::norm(at(delay + j));
+        }
+        for (int j = 0; j < taps; ++j)
+            weights[std::size_t(j)] = (1.0 - rate * leak) * weights[std::size_t(j)]
+                + rate / power * at(delay + j) * std::conj(x - y);
+        return y;
+    }
+};
+
+TEST(LmsTest, NotchAndReductionFollowThePlainForm)
+{
+    struct Row
+    {
+        int taps, delay;
+        double rate, leak;
+    };
+    constexpr double kRoundOff = 1e-9; // a recursion over 3000 samples
+    for (const Row row : {Row{60, 64, 0.0007, 1e-5}, Row{1, 1, 0.05, 0.01},
+             Row{127, 890, 0.01, 0.1}, Row{45, 45, 0.1, 1e-3}}) {
+        std::vector<COMPLEX> signal = test::noise(3000, 4);
+        test::add(signal, test::tone(3000, 0.03, 2.0));
+        std::vector<COMPLEX> expected = signal;
+        PlainLms plain{row.taps, row.delay, row.rate, row.leak, {}, {}};
+        for (COMPLEX &x : expected) {
+            const std::complex<double> y = plain({x.re, x.im});
+            x = {x.re - y.real(), x.im - y.imag()};
+        }
+        DspCore::AutoNotchFilter notch;
+        notch.setTaps(row.taps);
+        notch.setDelay(row.delay);
+        notch.setRate(row.rate);
+        notch.setLeak(row.leak);
+        notch.setEnable(true);
+        inBlocks(notch, signal, 700);
+        EXPECT_LT(test::maxError(signal, expected), kRoundOff) << row.taps << " " << row.delay;
+    }
+}
+
+TEST(AutoNotchFilterTest, ASteadyToneIsThirtyDecibelsDownAfterTwoSeconds)
+{
+    std::vector<COMPLEX> signal = test::tone(96000 + 24000, 1000.0 / kRate, 0.5);
+    DspCore::AutoNotchFilter notch;
+    notch.setEnable(true);
+    inBlocks(notch, signal);
+    EXPECT_LT(test::decibels(level(signal, 1000.0) / 0.5), -30.0);
+}
+
+TEST(AutoNotchFilterTest, DisabledItPassesAndEverySwitchForgets)
+{
+    const std::vector<COMPLEX> tone = test::tone(48000, 0.02, 1.0);
+    DspCore::AutoNotchFilter notch;
+    std::vector<COMPLEX> signal = tone;
+    inBlocks(notch, signal);
+    EXPECT_EQ(signal, tone);
+    notch.setEnable(true);
+    inBlocks(notch, signal);
+    notch.setEnable(true);
+    COMPLEX x{1.0, 0.5};
+    notch.process(&x, 1);
+    EXPECT_EQ(x, (COMPLEX{1.0, 0.5})) << "without weights the input comes out";
+}
+
+TEST(NoiseReductionTest, LiftsAToneOutOfNoise)
+{
+    constexpr double kToneLevel = 0.3;
+    constexpr double kGainDb = 8.0; // what a listener hears clearly
+    std::vector<COMPLEX> signal = test::noise(4 * 48000, 8);
+    test::add(signal, test::tone(4 * 48000, 1000.0 / kRate, kToneLevel));
+    const auto snr = [](const std::vector<COMPLEX> &s) {
+        const std::vector<COMPLEX> last(s.end() - 24000, s.end());
+        const double tone = test::magnitude(test::component(last, 1000.0 / kRate));
+        const double all = test::rms(last);
+        return test::decibels(tone / std::sqrt(all * all - tone * tone));
+    };
+    const double before = snr(signal);
+    DspCore::NoiseReduction reduction;
+    reduction.setEnable(true);
+    inBlocks(reduction, signal);
+    EXPECT_GT(snr(signal) - before, kGainDb);
+}
+
+TEST(NoiseReductionTest, TheGainFollowsTheRatioOfBlockLevelsAndSurvivesAClear)
+{
+    // Silence: ratio 0.5 per block, so the gain after n blocks is 0.5 + 0.5 * 0.98^n; seen through
+    // a predictor whose output is known.
+    constexpr int kBlocks = 100;
+    const auto reducedAfter = [](int blocks, bool clear) {
+        DspCore::NoiseReduction reduction;
+        reduction.setTaps(1);
+        reduction.setDelay(1);
+        reduction.setRate(1.0);
+        reduction.setLeak(0.0);
+        reduction.setEnable(true);
+        std::vector<COMPLEX> silence(10, COMPLEX{0.0, 0.0});
+        for (int n = 0; n < blocks; ++n)
+            reduction.process(silence.data(), 10);
+        if (clear)
+            reduction.clear();
+        std::vector<COMPLEX> ones(1000, COMPLEX{1.0, 0.0});
+        reduction.process(ones);
+        return ones.back().re;
+    };
+    // One tap foretells a constant from the third sample on: 998 of 1000 come out.
+    const double ratio = std::sqrt(1000.0) / std::sqrt(998.0) * 0.5;
+    const double expected = 0.98 * (0.5 + 0.5 * std::pow(0.98, kBlocks)) + 0.02 * ratio;
+    EXPECT_NEAR(reducedAfter(kBlocks, false), expected, 1e-6);
+    EXPECT_NEAR(reducedAfter(kBlocks, true), expected, 1e-6);
+}
+
+TEST(NoiseBlankerTest, Nb1MutesSevenSamplesFromTwoAheadOfThePeak)
+{
+    DspCore::NoiseBlanker blanker;
+    blanker.setEnableNb1(true);
+    blanker.setThresholdNb1(2.65);
+    std::vector<COMPLEX> signal(3000, COMPLEX{1.0, 0.0});
+    for (std::size_t n = 0; n < signal.size(); ++n)
+        signal[n].im = static_cast<double>(n) * 1e-6; // a ruler
+    signal[2000] = {30.0, 0.0};
+    signal[2004] = {30.0, 0.0}; // within the mute: it does not restart it
+    const std::vector<COMPLEX> in = signal;
+    inBlocks(blanker, signal, 333);
+    for (std::size_t n = 2; n < signal.size(); ++n) {
+        if (n >= 2000 && n < 2007)
+            ASSERT_EQ(signal[n], (COMPLEX{0.0, 0.0})) << n;
+        else
+            ASSERT_EQ(signal[n], in[n - 2]) << n;
+    }
+}
+
+TEST(NoiseBlankerTest, Nb2ReplacesSinglePeaksByAShortMeanWithoutDelay)
+{
+    DspCore::NoiseBlanker blanker;
+    blanker.setEnableNb2(true);
+    blanker.setThresholdNb2(3.0);
+    std::vector<COMPLEX> signal(2000, COMPLEX{1.0, -1.0});
+    signal[1500] = {41.0, -1.0};
+    inBlocks(blanker, signal, 512);
+    EXPECT_EQ(signal[1499], (COMPLEX{1.0, -1.0}));
+    EXPECT_NEAR(signal[1500].re, 0.25 * 41.0 + 0.75, 1e-12);
+    EXPECT_NEAR(signal[1500].im, -1.0, 1e-12);
+    EXPECT_EQ(signal[1501], (COMPLEX{1.0, -1.0}));
+}
+
+TEST(NoiseBlankerTest, TheFirstThresholdIsNotSquared)
+{
+    // Power average 1 and a sample of power p: 0.001 p + 0.999 against the threshold 2.65.
+    const auto mutes = [](double amplitude, bool set) {
+        DspCore::NoiseBlanker blanker;
+        blanker.setEnableNb1(true);
+        if (set)
+            blanker.setThresholdNb1(2.65);
+        COMPLEX block[] = {{amplitude, 0.0}, {0.0, 0.0}, {0.0, 0.0}};
+        blanker.process(block, 3);
+        return block[2].re == 0.0;
+    };
+    EXPECT_TRUE(mutes(1.7, false));
+    EXPECT_FALSE(mutes(1.6, false));
+    EXPECT_FALSE(mutes(1.7, true));
+    EXPECT_TRUE(mutes(2.7, true));
+}
+
+TEST(DseTest, PartsTheEarsByPitch)
+{
+    constexpr double kPassed = 0.9;
+    constexpr double kStopped = 0.01;
+    DspCore::Dse dse;
+    dse.setTaps(1000);
+    dse.setPitch(700.0);
+    dse.setEnable(true);
+    for (const bool swap : {false, true}) {
+        dse.setSwap(swap);
+        for (const double hz : {350.0, 1050.0}) {
+            dse.clear();
+            std::vector<COMPLEX> signal = test::tone(48000, hz / kRate);
+            inBlocks(dse, signal);
+            double left = 0.0;
+            double right = 0.0;
+            for (std::size_t n = 24000; n < signal.size(); ++n) {
+                left = std::max(left, std::abs(signal[n].re));
+                right = std::max(right, std::abs(signal[n].im));
+            }
+            const bool isLeft = (hz < 700.0) != swap;
+            EXPECT_GT(isLeft ? left : right, kPassed) << hz;
+            EXPECT_LT(isLeft ? right : left, kStopped) << hz;
+        }
+    }
+}
+
+TEST(DseTest, ReportsBadInputEvenWhenSwitchedOff)
+{
+    const test::LogCapture log;
+    DspCore::Dse dse;
+    dse.process(nullptr, 4);
+    COMPLEX x{1.0, 2.0};
+    dse.process(&x, 0);
+    EXPECT_EQ(log.warnings().filter("void DspCore::Dse::process(COMPLEX *, int)").size(), 2);
+    EXPECT_TRUE(log.warned("): Incorrect input parameters!"));
+    dse.process(&x, 1);
+    EXPECT_EQ(log.warnings().size(), 2);
+    EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
+}
+
+TEST(ApfTest, LowersAllButItsPeak)
+{
+    constexpr double kToleranceDb = 0.05;
+    DspCore::Apf apf;
+    apf.setEnable(true);
+    struct Row
+    {
+        double frequency, quality, gainDb;
+    };
+    for (const Row row : {Row{500, 1, 12}, Row{700, 6, 30}, Row{1200, 3, 20}}) {
+        if (row.gainDb != 12.0) // the first row is what the constructor sets
+            apf.init(row.frequency / kRate, row.quality, row.gainDb);
+        std::vector<COMPLEX> peak = test::tone(96000, row.frequency / kRate);
+        inBlocks(apf, peak);
+        EXPECT_NEAR(test::decibels(level(peak, row.frequency)), 0.0, kToleranceDb);
+        std::vector<COMPLEX> far = test::tone(96000, 15000.0 / kRate);
+        inBlocks(apf, far);
+        EXPECT_NEAR(test::decibels(level(far, 15000.0)), -row.gainDb, 0.5);
+    }
+}
+} // namespace

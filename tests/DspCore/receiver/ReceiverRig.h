@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/receiver/Receiver.h"
+#include "support/Signals.h"
+
+#include <algorithm>
+#include <numbers>
+#include <utility>
+#include <vector>
+
+namespace test
+{
+/// Empties an outlet.
+inline std::vector<COMPLEX> drained(CircularBuffer<COMPLEX> &outlet)
+{
+    std::vector<COMPLEX> samples(outlet.count());
+    outlet.read(samples.data(), int(samples.size()));
+    return samples;
+}
+
+/// What the three outlets gave for one stretch of input.
+struct Heard
+{
+    std::vector<COMPLEX> audio;
+    std::vector<COMPLEX> vac;
+    std::vector<COMPLEX> lineout;
+};
+
+inline void append(std::vector<COMPLEX> &to, const std::vector<COMPLEX> &more)
+{
+    to.insert(to.end(), more.begin(), more.end());
+}
+
+/// Feeds a stream in blocks of the given length and collects all that comes out.
+inline Heard feed(DspCore::Receiver &receiver, const std::vector<COMPLEX> &stream, int block = 512)
+{
+    Heard heard;
+    std::vector<COMPLEX> part;
+    for (std::size_t at = 0; at < stream.size(); at += part.size()) {
+        part.assign(
+            stream.begin() + long(at), stream.begin() + long(std::min(at + block, stream.size())));
+        receiver.process(part.data(), int(part.size()));
+        append(heard.audio, drained(receiver.buffer()));
+        append(heard.vac, drained(receiver.vac()));
+        append(heard.lineout, drained(receiver.lineout()));
+    }
+    return heard;
+}
+
+/// Makes a mode current without its fade.
+inline void setMode(DspCore::Receiver &receiver, DspCore::Modulation modulation)
+{
+    receiver.setModulation(modulation);
+    receiver.clear();
+}
+
+inline std::vector<COMPLEX> last(const std::vector<COMPLEX> &samples, int count)
+{
+    return {samples.end() - count, samples.end()};
+}
+
+/// One ear as a real signal.
+inline std::vector<COMPLEX> ear(std::vector<COMPLEX> samples, double COMPLEX::*part)
+{
+    for (COMPLEX &sample : samples)
+        sample = {sample.*part, 0.0};
+    return samples;
+}
+
+inline double level(const std::vector<COMPLEX> &samples, double frequency)
+{
+    return magnitude(component(samples, frequency));
+}
+} // namespace test

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/Signals.h"
+
+#include "FmSoft/FmDecode.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+constexpr double kIfRate = 192000.0;
+constexpr double kPcmRate = 48000.0;
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+constexpr std::size_t kBlock = 512;
+
+FmDecoder decoder(bool stereo = true)
+{
+    return {kIfRate, 0.0, kPcmRate, stereo, 50.0, 100000.0, 75000.0, 15000.0, 1};
+}
+
+// A broadcast signal at 75 kHz deviation: left and right tones without pre-emphasis, pilot 9 %.
+class Station
+{
+public:
+    double leftHz = 1000.0;
+    double rightHz = 0.0; // 0: silent
+    double pilot = 0.09;
+
+    IQSampleVector next()
+    {
+        IQSampleVector block(kBlock);
+        for (auto &x : block) {
+            const double t = static_cast<double>(mSample++) / kIfRate;
+            const double left = leftHz > 0.0 ? std::sin(kTwoPi * leftHz * t) : 0.0;
+            const double right = rightHz > 0.0 ? std::sin(kTwoPi * rightHz * t) : 0.0;
+            const double pilotAngle = kTwoPi * 19000.0 * t;
+            const double multiplex = 0.45 * (left + right) / 2.0 * 2.0 * 0.5
+                + pilot * std::sin(pilotAngle)
+                + 0.45 * (left - right) * 0.5 * std::sin(2.0 * pilotAngle);
+            mPhase += kTwoPi * 75000.0 / kIfRate * multiplex;
+            x = {static_cast<float>(0.2 * std::cos(mPhase)),
+                static_cast<float>(0.2 * std::sin(mPhase))};
+        }
+        return block;
+    }
+
+private:
+    long long mSample = 0;
+    double mPhase = 0.0;
+};
+
+// Left and right of the last second out of three.
+std::vector<COMPLEX> listen(FmDecoder &fm, Station &station)
+{
+    std::vector<COMPLEX> audio;
+    SampleVector block;
+    for (int n = 0; n < int(3 * kIfRate / kBlock); ++n) {
+        fm.process(station.next(), block);
+        for (std::size_t i = 0; i + 1 < block.size(); i += 2)
+            audio.push_back({block[i], block[i + 1]});
+    }
+    return {audio.end() - 48000, audio.end()};
+}
+
+double levelOf(const std::vector<COMPLEX> &audio, double hz, bool left)
+{
+    std::vector<COMPLEX> ear = audio;
+    for (COMPLEX &x : ear)
+        x = {left ? x.re : x.im, 0.0};
+    return 2.0 * test::magnitude(test::component(ear, hz / kPcmRate));
+}
+
+TEST(FmDecoderTest, SeparatesTheEars)
+{
+    // The IF filter's slope on the upper sideband of the difference signal sets the bound.
+    constexpr double kSeparationDb = 27.0;
+    for (const bool left : {true, false}) {
+        Station station;
+        station.leftHz = left ? 1000.0 : 0.0;
+        station.rightHz = left ? 0.0 : 1000.0;
+        FmDecoder fm = decoder();
+        const std::vector<COMPLEX> audio = listen(fm, station);
+        EXPECT_TRUE(fm.stereoDetected());
+        EXPECT_GT(test::decibels(levelOf(audio, 1000.0, left) / levelOf(audio, 1000.0, !left)),
+            kSeparationDb);
+        EXPECT_GT(levelOf(audio, 1000.0, left), 0.3);
+    }
+}
+
+TEST(FmDecoderTest, WithoutPilotBothEarsAreAlike)
+{
+    Station station;
+    station.pilot = 0.0;
+    FmDecoder fm = decoder();
+    const std::vector<COMPLEX> audio = listen(fm, station);
+    EXPECT_FALSE(fm.stereoDetected());
+    for (const COMPLEX &x : audio)
+        ASSERT_EQ(x.re, x.im);
+    EXPECT_GT(levelOf(audio, 1000.0, true), 0.1);
+}
+
+TEST(FmDecoderTest, WithStereoOffOneValueComesPerFrame)
+{
+    Station station;
+    FmDecoder fm = decoder(false);
+    SampleVector audio;
+    for (int n = 0; n < 10; ++n) {
+        fm.process(station.next(), audio);
+        EXPECT_EQ(audio.size(), kBlock / 4);
+    }
+    EXPECT_FALSE(fm.stereoDetected());
+}
+
+TEST(FmDecoderTest, DeemphasisFallsByTheTimeConstant)
+{
+    // 50 us against the pole-matched one-pole at 48 kHz: compare 1 kHz with 8 kHz.
+    const auto magnitude = [](double hz) {
+        const double a = std::exp(-1.0 / (50e-6 * kPcmRate));
+        const double w = kTwoPi * hz / kPcmRate;
+        return (1.0 - a) / std::sqrt(1.0 + a * a - 2.0 * a * std::cos(w));
+    };
+    constexpr double kToleranceDb = 0.3; // pass-band ripple of the resampler
+    double level[2];
+    for (const int i : {0, 1}) {
+        Station station;
+        station.leftHz = station.rightHz = i == 0 ? 1000.0 : 8000.0;
+        FmDecoder fm = decoder();
+        level[i] = levelOf(listen(fm, station), station.leftHz, true);
+    }
+    EXPECT_NEAR(test::decibels(level[1] / level[0]),
+        test::decibels(magnitude(8000.0) / magnitude(1000.0)), kToleranceDb);
+}
+
+TEST(FmDecoderTest, StereoSwitchedOffAndOnAgainGoesOn)
+{
+    Station station;
+    FmDecoder fm({kIfRate, 0.0, 44100.0, true, 50.0, 100000.0, 75000.0, 15000.0, 1});
+    SampleVector audio;
+    for (int n = 0; n < 2000; ++n) {
+        if (n == 1000 || n == 1003)
+            fm.setStereoEnabled(n == 1003);
+        fm.process(station.next(), audio);
+        ASSERT_GE(audio.size(), 116u) << n;
+    }
+    EXPECT_EQ(audio.size() % 2, 0u);
+}
+} // namespace

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Control/AutoPreamp.h"
+#include "ZephrinNano/Control/driver/DriverTest.h"
+#include "ZephrinNano/Control/driver/FrameStream.h"
+
+#include <cmath>
+
+namespace
+{
+enum Code { State = 2 };
+constexpr std::uint32_t kStreamOn = 0x00080000;
+
+class DriverStreamTest : public DriverTest
+{
+protected:
+    using SampleRate = HardwareZephrinNANO::SampleRate;
+
+    /// Ticks AutoPreamp by hand; true if that reports overflow.
+    static bool overflowed()
+    {
+        bool seen = false;
+        QObject context;
+        QObject::connect(
+            &AutoPreamp::instance(), &AutoPreamp::adcOverflow, &context, [&] { seen = true; });
+        QMetaObject::invokeMethod(&AutoPreamp::instance(), "onUpdate", Qt::DirectConnection);
+        return seen;
+    }
+
+    std::size_t extract(std::vector<int8_t> block)
+    {
+        return driver.extractIQ(block, driver.findHeaders(block));
+    }
+};
+
+TEST_F(DriverStreamTest, CodeSetsTheWindowAndIsLimited)
+{
+    open();
+    const struct
+    {
+        int code;
+        int sent;
+        int window;
+    } rows[] = {{-1, 0, 4096}, {0, 0, 4096}, {3, 3, 4096}, {4, 4, 4096}, {5, 5, 8192},
+        {6, 6, 16384}, {7, 7, 32768}, {8, 8, 32768}, {12, 8, 32768}};
+    for (const auto &row : rows) {
+        ASSERT_TRUE(driver.startStream(SampleRate(row.code)));
+        EXPECT_TRUE(driver.isStartStream() && driver.isRunning() && engine->hasThread());
+        const QString sizes = QString("FT_SetUSBParameters(%1, %1)").arg(row.window);
+        EXPECT_EQ(calls(),
+            (QStringList{"FT_Purge(3)", sizes, "FT_SetTimeouts(200, 200)", "FT_Write(11)"}));
+        EXPECT_EQ(sent(), (std::vector<Sent>{{State, kStreamOn | unsigned(row.sent)}}));
+
+        EXPECT_FALSE(driver.startStream(SampleRate(0)));
+        EXPECT_TRUE(calls().isEmpty());
+
+        EXPECT_TRUE(driver.stopStream());
+        EXPECT_FALSE(driver.isStartStream() || driver.isRunning() || engine->hasThread());
+        EXPECT_EQ(sent(), (std::vector<Sent>{{State, unsigned(row.sent)}}));
+        calls();
+        EXPECT_TRUE(driver.stopStream());
+        EXPECT_TRUE(calls().isEmpty());
+    }
+    driver.close();
+    ASSERT_TRUE(driver.open(0)); // begins with the window of the last stream
+    EXPECT_TRUE(calls().contains("FT_SetUSBParameters(32768, 32768)"));
+    EXPECT_TRUE(warnings().isEmpty()) << warnings().join("\n").toStdString();
+}
+
+TEST_F(DriverStreamTest, StartGivesUpWithoutPurgeTransferSizeOrState)
+{
+    const struct
+    {
+        const char *call;
+        bool starts;
+        const char *text;
+    } rows[] = {
+        {"FT_Purge", false, " failed to purge,  7"},
+        {"FT_SetUSBParameters", false, " failed to set USB parameters,  7"},
+        {"FT_SetTimeouts", true, " failed to set timeouts,  7"},
+        {"FT_Write", false, " failed to write data, writed: "},
+    };
+    open();
+    for (const auto &row : rows) {
+        log.clear();
+        vr_fault(QString("fail:%1@1=7").arg(row.call).toUtf8());
+        EXPECT_EQ(driver.startStream(SampleRate::Rate48000), row.starts) << row.call;
+        EXPECT_EQ(driver.isStartStream(), row.starts);
+        EXPECT_EQ(engine->hasThread(), row.starts);
+        EXPECT_EQ(driver.isRunning(), row.starts);
+        EXPECT_TRUE(log.warned(row.text)) << warnings().join('\n').toStdString();
+        // A refused start ends with the call that failed.
+        EXPECT_EQ(calls().last().startsWith(row.call), !row.starts);
+        driver.stopStream();
+        calls();
+    }
+}
+
+TEST_F(DriverStreamTest, ClosingEndsTheStreamFirst)
+{
+    open();
+    ASSERT_TRUE(driver.startStream(SampleRate::Rate192000));
+    calls();
+    driver.close();
+    EXPECT_EQ(calls(), (QStringList{"FT_Write(11)", "FT_Close()"}));
+    EXPECT_FALSE(driver.isRunning() || engine->hasThread() || device().streaming);
+
+    {
+        HardwareZephrinNANO other(engine, nullptr);
+        ASSERT_TRUE(other.open(0) && other.startStream(SampleRate::Rate192000));
+    }
+    EXPECT_FALSE(device().open || engine->hasThread());
+}
+
+TEST_F(DriverStreamTest, SamplesReachTheEngineThroughATornStream)
+{
+    open();
+    vr_fault("lost-byte@5,added-byte@9,torn-read@3x2");
+    ASSERT_TRUE(driver.startStream(SampleRate::Rate768000));
+    const auto first = device().samples_sent;
+    ASSERT_TRUE(wait(5000, [&] { return device().samples_sent - first > 100 * 84; }));
+    EXPECT_TRUE(wait(1000, [&] { return engine->iqBuffer()->count() > 50 * 84; }));
+    EXPECT_TRUE(driver.stopStream());
+    EXPECT_TRUE(warnings().isEmpty()) << warnings().join("\n").toStdString();
+}
+
+// The engine's fade-in is over after a few samples.
+TEST_F(DriverStreamTest, LevelCorrectionIsMultipliedIntoEachSample)
+{
+    constexpr std::size_t kFadeIn = 20;
+    constexpr double kFadeRest = 1e-7; // the fade is kept in single precision
+    for (const double dB : {0.0, 3.0, -20.0}) {
+        engine->open(vm::thread::jthread::Priority::Highest);
+        driver.setPreampCoeff(dB);
+        const std::vector<int8_t> block = test::frames(8, 4000000);
+        EXPECT_EQ(extract(block), 512u);
+        ASSERT_TRUE(wait(2000, [&] {
+            engine->wake();
+            return engine->iqBuffer()->count() >= 512;
+        }));
+        std::vector<COMPLEX> samples(512);
+        ASSERT_TRUE(engine->iqBuffer()->read(samples.data(), 512));
+        engine->close();
+        const double gain = std::pow(10.0, dB / 20.0);
+        for (std::size_t i = kFadeIn; i < samples.size(); ++i)
+            ASSERT_NEAR(samples[i].re, gain * double(4000000 + i) / 8388607.0, kFadeRest) << dB;
+    }
+}
+
+TEST_F(DriverStreamTest, PeakGoesToAutoPreampUnlessItIsZero)
+{
+    overflowed();
+    EXPECT_EQ(extract(test::frames(3, 0, 0x8001)), 512u);
+    EXPECT_TRUE(overflowed());
+    AutoPreamp::instance().setAdcValue(0x8000);
+    EXPECT_EQ(extract(test::frames(3, 0, 0)), 512u); // does not take the place of what waits
+    EXPECT_TRUE(overflowed());
+    EXPECT_EQ(
+        extract(test::frames(1, 0, 0x8001)), 512u); // the tail's peak comes with the next read
+    EXPECT_FALSE(overflowed());
+    EXPECT_EQ(extract(std::vector<int8_t>(4096)), 0u); // no marker: the whole window is given up
+}
+
+TEST_F(DriverStreamTest, WrongDistanceIsLoggedWithItsSize)
+{
+    auto block = test::frames(4);
+    block.erase(block.begin() + 600, block.begin() + 610);
+    extract(block);
+    ASSERT_EQ(lines().size(), 1);
+    EXPECT_TRUE(lines()[0].startsWith("std::size_t HardwareZephrinNANO::extractIQ("
+                                      "std::vector<int8_t> &, const std::vector<std::size_t> &)"));
+    EXPECT_TRUE(lines()[0].endsWith(", failed to read block, size: 502"));
+    EXPECT_TRUE(warnings().isEmpty()) << warnings().join("\n").toStdString();
+}
+
+TEST_F(DriverStreamTest, VanishedDeviceStopsTheStreamWithinTwoSeconds)
+{
+    open();
+    ASSERT_TRUE(driver.startStream(SampleRate::Rate48000));
+    int forced = 0;
+    QObject::connect(&driver, &HardwareZephrinNANO::forceStop, &driver, [&] { ++forced; });
+    ASSERT_TRUE(wait(500, [] { return device().frames_sent > 20; }));
+    // A few errors first: they are named, and the stream goes on.
+    vr_fault("read-error@1x3");
+    ASSERT_TRUE(wait(500, [this] { return warnings().size() >= 3; }));
+    EXPECT_TRUE(log.warned("virtual void HardwareZephrinNANO::run()  failed to read IQ, error 4"));
+    EXPECT_TRUE(driver.isStartStream());
+
+    // Then nothing but errors, millions of them: not collected.
+    const auto quiet = qInstallMessageHandler([](auto, auto &, auto &) {});
+    vr_set_plugged(0);
+    EXPECT_TRUE(wait(2500, [this] { return !driver.isStartStream(); }));
+    qInstallMessageHandler(quiet);
+    EXPECT_EQ(forced, 1);
+    EXPECT_TRUE(driver.isOpen());
+    EXPECT_FALSE(driver.isRunning() || engine->hasThread());
+}
+
+TEST_F(DriverStreamTest, SilentDeviceKeepsTheStream)
+{
+    open();
+    vr_fault("silence@0..20");
+    ASSERT_TRUE(driver.startStream(SampleRate::Rate48000));
+    EXPECT_FALSE(wait(2400, [this] { return !driver.isStartStream(); }));
+    EXPECT_EQ(device().frames_sent, 0u);
+    EXPECT_TRUE(driver.stopStream());
+}
+} // namespace

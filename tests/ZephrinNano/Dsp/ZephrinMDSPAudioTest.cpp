@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EngineTest.h"
+
+#include "DspCore/filters/Resampler.h"
+
+#include <algorithm>
+
+namespace
+{
+// The taps hand out single precision.
+constexpr double kFloatError = 2e-7;
+} // namespace
+
+class EngineAudioTest : public EngineTest
+{
+protected:
+    EngineAudioTest()
+    {
+        recordAudio();
+        engine.setModulation(0, DspCore::Modulation::USB);
+    }
+
+    using Callback = bool (ZephrinMDSP::*)(
+        std::vector<float> &, std::vector<float> &, unsigned long, unsigned long);
+
+    /// Pulls a given number of stereo pairs; an empty result means that the callback refused.
+    std::vector<COMPLEX> pull(Callback callback, int pairs)
+    {
+        std::vector<float> out(std::size_t(2 * pairs), -1.0f);
+        if (!(engine.*callback)(noInput, out, 0, 2))
+            return {};
+        std::vector<COMPLEX> audio(out.size() / 2);
+        for (std::size_t i = 0; i < audio.size(); ++i)
+            audio[i] = {out[2 * i], out[2 * i + 1]};
+        return audio;
+    }
+
+    /// Pairs that wait for a path whose signal has no zeros, in steps of 64.
+    int waiting(Callback callback)
+    {
+        int count = 0;
+        for (;; count += 64) {
+            const auto audio = pull(callback, 64);
+            if (audio.empty() || test::rms(audio) == 0.0)
+                return count;
+        }
+    }
+
+    /// A stream through a resampler of its own in small cuts, times a gain.
+    static std::vector<COMPLEX> resampled(
+        std::vector<COMPLEX> in, double from, double to, double gain)
+    {
+        DspCore::Resampler resampler;
+        resampler.setSampleRates(from, to);
+        std::vector<COMPLEX> part(SIGNAL_MAX_SIZE);
+        std::vector<COMPLEX> out;
+        for (std::size_t at = 0; at < in.size(); at += 128) {
+            int length = 0;
+            resampler.process(in.data() + at, 128, part.data(), length);
+            out.insert(out.end(), part.begin(), part.begin() + length);
+        }
+        for (COMPLEX &pair : out)
+            pair = {gain * pair.re, gain * pair.im};
+        return out;
+    }
+};
+
+TEST_F(EngineAudioTest, SoundCardPlaysTheReceiversAudioInPairs)
+{
+    start();
+    playTone(20, 0.1);
+    ASSERT_EQ(soundCard.size(), std::size_t(20 * kBlock));
+    EXPECT_EQ(test::rms(pull(&ZephrinMDSP::soundCardIO, 20 * kBlock + 1)), 0.0) << "too much";
+    for (int at = 0; at < 20 * kBlock; at += 640) {
+        const auto audio = pull(&ZephrinMDSP::soundCardIO, 640);
+        for (int i = 0; i < 640; ++i) {
+            ASSERT_FLOAT_EQ(float(audio[i].re), 0.7f * soundCard[at + i].re) << at + i;
+            ASSERT_FLOAT_EQ(float(audio[i].im), 0.7f * soundCard[at + i].im) << at + i;
+        }
+    }
+    EXPECT_EQ(test::rms(pull(&ZephrinMDSP::soundCardIO, 1)), 0.0) << "all played";
+}
+
+TEST_F(EngineAudioTest, OtherChannelCountsStayInsideTheBuffer)
+{
+    start();
+    playTone(20, 0.1);
+    std::vector<float> mono(600, -1.0f);
+    EXPECT_TRUE(engine.soundCardIO(noInput, mono, 0, 1));
+    EXPECT_FLOAT_EQ(mono[599], 0.7f * soundCard[299].im);
+    std::vector<float> four(800, -1.0f);
+    EXPECT_TRUE(engine.soundCardIO(noInput, four, 0, 4));
+    EXPECT_FLOAT_EQ(four[399], 0.7f * soundCard[799].im);
+    EXPECT_FLOAT_EQ(four[400], 0.7f * -1.0f);
+}
+
+TEST_F(EngineAudioTest, VacCarriesTheAudioServersStreamAtItsOwnRate)
+{
+    // At 192 kHz a chunk makes 8192 pairs, more than the resampler gives at a time.
+    for (const double rate : {48000.0, 44100.0, 96000.0, 192000.0}) {
+        vacSource.clear();
+        engine.setVacSampleRate(rate);
+        engine.vacOpen();
+        start();
+        playTone(8, 0.1); // two chunks
+        ASSERT_EQ(vacSource.size(), std::size_t(2 * kChunk)) << rate;
+        const auto expected = resampled(vacSource, 48000.0, rate, 0.3);
+        const auto audio = pull(&ZephrinMDSP::vacIO, int(expected.size()));
+        EXPECT_GT(test::rms(expected), 1e-3) << rate;
+        EXPECT_LT(test::maxError(audio, expected), kFloatError) << rate;
+        EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 0) << rate;
+        engine.close();
+    }
+}
+
+TEST_F(EngineAudioTest, LineOutDeliversOrRefuses)
+{
+    engine.setLineOutSampleRate(96000.0);
+    engine.setLineOutEnable(true);
+    start();
+    std::vector<float> untouched(8, -1.0f);
+    EXPECT_FALSE(engine.lineOutIO(noInput, untouched, 0, 2));
+    EXPECT_EQ(untouched, std::vector<float>(8, -1.0f));
+
+    // Long enough for the volume to have faded in: then the sound card's audio is the line out's
+    // source, 0.7 times.
+    playTone(200, 0.1);
+    EXPECT_GT(waiting(&ZephrinMDSP::lineOutIO), 0);
+    soundCard.clear();
+    playTone(4, 0.1);
+    const auto audio = pull(&ZephrinMDSP::lineOutIO, 2 * kChunk);
+    ASSERT_EQ(audio.size(), std::size_t(2 * kChunk));
+    EXPECT_TRUE(pull(&ZephrinMDSP::lineOutIO, 1).empty());
+    std::vector<COMPLEX> source;
+    for (const COMPLEX32 &pair : soundCard)
+        source.push_back({pair.re / 0.7, pair.im / 0.7});
+    const auto expected = resampled(source, 48000.0, 96000.0, 0.4);
+    // The engine's resampler has a past, the other starts from nothing: 8 taps a phase.
+    constexpr int kPast = 2 * 8;
+    EXPECT_GT(test::rms(expected), 1e-3);
+    constexpr double kVolumeTail = 2e-5; // what the volume ramp may still lack
+    EXPECT_LT(test::maxError(from(kPast, audio), from(kPast, expected)), kVolumeTail);
+}
+
+TEST_F(EngineAudioTest, AClosedVacIsDrainedAndAClosedLineOutIsNot)
+{
+    start();
+    playTone(80, 0.1); // more than the receiver's rings hold
+    EXPECT_EQ(vacSource.size(), std::size_t(80 * kBlock));
+    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 0);
+
+    // A full line-out ring gives a chunk at once; opening empties it, so the first comes later.
+    engine.setLineOutEnable(true);
+    playTone(3, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0);
+    playTone(1, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), kChunk);
+    engine.lineoutClose();
+    playTone(4, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0);
+}
+
+TEST_F(EngineAudioTest, OpeningAPathDropsWhatWaits)
+{
+    engine.vacOpen();
+    engine.lineoutOpen();
+    start();
+    playTone(6, 0.1); // a chunk in the taps and half a chunk in front of them
+    engine.vacClose();
+    engine.lineoutClose();
+    engine.vacOpen();
+    engine.lineoutOpen();
+    playTone(3, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 0);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0);
+    playTone(1, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), kChunk);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), kChunk);
+}
+
+TEST_F(EngineAudioTest, AFullTapDropsChunksWhole)
+{
+    constexpr int kCapacity = 16384;
+    engine.setVacSampleRate(44100.0);
+    engine.vacOpen();
+    start();
+    playTone(40, 0.1); // ten chunks of 1881 or 1882 pairs; eight fit, 1329 pairs stay free
+    const auto expected = resampled(vacSource, 48000.0, 44100.0, 0.3);
+    ASSERT_GT(int(expected.size()), kCapacity);
+    const int held = waiting(&ZephrinMDSP::vacIO);
+    EXPECT_NEAR(held, 8 * 1881.6, 64.0);
+}
+
+TEST_F(EngineAudioTest, ANewSoundCardRateReachesTheLineOutAndNotTheVac)
+{
+    engine.vacOpen();
+    engine.lineoutOpen();
+    engine.setSampleRateSC(96000.0);
+    start();
+    playTone(4, 0.1); // 4096 pairs of audio: two chunks
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), kChunk);
+    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 2 * kChunk);
+    engine.setVacSampleRate(48000.0);
+    playTone(4, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), kChunk);
+}

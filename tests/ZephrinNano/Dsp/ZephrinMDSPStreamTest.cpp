@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EngineTest.h"
+
+#include "support/LogCapture.h"
+
+#include <cmath>
+#include <future>
+#include <stdexcept>
+#include <string>
+
+using EngineStreamTest = EngineTest;
+
+TEST_F(EngineStreamTest, FadesInFromSilenceAtEveryStart)
+{
+    std::vector<COMPLEX> seen;
+    iqServer.onWrite = [&](COMPLEX *block, int count) {
+        seen.insert(seen.end(), block, block + count);
+    };
+    engine.setIqServer(&iqServer);
+    const std::vector<COMPLEX> stream(2 * kBlock, COMPLEX{1.0, -0.5});
+    for (int round = 0; round < 2; ++round) {
+        seen.clear();
+        start();
+        play(stream);
+        engine.close();
+        ASSERT_EQ(seen.size(), stream.size());
+        for (int n = 0; n < int(seen.size()); ++n) {
+            // Step response of the smoother, known to one rounding of its single precision.
+            const double gain = n < 8 ? 1.0 - std::pow(0.05, n + 1) : 1.0;
+            ASSERT_NEAR(seen[n].re, gain, n < 8 ? 6e-8 : 0.0) << n;
+            ASSERT_EQ(seen[n].im, -0.5 * seen[n].re) << n;
+            ASSERT_EQ(seen[n].re, double(float(seen[n].re))) << "gain is single precision, " << n;
+        }
+    }
+}
+
+TEST_F(EngineStreamTest, ReadBlockFollowsTheSoundCardRateFromTheNextStartOn)
+{
+    const struct
+    {
+        double rate;
+        int block;
+    } rows[] = {{48000.0, 512}, {192000.0, 512}, {48001.9, 1024}, {22050.0, 2048}, {44100.0, 4096},
+        {47999.0, 4096}};
+    std::vector<int> blocks;
+    iqServer.onWrite = [&](COMPLEX *, int count) { blocks.push_back(count); };
+    engine.setIqServer(&iqServer);
+    auto samples = test::noise(4096, 1);
+    for (const auto &row : rows) {
+        engine.setSampleRateSC(row.rate);
+        start();
+        engine.setSampleRateSC(32000.0); // a rate of block 512 that comes too late
+        blocks.clear();
+        const long before = sensors.blocks;
+        engine.processIQ(gsl::span<COMPLEX>(samples.data(), std::size_t(row.block - 1)));
+        engine.processIQ(gsl::span<COMPLEX>(samples.data(), std::size_t(4097 - row.block)));
+        ASSERT_TRUE(waitForBlocks(before + 4096 / row.block)) << row.rate;
+        engine.close();
+        EXPECT_EQ(blocks, std::vector<int>(4096 / row.block, row.block)) << row.rate;
+    }
+}
+
+TEST_F(EngineStreamTest, StepsOfABlockRunInOrder)
+{
+    std::vector<std::string> steps;
+    const auto step = [&](const char *name) {
+        // One chunk of the VAC tap comes with every fourth block; that block is looked at.
+        steps.emplace_back(name);
+    };
+    iqServer.onWrite = [&](COMPLEX *, int) {
+        steps.clear();
+        step(engine.iqBuffer()->count() == (sensors.blocks + 1) * kBlock ? "tap" : "no tap yet");
+        step("iq server");
+    };
+    bridge.sink.onWrite = [&](COMPLEX32 *, int) { step("sound card"); };
+    audioServer.onWrite = [&](COMPLEX *, int) { step("audio server"); };
+    sensors.onAdc = [&](uint, float, float) { step("adc"); };
+    sensors.onDbm = [&](uint, uint channel, float) { step(channel == 0 ? "dbm a" : "dbm b"); };
+    sensors.onStereo = [&](uint, bool) { step("stereo"); };
+    engine.setIqServer(&iqServer);
+    engine.setAudioServer(&audioServer);
+    start();
+    play(test::noise(4 * kBlock, 2));
+    EXPECT_EQ(steps,
+        (std::vector<std::string>{
+            "tap", "iq server", "sound card", "audio server", "adc", "dbm a", "dbm b", "stereo"}));
+
+    iqServer.opened = false;
+    audioServer.opened = false;
+    steps.clear();
+    play(test::noise(4 * kBlock, 2));
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), "iq server"), 0);
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), "audio server"), 0);
+}
+
+TEST_F(EngineStreamTest, AFullIqTapKeepsTheOldestSamples)
+{
+    constexpr int kCapacity = 65536;
+    auto stream = test::noise(kCapacity + 2 * kBlock, 3);
+    start();
+    play(stream);
+    ASSERT_EQ(engine.iqBuffer()->count(), unsigned(kCapacity));
+    std::vector<COMPLEX> kept(kCapacity);
+    ASSERT_TRUE(engine.iqBuffer()->read(kept.data(), kCapacity));
+    stream.resize(kCapacity);
+    constexpr int kFaded = 16; // the fade touches the first few samples
+    EXPECT_EQ(test::maxError(from(kFaded, kept), from(kFaded, stream)), 0.0);
+}
+
+TEST_F(EngineStreamTest, TheStreamItselfWakesTheEngine)
+{
+    start();
+    auto samples = test::noise(kBlock, 8);
+    play(samples); // the engine has had its first look and sleeps, or is about to
+    for (int pushed = 0; sensors.blocks < 5 && pushed < 250; ++pushed) {
+        engine.processIQ(samples);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    EXPECT_GE(sensors.blocks, 5);
+}
+
+TEST_F(EngineStreamTest, AFullInputRingDropsBlocksWhole)
+{
+    constexpr int kCapacity = 131072;
+    std::promise<void> entered;
+    std::promise<void> gate;
+    long served = 0;
+    iqServer.onWrite = [&](COMPLEX *, int) {
+        if (served++ == 0) {
+            entered.set_value();
+            gate.get_future().wait();
+        }
+    };
+    engine.setIqServer(&iqServer);
+    auto samples = test::noise(kCapacity, 4);
+    const auto push = [&](int count) {
+        engine.processIQ(gsl::span<COMPLEX>(samples.data(), std::size_t(count)));
+    };
+    start();
+    push(kBlock);
+    entered.get_future().wait(); // the engine holds its first block and takes no other
+    push(kCapacity - kBlock);
+    push(kBlock + 1); // one too many: nothing of it is taken
+    push(0);
+    push(kBlock);
+    push(1);
+    gate.set_value();
+    // The engine is at work and takes all that waits without being woken again.
+    ASSERT_TRUE(waitForBlocks(1 + kCapacity / kBlock, false));
+    engine.close();
+    EXPECT_EQ(served, 1 + kCapacity / kBlock);
+}
+
+TEST_F(EngineStreamTest, AStoppedEngineTakesNothingAndARestartIsClean)
+{
+    auto samples = test::noise(kBlock, 5);
+    engine.lineoutOpen();
+    engine.vacOpen();
+    engine.processIQ(samples); // never opened
+    start();
+    EXPECT_EQ(engine.iqBuffer()->count(), 0u);
+    playTone(100, 0.5);
+    EXPECT_GT(engine.iqBuffer()->count(), 0u);
+    engine.processIQ(gsl::span<COMPLEX>(samples.data(), kBlock - 1)); // left in the ring
+    engine.close();
+    engine.processIQ(samples);
+
+    // What was ready to play stays unheard.
+    std::vector<float> out(512, 1.0f);
+    EXPECT_TRUE(engine.soundCardIO(noInput, out, 0, 2));
+    EXPECT_EQ(out, std::vector<float>(512, 0.0f));
+    out.assign(512, 1.0f);
+    EXPECT_TRUE(engine.vacIO(noInput, out, 0, 2));
+    EXPECT_EQ(out, std::vector<float>(512, 0.0f));
+    out.assign(512, 1.0f);
+    EXPECT_FALSE(engine.lineOutIO(noInput, out, 0, 2));
+    EXPECT_EQ(out, std::vector<float>(512, 1.0f));
+
+    const long before = sensors.blocks;
+    start();
+    EXPECT_EQ(engine.iqBuffer()->count(), 0u);
+    EXPECT_FALSE(engine.lineOutIO(noInput, out, 0, 2));
+    EXPECT_TRUE(engine.soundCardIO(noInput, out, 0, 2));
+    EXPECT_EQ(out, std::vector<float>(512, 0.0f));
+    engine.processIQ(gsl::span<COMPLEX>(samples.data(), kBlock - 1));
+    engine.wake();
+    engine.close();
+    EXPECT_EQ(sensors.blocks, before) << "a sample of the last run was still there";
+    EXPECT_EQ(bridge.sink.switches, (std::vector<bool>{true, false, true, false}));
+}
+
+TEST_F(EngineStreamTest, AnExceptionEndsTheThreadAndLeavesTheEngineUsable)
+{
+    iqServer.onWrite = [](COMPLEX *, int) { throw std::runtime_error("sink"); };
+    engine.setIqServer(&iqServer);
+    start();
+    auto samples = test::noise(kBlock, 6);
+    engine.processIQ(samples);
+    while (!engine.stopping())
+        std::this_thread::yield();
+    EXPECT_TRUE(engine.hasThread());
+    engine.setMainVolume(-10.0); // hangs if the engine mutex was left locked
+    engine.setIqServer(nullptr);
+    engine.close();
+    start();
+    play(samples);
+    EXPECT_EQ(sensors.blocks, 1);
+}
+
+TEST_F(EngineStreamTest, EachSoundCardBlockIsLogged)
+{
+    const test::LogCapture log;
+    start();
+    play(test::noise(2 * kBlock, 7));
+    engine.close();
+    const QString line = "write audio to audioServer(),  512  samples";
+    EXPECT_EQ(log.lines(), (QStringList{line, line}));
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EngineTest.h"
+
+#include "AllocationCounter.h"
+#include "vm_library/source/log/Log.h"
+
+#include <atomic>
+
+using EngineThreadsTest = EngineTest;
+
+// Fails under the thread sanitizer if a setter meets the engine outside the mutex.
+TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
+{
+    std::atomic<bool> quit = false;
+    engine.setIqServer(&iqServer);
+    engine.setAudioServer(&audioServer);
+    start();
+    std::vector<std::thread> threads;
+    threads.emplace_back([&] {
+        auto frame = test::noise(84, 1);
+        while (!quit) {
+            engine.processIQ(frame);
+            std::this_thread::yield();
+        }
+    });
+    for (auto callback : {&ZephrinMDSP::soundCardIO, &ZephrinMDSP::vacIO, &ZephrinMDSP::lineOutIO})
+        threads.emplace_back([&, callback] {
+            std::vector<float> in;
+            std::vector<float> out(400);
+            while (!quit) {
+                (engine.*callback)(in, out, 0, 2);
+                std::this_thread::yield();
+            }
+        });
+
+    const double rates[] = {48000.0, 192000.0};
+    for (int round = 0; round < 60; ++round) {
+        const double rate = rates[round % 2];
+        engine.setSampleRate(rate);
+        engine.setSampleRateSC(round % 3 == 0 ? 96000.0 : 48000.0);
+        engine.setModulation(0, DspCore::Modulation(round % 9));
+        engine.setBandFilterIf(0, -100.0 * round, 3000.0);
+        engine.setDownConverter(0, 1000.0 * round);
+        engine.setRit(0, 0, 10.0 * round);
+        engine.setDds(0, 7e6 + round);
+        engine.setSsbFilterTaps(400 + round);
+        engine.setAmFilterTaps(500 + round);
+        engine.setDigFilterTaps(600 + round);
+        engine.setCwFilterTaps(700 + round);
+        engine.setDiglOffset(2000 + round);
+        engine.setDiguOffset(1000 + round);
+        engine.setAgcMode(DspCore::AgcMode(round % 6));
+        engine.setAgcAttack(DspCore::AgcMode::Fast, 1.0 + round);
+        engine.setMainVolume(-round);
+        engine.setVolume(0, 1, -round);
+        engine.setBalance(0, 0, round);
+        engine.setMute(0, 1, round % 2 == 0);
+        engine.setMainMute(round % 4 == 0);
+        engine.setChannelEnable(0, 1, round % 2 == 0);
+        engine.setLineOutSampleRate(rate);
+        engine.setVacSampleRate(rate);
+        engine.setLineOutEnable(round % 3 != 0);
+        if (round % 3 == 0)
+            engine.vacOpen();
+        else
+            engine.vacClose();
+        engine.setIqServer(round % 2 == 0 ? &iqServer : nullptr);
+        engine.setAudioServer(round % 2 == 0 ? nullptr : &audioServer);
+        engine.setSensors(&sensors);
+        EXPECT_TRUE(waitForBlocks(sensors.blocks + 2));
+        if (round % 4 == 3) {
+            engine.close();
+            start();
+        }
+    }
+    quit = true;
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+TEST_F(EngineThreadsTest, TheSteadyStreamAllocatesNothing)
+{
+    if (!test::countsAllocations())
+        GTEST_SKIP() << "a sanitizer owns the allocator";
+    engine.setIqServer(&iqServer);
+    engine.setAudioServer(&audioServer);
+    engine.vacOpen();
+    engine.lineoutOpen();
+    constexpr int kWarmUp = 40;
+    constexpr int kCounted = 100;
+    long before = 0;
+    long after = 0;
+    sensors.onStereo = [&](uint, bool) { // engine thread, whose allocations count
+        if (sensors.blocks == kWarmUp)
+            before = test::allocationsOfThisThread();
+        if (sensors.blocks == kWarmUp + kCounted)
+            after = test::allocationsOfThisThread();
+    };
+    start();
+    playTone(kWarmUp + kCounted + 1, 0.1);
+    engine.close();
+
+    // The one line of log that each block writes has a cost inside Qt.
+    const auto line = [] { vm::log::debug("write audio to audioServer(), ", 512ul, " samples"); };
+    line();
+    const long start = test::allocationsOfThisThread();
+    line();
+    const long perLine = test::allocationsOfThisThread() - start;
+    EXPECT_GT(perLine, 0) << "the counter does not count";
+    EXPECT_EQ(after - before, kCounted * perLine);
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HostProcess.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <sndfile.h>
+
+namespace test
+{
+namespace
+{
+constexpr int kPatienceMs = 120000;
+} // namespace
+
+void HostProcess::run(const QString &options)
+{
+    start(options);
+    wait();
+}
+
+void HostProcess::start(const QString &options)
+{
+    m_process.setWorkingDirectory(m_folder.path());
+    m_process.start(VELMORA_HOST, ("--headless " + options).split(' ', Qt::SkipEmptyParts));
+    m_process.waitForStarted();
+}
+
+void HostProcess::wait()
+{
+    m_process.waitForFinished(kPatienceMs);
+    m_errors = m_process.readAllStandardError();
+}
+
+QString HostProcess::writeScene(const QString &name, const std::vector<COMPLEX> &iq)
+{
+    QFile file(path(name));
+    file.open(QIODevice::WriteOnly);
+    file.write(reinterpret_cast<const char *>(iq.data()), qint64(iq.size() * sizeof(COMPLEX)));
+    return file.fileName();
+}
+
+std::vector<COMPLEX> HostProcess::audio(const QString &name) const
+{
+    SF_INFO info{};
+    SNDFILE *file = sf_open(QFile::encodeName(path(name)), SFM_READ, &info);
+    if (!file || info.channels != 2 || info.samplerate != 48000)
+        return {};
+    std::vector<COMPLEX> audio(std::size_t(info.frames));
+    sf_readf_double(file, &audio.data()->re, info.frames);
+    sf_close(file);
+    return audio;
+}
+
+QByteArray HostProcess::bytes(const QString &name) const
+{
+    QFile file(path(name));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+QJsonObject HostProcess::report(const QString &name) const
+{
+    return QJsonDocument::fromJson(bytes(name)).object();
+}
+} // namespace test

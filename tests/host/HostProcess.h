@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/types.h"
+
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <vector>
+
+namespace test
+{
+/// The listener as a program of its own, with a folder for its files.
+class HostProcess
+{
+public:
+    /// Runs to the end with --headless and these options ("--seconds 2 --free-run").
+    void run(const QString &options);
+
+    /// The same in two steps, for what happens in between.
+    void start(const QString &options);
+    void wait();
+    qint64 id() const { return m_process.processId(); }
+
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    int status() const { return m_process.exitCode(); }
+    bool ended() const { return m_process.exitStatus() == QProcess::NormalExit; }
+    const QString &errors() const { return m_errors; }
+
+    /// Writes raw IQ (64-bit float) as a scene and gives its path.
+    QString writeScene(const QString &name, const std::vector<COMPLEX> &iq);
+
+    /// Left and right as real and imaginary part. Empty if the file is not as it should be.
+    std::vector<COMPLEX> audio(const QString &name) const;
+    QByteArray bytes(const QString &name) const;
+    QJsonObject report(const QString &name) const;
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    QString m_errors;
+};
+} // namespace test

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HostProcess.h"
+
+#include "support/Signals.h"
+
+#include <QElapsedTimer>
+#include <QThread>
+#include <cmath>
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace
+{
+using test::HostProcess;
+
+constexpr double kCenterHz = 14e6;
+constexpr double kAudioRateHz = 48000.0;
+
+/// A scene with one carrier of -20 dBFS.
+QString carrierScene(HostProcess &host, int rateHz, double offsetHz, double seconds)
+{
+    const auto iq = test::tone(int(rateHz * seconds), offsetHz / rateHz, 0.1);
+    return QString("--scene %1 --scene-rate %2 --scene-frequency %3 --rate %2 ")
+        .arg(host.writeScene("scene.f64", iq))
+        .arg(rateHz)
+        .arg(kCenterHz, 0, 'f', 0);
+}
+
+/// The left channel after fade-in and gain control have settled.
+std::vector<COMPLEX> settledLeft(const std::vector<COMPLEX> &audio)
+{
+    std::vector<COMPLEX> left;
+    for (std::size_t i = audio.size() / 2; i < audio.size(); ++i)
+        left.push_back({audio[i].re, 0.0});
+    return left;
+}
+
+/// 1 for a real sine of that frequency and nothing else.
+double purity(const std::vector<COMPLEX> &signal, double frequencyHz)
+{
+    const double amplitude =
+        2.0 * test::magnitude(test::component(signal, frequencyHz / kAudioRateHz));
+    return amplitude / (test::rms(signal) * std::sqrt(2.0));
+}
+
+struct ToneCase
+{
+    int rateHz;
+    const char *mode;
+    double tuneOffsetHz; // from the centre
+    double carrierHz;    // from the tuned frequency
+};
+
+class ReceptionToneTest : public testing::TestWithParam<ToneCase>
+{ };
+
+TEST_P(ReceptionToneTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
+{
+    constexpr double kPure = 0.999; // unwanted parts 27 dB down or more
+    constexpr double kLevelDb = 0.1;
+    constexpr double kSeconds = 2.0;
+    constexpr double kLargestReadSamples = 64 * 84; // the last read is filled up with silence
+    const auto &c = GetParam();
+    HostProcess host;
+    host.run(carrierScene(host, c.rateHz, c.tuneOffsetHz + c.carrierHz, kSeconds)
+        + QString("--tune %1 --mode %2 --free-run --out a.wav --report r.json")
+              .arg(kCenterHz + c.tuneOffsetHz, 0, 'f', 0)
+              .arg(c.mode));
+    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+
+    const auto audio = host.audio("a.wav");
+    EXPECT_NEAR(double(audio.size()) / kAudioRateHz, kSeconds, 0.03); // windows, blocks and filters
+    EXPECT_GT(purity(settledLeft(audio), std::abs(c.carrierHz)), kPure);
+
+    const auto report = host.report("r.json");
+    const auto iq = report["iq"].toObject();
+    EXPECT_EQ(iq["dropped_blocks"].toDouble(-1), 0.0);
+    EXPECT_NEAR(iq["samples_sent"].toDouble(), c.rateHz * kSeconds, kLargestReadSamples);
+    EXPECT_NEAR(iq["input_rms_dbfs"].toDouble(), -20.0, kLevelDb);
+    EXPECT_EQ(report["audio"].toObject()["frames"].toDouble(), double(audio.size()));
+    EXPECT_EQ(report["audio"].toObject()["short_blocks"].toDouble(-1), 0.0);
+    EXPECT_EQ(report["audio"].toObject()["lost_frames"].toDouble(-1), 0.0);
+    EXPECT_EQ(report["ending"].toString(), "scene ended");
+    const auto cpu = report["time"].toObject()["cpu_seconds_per_iq_second"].toObject();
+    for (const char *thread : {"engine", "reader", "virtual_receiver", "main"})
+        EXPECT_GT(cpu[thread].toDouble(), 0.0) << thread;
+}
+
+INSTANTIATE_TEST_SUITE_P(RatesAndModes, ReceptionToneTest,
+    testing::Values(ToneCase{48000, "USB", 5000, 1000}, ToneCase{192000, "USB", -40000, 1000},
+        ToneCase{192000, "LSB", 30000, -700}, ToneCase{192000, "DSB", 0, 1500},
+        ToneCase{1920000, "USB", 400000, 2000}, ToneCase{2560000, "LSB", -900000, -1234},
+        ToneCase{3072000, "USB", 1200000, 1000}));
+
+TEST(ReceptionTest, NeighboursAndTheOtherSideBandAreSuppressed)
+{
+    constexpr int kRateHz = 192000;
+    constexpr double kTuneOffsetHz = 9000.0;
+    constexpr double kStationHz = 1000.0;
+    constexpr double kStronger = 100.0; // than the station, so the gain control cannot hide it
+    constexpr double kRejectionDb = 60.0;
+    for (const double interfererHz : {2000.0, -1200.0}) { // from the tuned frequency
+        HostProcess host;
+        auto iq = test::tone(kRateHz, (kTuneOffsetHz + kStationHz) / kRateHz, 0.005);
+        test::add(
+            iq, test::tone(kRateHz, (kTuneOffsetHz + interfererHz) / kRateHz, 0.005 * kStronger));
+        host.run(QString("--scene %1 --scene-rate 192k --scene-frequency 14M --rate 192k --tune "
+                         "14.009M --filter 500:1500 --free-run --out a.wav")
+                     .arg(host.writeScene("scene.f64", iq)));
+        ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+        const auto left = settledLeft(host.audio("a.wav"));
+        const auto level = [&left](double hz) {
+            return test::magnitude(test::component(left, std::abs(hz) / kAudioRateHz));
+        };
+        EXPECT_LT(
+            test::decibels(level(interfererHz) / level(kStationHz) / kStronger), -kRejectionDb)
+            << interfererHz;
+    }
+}
+
+TEST(ReceptionTest, FreeRunsGiveTheSameFile)
+{
+    HostProcess host;
+    for (const char *name : {"a.wav", "b.wav"}) {
+        host.run(QString("--rate 1.536M --tune 7.102M --seconds 3 --free-run --out ") + name);
+        ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+    }
+    EXPECT_GT(host.audio("a.wav").size(), 2.9 * kAudioRateHz);
+    EXPECT_TRUE(host.bytes("a.wav") == host.bytes("b.wav"));
+}
+
+TEST(ReceptionTest, SecondsEndAnEndlessScene)
+{
+    HostProcess host;
+    host.run("--seconds 1.5 --free-run --out a.wav --report r.json");
+    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_NEAR(double(host.audio("a.wav").size()), 1.5 * kAudioRateHz, 0.02 * kAudioRateHz);
+    EXPECT_EQ(host.report("r.json")["ending"].toString(), "duration reached");
+}
+
+TEST(ReceptionTest, RealTimeTakesItsTime)
+{
+    HostProcess host;
+    QElapsedTimer clock;
+    clock.start();
+    host.run("--seconds 2 --out a.wav --report r.json");
+    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_GT(clock.elapsed(), 1900);
+    const auto report = host.report("r.json");
+    EXPECT_NEAR(double(host.audio("a.wav").size()), 2.0 * kAudioRateHz, 0.1 * kAudioRateHz);
+    EXPECT_NEAR(report["time"].toObject()["real_time_factor"].toDouble(), 1.0, 0.25);
+}
+
+TEST(ReceptionTest, AnInterruptStillCompletesTheFiles)
+{
+    HostProcess host;
+    host.start("--seconds 60 --out a.wav --report r.json");
+    QThread::sleep(2);
+    kill(pid_t(host.id()), SIGINT);
+    host.wait();
+    ASSERT_TRUE(host.ended());
+    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_GT(host.audio("a.wav").size(), std::size_t(kAudioRateHz / 2));
+    EXPECT_EQ(host.report("r.json")["ending"].toString(), "interrupted");
+}
+
+TEST(ReceptionTest, ADeviceThatIsPulledOutEndsTheRun)
+{
+    HostProcess host;
+    host.run("--seconds 60 --out a.wav --report r.json --fault unplug@1");
+    EXPECT_EQ(host.status(), 1);
+    EXPECT_TRUE(host.errors().contains("the receiver was lost"));
+    EXPECT_GT(host.audio("a.wav").size(), std::size_t(kAudioRateHz / 4));
+    EXPECT_EQ(host.report("r.json")["ending"].toString(), "receiver lost");
+}
+
+TEST(ReceptionTest, WhatCannotBeUsedIsNamedInOneLine)
+{
+    const struct
+    {
+        const char *options;
+        const char *named;
+    } cases[] = {
+        {"--rate 1", "--rate"},
+        {"--scene nothing.wav", "nothing.wav"},
+        {"--scene nothing.band", "nothing.band"},
+        {"--scene empty.f64 --scene-rate 192k", "empty.f64"},
+        {"--fault sunshine", "sunshine"},
+        {"--out no/such/folder/a.wav", "no/such/folder/a.wav"},
+        {"--report no/such/folder/r.json", "no/such/folder/r.json"},
+    };
+    for (const auto &c : cases) {
+        HostProcess host;
+        host.writeScene("empty.f64", {});
+        host.run(QString("--seconds 1 ") + c.options);
+        EXPECT_EQ(host.status(), 2) << c.options;
+        EXPECT_TRUE(host.errors().startsWith("velmora-host: ")) << c.options;
+        EXPECT_TRUE(host.errors().contains(c.named)) << qPrintable(host.errors());
+        EXPECT_EQ(host.errors().count('\n'), 1) << qPrintable(host.errors());
+    }
+}
+} // namespace

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host_interfaces/BridgeAbstract.h"
+#include "host_interfaces/DeviceManagerAbstract.h"
+#include "host_interfaces/LineOutAbstract.h"
+#include "host_interfaces/QRingBuffer32f.h"
+#include "host_interfaces/QRingBuffer8i.h"
+#include "host_interfaces/RadioNotchFilterControlAbstract.h"
+#include "host_interfaces/RingBufferSignal.h"
+#include "host_interfaces/SensorsAbstract.h"
+#include "host_interfaces/SoundOutAbstract.h"
+#include "host_interfaces/VacAbstract.h"
+
+#include <QMetaMethod>
+#include <QStringList>
+#include <gtest/gtest.h>
+
+namespace
+{
+class Manager : public DeviceManagerAbstract
+{
+public:
+    void setDeviceMenu(QMenu *) override { }
+    QWidget *parentWidget() override { return nullptr; }
+    void setServerStatus(int value) override { status = value; }
+    int status = -1;
+};
+
+// Signals and slots are found by their text at run time, so a wrong one only shows there.
+TEST(HostSideTest, EachClassHasItsSignals)
+{
+    const QStringList output = {"opened()", "closed()", "bufferSizeChanged(uint)"};
+    const struct
+    {
+        const QMetaObject &object;
+        QStringList expected;
+    } rows[] = {
+        {BridgeAbstract::staticMetaObject,
+            {"switchedDisplayDpi(bool)", "atuAvalibleChanged(bool)", "atuEnableChanged(bool)",
+                "atuLock()", "atuUnlock()"}},
+        {DeviceManagerAbstract::staticMetaObject,
+            {"apfChanged(uint,bool)", "dseChanged(uint,bool)", "preampValueChanged(float)",
+                "waterfallFilterChanged(bool)", "display4kModeChanged(bool)",
+                "updateStyleGuiControls()", "sDeviceAvalible()", "hideSpectrumSlopesChanged(bool)",
+                "adcOverflow()", "deltaAtt(int)"}},
+        {SoundOutAbstract::staticMetaObject, output},
+        {VacAbstract::staticMetaObject, output},
+        {LineOutAbstract::staticMetaObject,
+            {"opened()", "closed()", "openedSC()", "closedSC()", "openedWave()", "closedWave()",
+                "bufferSizeChanged(uint)"}},
+        {RadioNotchFilterControlAbstract::staticMetaObject,
+            {"paramChanged(size_t,size_t,bool,double,double)",
+                "enableFiltersChanged(size_t,bool)"}},
+        {SensorsAbstract::staticMetaObject,
+            {"rxAdcChanged(uint,float,float)", "rxDbmChanged(uint,uint,float)",
+                "powerRmsChanged(float)", "powerPeakChanged(float)", "powerSwrChanged(float)",
+                "wfmStereoChanged(uint,bool)", "uChanged(float)", "iChanged(float)",
+                "temperatureChanged(float)", "enableUChanged(bool)", "enableIChanged(bool)"}},
+        {Velmora::QRingBuffer32f::staticMetaObject, {"readyRead()"}},
+        {Velmora::QRingBuffer8i::staticMetaObject, {"readyRead()"}},
+        {RingBufferSignal::staticMetaObject, {"readyRead(RingBufferSignal*)"}},
+    };
+    for (const auto &row : rows) {
+        QStringList found;
+        for (int i = row.object.methodOffset(); i < row.object.methodCount(); ++i) {
+            if (row.object.method(i).methodType() == QMetaMethod::Signal)
+                found << QString::fromLatin1(row.object.method(i).methodSignature());
+        }
+        EXPECT_EQ(found.join('\n').toStdString(), row.expected.join('\n').toStdString())
+            << row.object.className();
+    }
+    // Qt resolves the fixed-width names of the device's connections to the same types.
+    EXPECT_GE(DeviceManagerAbstract::staticMetaObject.indexOfSignal("apfChanged(quint32,bool)"), 0);
+    EXPECT_GE(SensorsAbstract::staticMetaObject.indexOfSlot("setSwrCoeff(float)"), 0);
+    EXPECT_GE(DeviceManagerAbstract::staticMetaObject.indexOfSlot("setServerStatus(int)"), 0);
+}
+
+TEST(DeviceManagerAbstractTest, QuestionForADeviceReturnsTheAnswerOfADirectlyConnectedSlot)
+{
+    Manager manager;
+    EXPECT_FALSE(manager.sDeviceAvalible());
+    bool plugged = true;
+    QObject::connect(
+        &manager, &DeviceManagerAbstract::sDeviceAvalible, &manager, [&plugged] { return plugged; },
+        Qt::DirectConnection);
+    EXPECT_TRUE(manager.sDeviceAvalible());
+    plugged = false;
+    EXPECT_FALSE(manager.sDeviceAvalible());
+}
+
+TEST(DeviceManagerAbstractTest, RelaysPassASignalOn)
+{
+    Manager manager;
+    Manager source;
+    int received = 0;
+    ASSERT_TRUE(QObject::connect(&source, SIGNAL(deltaAtt(int)), &manager, SIGNAL(deltaAtt(int))));
+    QObject::connect(
+        &manager, &DeviceManagerAbstract::deltaAtt, [&](int delta) { received = delta; });
+    Q_EMIT source.deltaAtt(-3);
+    EXPECT_EQ(received, -3);
+}
+} // namespace

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "signal_primitives/ipps.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <thread>
+#include <vector>
+
+namespace
+{
+/// One precision's functions under common names.
+struct Single
+{
+    using Real = float;
+    using Spec = IppsFFTSpec_C_32fc;
+    static constexpr auto init = ippsFFTInitAlloc_C_32fc;
+    static constexpr auto bufferSize = ippsFFTGetBufSize_C_32fc;
+    static constexpr auto forward = ippsFFTFwd_CToC_32fc_I;
+    static constexpr auto inverse = ippsFFTInv_CToC_32fc_I;
+    static constexpr auto release = ippsFFTFree_C_32fc;
+};
+
+struct Double
+{
+    using Real = double;
+    using Spec = IppsFFTSpec_C_64fc;
+    static constexpr auto init = ippsFFTInitAlloc_C_64fc;
+    static constexpr auto bufferSize = ippsFFTGetBufSize_C_64fc;
+    static constexpr auto forward = ippsFFTFwd_CToC_64fc_I;
+    static constexpr auto inverse = ippsFFTInv_CToC_64fc_I;
+    static constexpr auto release = ippsFFTFree_C_64fc;
+};
+
+template <typename Precision>
+class FftTest : public testing::Test
+{
+public:
+    using Real = typename Precision::Real;
+    using Signal = std::vector<Velmora::complex<Real>>;
+    using SpecPtr =
+        std::unique_ptr<typename Precision::Spec, IppStatus (*)(typename Precision::Spec *)>;
+
+    // Relative to the largest value; the error of a transform grows with its order.
+    static constexpr double kRoundOff = 8 * std::numeric_limits<Real>::epsilon();
+
+    static SpecPtr spec(int order, int flag = IPP_FFT_DIV_FWD_BY_N)
+    {
+        typename Precision::Spec *result = nullptr;
+        EXPECT_EQ(Precision::init(&result, order, flag, ippAlgHintAccurate), ippStsNoErr);
+        return SpecPtr(result, Precision::release);
+    }
+
+    static std::vector<Ipp8u> buffer(const SpecPtr &spec)
+    {
+        int bytes = 0;
+        EXPECT_EQ(Precision::bufferSize(spec.get(), &bytes), ippStsNoErr);
+        EXPECT_GT(bytes, 0);
+        return std::vector<Ipp8u>(static_cast<std::size_t>(bytes));
+    }
+
+    static Signal noise(int order)
+    {
+        std::mt19937 generator(static_cast<unsigned>(order) + 1);
+        std::uniform_real_distribution<Real> uniform(-1, 1);
+        Signal signal(std::size_t(1) << order);
+        for (auto &x : signal)
+            x = {uniform(generator), uniform(generator)};
+        return signal;
+    }
+
+    // The definition, in extended precision.
+    static Signal transformed(const Signal &x, int sign, long double factor)
+    {
+        const std::size_t size = x.size();
+        Signal result(size);
+        for (std::size_t k = 0; k < size; ++k) {
+            long double re = 0;
+            long double im = 0;
+            for (std::size_t n = 0; n < size; ++n) {
+                const long double angle = sign * 2
+                    * std::numbers::pi_v<long double> * static_cast<long double>(k * n % size)
+                    / static_cast<long double>(size);
+                re += x[n].re * std::cos(angle) - x[n].im * std::sin(angle);
+                im += x[n].re * std::sin(angle) + x[n].im * std::cos(angle);
+            }
+            result[k] = {Real(re * factor), Real(im * factor)};
+        }
+        return result;
+    }
+
+    static double relativeError(const Velmora::complex<Real> *got, const Signal &expected)
+    {
+        double worst = 0.0;
+        double largest = 0.0;
+        for (std::size_t n = 0; n < expected.size(); ++n) {
+            const double re = got[n].re - expected[n].re;
+            const double im = got[n].im - expected[n].im;
+            const double distance = std::hypot(re, im);
+            if (!(distance <= worst))
+                worst = distance; // not-a-number too
+            largest = std::max(largest, double(std::hypot(expected[n].re, expected[n].im)));
+        }
+        return worst / largest;
+    }
+};
+
+using Precisions = testing::Types<Single, Double>;
+TYPED_TEST_SUITE(FftTest, Precisions);
+
+TYPED_TEST(FftTest, BothDirectionsAreTheDefinitionUnderEachScaling)
+{
+    using Test = FftTest<TypeParam>;
+    for (const int order : {0, 1, 2, 3, 5, 8}) {
+        const auto input = Test::noise(order);
+        const long double size = static_cast<long double>(input.size());
+        const auto sumForward = Test::transformed(input, -1, 1.0L);
+        const auto sumInverse = Test::transformed(input, 1, 1.0L);
+        struct Row
+        {
+            int flag;
+            long double forward, inverse;
+        } const rows[] = {
+            {IPP_FFT_DIV_FWD_BY_N, 1 / size, 1},
+            {IPP_FFT_DIV_INV_BY_N, 1, 1 / size},
+            {IPP_FFT_DIV_BY_SQRTN, 1 / std::sqrt(size), 1 / std::sqrt(size)},
+            {IPP_FFT_NODIV_BY_ANY, 1, 1},
+        };
+        for (const Row &row : rows) {
+            const auto spec = Test::spec(order, row.flag);
+            auto work = Test::buffer(spec);
+            auto data = input;
+            ASSERT_EQ(TypeParam::forward(data.data(), spec.get(), work.data()), ippStsNoErr);
+            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, -1, row.forward)),
+                Test::kRoundOff)
+                << "forward, order " << order << ", flag " << row.flag;
+            data = input;
+            ASSERT_EQ(TypeParam::inverse(data.data(), spec.get(), work.data()), ippStsNoErr);
+            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, 1, row.inverse)),
+                Test::kRoundOff)
+                << "inverse, order " << order << ", flag " << row.flag;
+        }
+    }
+}
+
+// Every order that the receiver may ask for, through all ways of planning. A tone on bin k of
+// amplitude 1 is a single 1 at k, and an impulse is flat.
+TYPED_TEST(FftTest, ToneImpulseAndRoundTripAtEveryOrder)
+{
+    using Test = FftTest<TypeParam>;
+    for (int order = 4; order <= 17; ++order) {
+        const auto spec = Test::spec(order);
+        auto work = Test::buffer(spec);
+        const std::size_t size = std::size_t(1) << order;
+        const std::size_t bin = size / 3;
+
+        typename Test::Signal expected(size);
+        expected[bin] = {1, 0};
+        auto data = expected;
+        ASSERT_EQ(TypeParam::inverse(data.data(), spec.get(), work.data()), ippStsNoErr);
+        for (const std::size_t n : {std::size_t(1), size / 2 + 1, size - 1}) {
+            const double angle = 2 * std::numbers::pi * double(bin * n % size) / double(size);
+            EXPECT_NEAR(data[n].re, std::cos(angle), Test::kRoundOff) << order;
+            EXPECT_NEAR(data[n].im, std::sin(angle), Test::kRoundOff) << order;
+        }
+        ASSERT_EQ(TypeParam::forward(data.data(), spec.get(), work.data()), ippStsNoErr);
+        EXPECT_LT(Test::relativeError(data.data(), expected), Test::kRoundOff) << order;
+
+        const auto noise = Test::noise(order);
+        data = noise;
+        TypeParam::forward(data.data(), spec.get(), work.data());
+        TypeParam::inverse(data.data(), spec.get(), work.data());
+        EXPECT_LT(Test::relativeError(data.data(), noise), Test::kRoundOff) << order;
+    }
+}
+
+TYPED_TEST(FftTest, AnyAddressAndAMissingWorkBufferWillDo)
+{
+    using Test = FftTest<TypeParam>;
+    using Real = typename TypeParam::Real;
+    for (const int order : {3, 8, 12, 16}) {
+        const auto spec = Test::spec(order);
+        auto work = Test::buffer(spec);
+        const auto input = Test::noise(order);
+        auto expected = input;
+        TypeParam::forward(expected.data(), spec.get(), work.data());
+
+        work.resize(work.size() + 1); // one byte off
+        std::vector<Real> reals(2 * input.size() + 4);
+        for (const std::size_t offset : {0, 1, 2, 3}) {
+            for (Ipp8u *buffer : {work.data() + 1, static_cast<Ipp8u *>(nullptr)}) {
+                auto *data = reinterpret_cast<Velmora::complex<Real> *>(reals.data() + offset);
+                std::copy(input.begin(), input.end(), data);
+                ASSERT_EQ(TypeParam::forward(data, spec.get(), buffer), ippStsNoErr);
+                EXPECT_LT(Test::relativeError(data, expected), Test::kRoundOff)
+                    << "order " << order << ", offset " << offset;
+            }
+        }
+    }
+}
+
+TYPED_TEST(FftTest, OneSpecificationServesManyThreadsWhileOthersAreMade)
+{
+    using Test = FftTest<TypeParam>;
+    constexpr int kOrder = 10;
+    const auto spec = Test::spec(kOrder);
+    const auto input = Test::noise(kOrder);
+    auto expected = input;
+    TypeParam::forward(expected.data(), spec.get(), Test::buffer(spec).data());
+
+    std::atomic<int> wrong = 0;
+    const auto transformer = [&] {
+        auto work = Test::buffer(spec);
+        for (int n = 0; n < 500; ++n) {
+            auto data = input;
+            TypeParam::forward(data.data(), spec.get(), work.data());
+            wrong += data != expected;
+        }
+    };
+    const auto planner = [&] {
+        for (int n = 0; n < 200; ++n) {
+            const int order = n % 12;
+            const auto own = Test::spec(order);
+            typename Test::Signal data(std::size_t(1) << order, {1, 0});
+            TypeParam::forward(data.data(), own.get(), Test::buffer(own).data());
+            wrong += std::abs(data[0].re - 1) > Test::kRoundOff;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int n = 0; n < 2; ++n) {
+        threads.emplace_back(transformer);
+        threads.emplace_back(planner);
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TYPED_TEST(FftTest, WrongArgumentsAreRefused)
+{
+    using Test = FftTest<TypeParam>;
+    typename TypeParam::Spec *made = nullptr;
+    EXPECT_EQ(TypeParam::init(nullptr, 4, 1, ippAlgHintNone), ippStsNullPtrErr);
+    EXPECT_EQ(TypeParam::init(&made, -1, 1, ippAlgHintNone), ippStsFftOrderErr);
+    EXPECT_EQ(TypeParam::init(&made, 28, 1, ippAlgHintNone), ippStsFftOrderErr);
+    EXPECT_EQ(TypeParam::init(&made, 4, 0, ippAlgHintNone), ippStsFftFlagErr);
+    EXPECT_EQ(TypeParam::init(&made, 4, 3, ippAlgHintNone), ippStsFftFlagErr);
+    EXPECT_EQ(made, nullptr);
+
+    const auto spec = Test::spec(0);
+    typename Test::Signal data(1);
+    int bytes = 0;
+    EXPECT_EQ(TypeParam::bufferSize(spec.get(), nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(TypeParam::bufferSize(nullptr, &bytes), ippStsNullPtrErr);
+    EXPECT_EQ(TypeParam::forward(nullptr, spec.get(), nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(TypeParam::inverse(data.data(), nullptr, nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(TypeParam::release(nullptr), ippStsNullPtrErr);
+}
+} // namespace

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "signal_primitives/ipps.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <vector>
+
+namespace
+{
+using FilterPtr = std::unique_ptr<IppsIIRState_64f, IppStatus (*)(IppsIIRState_64f *)>;
+
+FilterPtr filter(const std::vector<double> &taps, const double *delays = nullptr)
+{
+    IppsIIRState_64f *state = nullptr;
+    EXPECT_EQ(
+        ippsIIRInitAlloc_64f(&state, taps.data(), int(taps.size()) / 2 - 1, delays), ippStsNoErr);
+    return FilterPtr(state, ippsIIRFree_64f);
+}
+
+/// |H|^2 of b / a at a frequency in cycles per sample.
+double powerGain(const std::vector<double> &taps, double frequency)
+{
+    using Complex = std::complex<long double>;
+    const std::size_t order = taps.size() / 2 - 1;
+    const auto z = std::polar(1.0L, -2.0L * std::numbers::pi_v<long double> * frequency); // 1/z
+    Complex b = 0;
+    Complex a = 0;
+    for (std::size_t i = order + 1; i-- > 0;) {
+        b = b * z + Complex(taps[i]);
+        a = a * z + Complex(taps[order + 1 + i]);
+    }
+    return double(std::norm(b / a));
+}
+
+double chebyshevPolynomial(int order, double x)
+{
+    return std::abs(x) <= 1.0 ? std::cos(order * std::acos(x)) : std::cosh(order * std::acosh(x));
+}
+
+// |H|^2 = 1 / (1 + e^2 F(x)^2) with x the ratio of the warped frequencies and F a power or a
+// Chebyshev polynomial.
+TEST(IirDesignTest, ResponseIsTheClosedFormAtAnyFrequency)
+{
+    struct Row
+    {
+        int order;
+        double cutOff;
+        double tolerance; // taps of a high order and a low cut-off are ill-conditioned
+    } const rows[] = {{1, 1e-6, 1e-9}, {1, 0.499999, 1e-9}, {2, 0.001, 1e-9}, {2, 0.25, 1e-12},
+        {3, 0.3, 1e-12}, {4, 0.05, 1e-9}, {5, 0.1, 1e-9}, {8, 0.2, 1e-9}, {10, 0.1, 1e-6},
+        {12, 0.25, 1e-9}};
+    constexpr double kRippleDb = 0.5;
+    const double rippleFactor = std::pow(10.0, kRippleDb / 10.0) - 1.0;
+    for (const Row &row : rows) {
+        for (const bool high : {false, true}) {
+            for (const IppsIIRFilterType type : {ippButterworth, ippChebyshev1}) {
+                std::vector<double> taps(2 * (static_cast<std::size_t>(row.order) + 1));
+                const auto design = high ? ippsIIRGenHighpass_64f : ippsIIRGenLowpass_64f;
+                const double ripple = type == ippButterworth ? 0.0 : kRippleDb;
+                ASSERT_EQ(design(row.cutOff, ripple, row.order, taps.data(), type), ippStsNoErr);
+                EXPECT_EQ(taps[static_cast<std::size_t>(row.order) + 1], 1.0);
+                for (const double f : {0.5 * row.cutOff, row.cutOff, 0.1, 0.24, 0.4}) {
+                    double x =
+                        std::tan(std::numbers::pi * f) / std::tan(std::numbers::pi * row.cutOff);
+                    x = high ? 1.0 / x : x;
+                    const double expected = type == ippButterworth
+                        ? 1.0 / (1.0 + std::pow(x, 2 * row.order))
+                        : 1.0
+                            / (1.0 + rippleFactor * std::pow(chebyshevPolynomial(row.order, x), 2));
+                    EXPECT_NEAR(powerGain(taps, f), expected, row.tolerance)
+                        << "order " << row.order << ", cut-off " << row.cutOff << ", high " << high
+                        << ", type " << type << ", at " << f;
+                }
+            }
+        }
+    }
+}
+
+TEST(IirDesignTest, WrongArgumentsAreRefused)
+{
+    double taps[26] = {};
+    struct Row
+    {
+        double cutOff, ripple;
+        int order;
+        double *taps;
+        int type;
+        IppStatus status;
+    } const rows[] = {
+        {0.1, 0.0, 2, nullptr, ippButterworth, ippStsNullPtrErr},
+        {0.1, 0.0, 0, taps, ippButterworth, ippStsIIRGenOrderErr},
+        {0.1, 0.0, 13, taps, ippButterworth, ippStsIIRGenOrderErr},
+        {0.0, 0.0, 2, taps, ippButterworth, ippStsFilterFrequencyErr},
+        {0.5, 0.0, 2, taps, ippButterworth, ippStsFilterFrequencyErr},
+        {std::nan(""), 0.0, 2, taps, ippButterworth, ippStsFilterFrequencyErr},
+        {0.1, 0.0, 2, taps, ippChebyshev1, ippStsBadArgErr},
+        {0.1, 1.0, 2, taps, 7, ippStsBadArgErr},
+    };
+    for (const Row &row : rows) {
+        for (const auto design : {ippsIIRGenLowpass_64f, ippsIIRGenHighpass_64f})
+            EXPECT_EQ(
+                design(row.cutOff, row.ripple, row.order, row.taps, IppsIIRFilterType(row.type)),
+                row.status);
+    }
+    EXPECT_EQ(std::count(std::begin(taps), std::end(taps), 0.0), 26);
+}
+
+/// The difference equation as it stands, in extended precision.
+std::vector<double> filtered(const std::vector<double> &taps, const std::vector<double> &x)
+{
+    const std::size_t order = taps.size() / 2 - 1;
+    std::vector<long double> y(x.size());
+    for (std::size_t n = 0; n < x.size(); ++n) {
+        long double sum = 0;
+        for (std::size_t i = 0; i <= std::min(n, order); ++i)
+            sum += static_cast<long double>(taps[i]) * x[n - i];
+        for (std::size_t i = 1; i <= std::min(n, order); ++i)
+            sum -= static_cast<long double>(taps[order + 1 + i]) * y[n - i];
+        y[n] = sum / taps[order + 1];
+    }
+    return {y.begin(), y.end()};
+}
+
+double maxError(const std::vector<double> &a, const std::vector<double> &b)
+{
+    double worst = 0.0;
+    for (std::size_t n = 0; n < a.size(); ++n)
+        worst = std::abs(a[n] - b[n]) <= worst ? worst : std::abs(a[n] - b[n]);
+    return worst;
+}
+
+TEST(IirTest, FollowsTheDifferenceEquationAtAnyOrderAndCut)
+{
+    constexpr double kRoundOff = 1e-13;
+    std::mt19937 generator(9);
+    std::uniform_real_distribution<double> uniform(-1.0, 1.0);
+    for (const int order : {1, 2, 3, 6, 10, 12, 13, 17}) {
+        const auto size = static_cast<std::size_t>(order);
+        std::vector<double> taps(2 * (size + 1));
+        for (double &tap : taps)
+            tap = uniform(generator);
+        // Within 0.9 of a leading tap in sum, all poles lie inside the unit circle.
+        taps[size + 1] = -2.0;
+        for (std::size_t i = 1; i <= size; ++i)
+            taps[size + 1 + i] *= 1.8 / double(size);
+        std::vector<double> input(1100);
+        for (double &x : input)
+            x = uniform(generator);
+
+        const auto expected = filtered(taps, input);
+        const auto state = filter(taps);
+        auto data = input;
+        int done = 0;
+        for (const int length : {1, 2, 3, 511, 583}) {
+            ASSERT_EQ(ippsIIR_64f_I(data.data() + done, length, state.get()), ippStsNoErr);
+            done += length;
+        }
+        EXPECT_LT(maxError(data, expected), kRoundOff) << "order " << order;
+    }
+}
+
+// With no input the delays come out one after the other as if they were a signal through 1 / a.
+TEST(IirTest, StartsFromTheGivenDelays)
+{
+    for (const int order : {1, 4, 13}) {
+        const auto size = static_cast<std::size_t>(order);
+        std::vector<double> taps(2 * (size + 1), 0.03);
+        taps[size + 1] = 1.0;
+        std::vector<double> delays(size);
+        for (std::size_t i = 0; i < size; ++i)
+            delays[i] = double(i) - 2.5;
+        auto allPole = taps;
+        std::fill(allPole.begin(), allPole.begin() + order + 1, 0.0);
+        allPole[0] = 1.0;
+        auto input = delays;
+        input.resize(100);
+        const auto expected = filtered(allPole, input);
+
+        const auto state = filter(taps, delays.data());
+        delays.assign(size, 1e9); // a copy was taken
+        std::vector<double> data(100);
+        ASSERT_EQ(ippsIIR_64f_I(data.data(), 100, state.get()), ippStsNoErr);
+        EXPECT_LT(maxError(data, expected), 1e-14) << order;
+    }
+}
+
+TEST(IirTest, WrongArgumentsAreRefused)
+{
+    const double taps[] = {1.0, 0.0, 1.0, 0.0};
+    const double noLeadingTap[] = {1.0, 0.0, 0.0, 1.0};
+    IppsIIRState_64f *state = nullptr;
+    EXPECT_EQ(ippsIIRInitAlloc_64f(nullptr, taps, 1, nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(ippsIIRInitAlloc_64f(&state, nullptr, 1, nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(ippsIIRInitAlloc_64f(&state, taps, 0, nullptr), ippStsIIROrderErr);
+    EXPECT_EQ(ippsIIRInitAlloc_64f(&state, noLeadingTap, 1, nullptr), ippStsDivByZeroErr);
+    EXPECT_EQ(state, nullptr);
+    EXPECT_EQ(ippsIIRFree_64f(nullptr), ippStsNullPtrErr);
+
+    const auto made = filter({1.0, 0.0, 1.0, 0.0});
+    double sample = 3.0;
+    EXPECT_EQ(ippsIIR_64f_I(&sample, 1, nullptr), ippStsNullPtrErr);
+    EXPECT_EQ(ippsIIR_64f_I(nullptr, 1, made.get()), ippStsNullPtrErr);
+    EXPECT_EQ(ippsIIR_64f_I(&sample, 0, made.get()), ippStsSizeErr);
+    EXPECT_EQ(sample, 3.0);
+}
+} // namespace

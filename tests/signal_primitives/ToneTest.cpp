@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "signal_primitives/ipps.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace
+{
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+
+/// Frequency numerator / 2^53: any double of 0.5..1 and many below are of this form, and the phase
+/// of any sample is an exact integer.
+struct Frequency
+{
+    std::uint64_t numerator;
+
+    double value() const { return double(numerator) * 0x1p-53; }
+    long double turns(std::uint64_t n) const
+    {
+        constexpr std::uint64_t mask = (std::uint64_t(1) << 53) - 1;
+        return static_cast<long double>((numerator * n) & mask) * 0x1p-53L;
+    }
+};
+
+double error(Ipp64fc got, long double angle)
+{
+    return std::max(
+        std::abs(double(got.re - std::cos(angle))), std::abs(double(got.im - std::sin(angle))));
+}
+
+/// Largest error of the ends of all blocks over a stream cut by the given lengths in turn.
+double worstError(Frequency frequency, const std::vector<int> &lengths, std::uint64_t samples)
+{
+    constexpr double kStart = 1.25;
+    constexpr long double kTwoPiWide = 2.0L * std::numbers::pi_v<long double>;
+    std::vector<Ipp64fc> block(4096);
+    double phase = kStart;
+    double worst = 0.0;
+    std::size_t cut = 0;
+    for (std::uint64_t n = 0; n < samples;) {
+        const int length = lengths[cut++ % lengths.size()];
+        const IppStatus status = ippsTone_Direct_64fc(
+            block.data(), length, 1.0, frequency.value(), &phase, ippAlgHintAccurate);
+        if (status != ippStsNoErr || !(phase >= 0.0 && phase < kTwoPi))
+            return std::numeric_limits<double>::infinity();
+        for (const int k : {0, length / 2, length - 1}) {
+            const auto at = n + static_cast<std::uint64_t>(k);
+            worst = std::max(worst,
+                error(
+                    block[static_cast<std::size_t>(k)], kStart + kTwoPiWide * frequency.turns(at)));
+        }
+        n += static_cast<std::uint64_t>(length);
+    }
+    return worst;
+}
+
+TEST(ToneTest, PhaseStaysExactOverTenMillionSamplesHoweverCut)
+{
+    constexpr double kAllowed = 1e-12;
+    constexpr std::uint64_t kSamples = 10'000'000;
+    const Frequency frequencies[] = {
+        {1},                            // barely turning
+        {(std::uint64_t(1) << 53) - 1}, // and backward
+        {std::uint64_t(1) << 51},       // a quarter turn a sample
+        {281474976711},
+        {17592186044415 * 3 + 2},
+        {1110100000000001},
+        {3002399751580331},
+        {6755399441055743},
+        {8106479329266893},
+    };
+    for (const Frequency &frequency : frequencies) {
+        EXPECT_LT(worstError(frequency, {512}, kSamples), kAllowed) << frequency.value();
+        EXPECT_LT(worstError(frequency, {511, 1, 4095, 17, 4096}, kSamples), kAllowed)
+            << frequency.value();
+    }
+}
+
+TEST(ToneTest, EverySampleOfABlockIsRightAndNoneBeyond)
+{
+    constexpr double kAllowed = 1e-13; // 64 rotations between exact anchors
+    const Frequency frequency{3002399751580331};
+    for (const int length : {1, 2, 3, 7, 15, 16, 17, 511, 1023, 1024, 1025, 4096}) {
+        std::vector<Ipp64fc> block(static_cast<std::size_t>(length) + 1, {9.0, 9.0});
+        double phase = 0.0;
+        ASSERT_EQ(ippsTone_Direct_64fc(
+                      block.data(), length, 0.5, frequency.value(), &phase, ippAlgHintAccurate),
+            ippStsNoErr);
+        EXPECT_EQ(block.back(), (Ipp64fc{9.0, 9.0}));
+        for (std::size_t n = 0; n + 1 < block.size(); ++n) {
+            const Ipp64fc full{block[n].re / 0.5, block[n].im / 0.5};
+            ASSERT_LT(
+                error(full, 2.0L * std::numbers::pi_v<long double> * frequency.turns(n)), kAllowed)
+                << n << " of " << length;
+        }
+    }
+}
+
+TEST(ToneTest, BothEndsOfTheFrequencyRangeStandStill)
+{
+    for (const double frequency : {0.0, 1.0}) {
+        std::vector<Ipp64fc> block(100);
+        double phase = 3.0;
+        ASSERT_EQ(ippsTone_Direct_64fc(block.data(), 100, 1.0, frequency, &phase, ippAlgHintNone),
+            ippStsNoErr);
+        EXPECT_EQ(phase, 3.0);
+        EXPECT_LT(error(block.back(), 3.0L), 1e-15);
+    }
+}
+
+TEST(ToneTest, WrongArgumentsChangeNothing)
+{
+    const double nan = std::nan("");
+    struct Row
+    {
+        double magnitude, frequency, phase;
+        IppStatus status;
+    } const rows[] = {
+        {0.0, 0.1, 0.0, ippStsToneMagnErr},
+        {nan, 0.1, 0.0, ippStsToneMagnErr},
+        {1.0, -0.1, 0.0, ippStsToneFreqErr},
+        {1.0, 1.1, 0.0, ippStsToneFreqErr},
+        {1.0, nan, 0.0, ippStsToneFreqErr},
+        {1.0, 0.1, -1e-9, ippStsTonePhaseErr},
+        {1.0, 0.1, kTwoPi, ippStsTonePhaseErr},
+    };
+    Ipp64fc sample{9.0, 9.0};
+    for (const Row &row : rows) {
+        double phase = row.phase;
+        EXPECT_EQ(ippsTone_Direct_64fc(
+                      &sample, 1, row.magnitude, row.frequency, &phase, ippAlgHintAccurate),
+            row.status);
+        EXPECT_EQ(phase, row.phase);
+    }
+    double phase = 0.0;
+    EXPECT_EQ(ippsTone_Direct_64fc(&sample, 0, 1.0, 0.1, &phase, ippAlgHintNone), ippStsSizeErr);
+    EXPECT_EQ(ippsTone_Direct_64fc(nullptr, 1, 1.0, 0.1, &phase, ippAlgHintNone), ippStsNullPtrErr);
+    EXPECT_EQ(
+        ippsTone_Direct_64fc(&sample, 1, 1.0, 0.1, nullptr, ippAlgHintNone), ippStsNullPtrErr);
+    EXPECT_EQ(sample, (Ipp64fc{9.0, 9.0}));
+}
+} // namespace

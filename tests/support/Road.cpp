@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/Road.h"
+
+#include "Control/driver/HardwareZephrinNANO.h"
+#include "Dsp/ZephrinMDSP.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <pthread.h>
+#include <stdexcept>
+#include <thread>
+
+namespace test
+{
+namespace
+{
+constexpr double kRates[] = {
+    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
+
+// In flight at most: less than the engine's input ring of 131072 samples.
+constexpr std::uint64_t kInFlight = 98304;
+constexpr std::uint64_t kFrameSamples = 84;
+constexpr auto kPoll = std::chrono::microseconds(200);
+constexpr auto kGiveUp = std::chrono::seconds(20);
+
+int codeOf(double rateHz)
+{
+    for (int code = 0; code < 9; ++code) {
+        if (kRates[code] == rateHz)
+            return code;
+    }
+    throw std::invalid_argument("no device rate");
+}
+} // namespace
+
+Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
+    : m_settings(settings), m_grant(std::move(grant)),
+      m_engine(std::make_shared<ZephrinMDSP>(m_bridge.threadPool(), m_bridge, nullptr)),
+      m_driver(std::make_unique<HardwareZephrinNANO>(m_engine))
+{
+    m_bridge.sink.onWrite = [this](COMPLEX32 *block, int count) {
+        m_frames += static_cast<std::uint64_t>(count);
+        if (!m_keep)
+            return;
+        const std::lock_guard lock(m_mutex);
+        for (int n = 0; n < count; ++n)
+            m_audio.push_back({block[n].re, block[n].im});
+    };
+    m_sensors.onStereo = [this](uint, bool) {
+        if (m_engineClock == 0) {
+            clockid_t clock{};
+            pthread_getcpuclockid(pthread_self(), &clock);
+            m_engineClock = clock;
+        }
+    };
+    m_iqServer.onWrite = [this](COMPLEX *, int count) {
+        m_processed += static_cast<std::uint64_t>(count);
+    };
+    m_engine->setIqServer(&m_iqServer);
+    m_engine->setSensors(&m_sensors);
+
+    m_engine->setSampleRate(settings.rateHz);
+    m_engine->setModulation(0, settings.mode);
+    m_engine->setSsbFilterTaps(settings.taps);
+    m_engine->setAmFilterTaps(settings.taps);
+    m_engine->setDigFilterTaps(settings.taps);
+    m_engine->setCwFilterTaps(settings.taps);
+    m_engine->setBandFilterIf(0, settings.lowHz, settings.highHz);
+    m_engine->setDownConverter(0, settings.tuneHz - settings.centerHz);
+    m_engine->setDownConverter(1, settings.tuneBHz - settings.centerHz);
+    m_engine->setChannelEnable(0, 1, settings.tuneBHz != settings.tuneHz);
+
+    const int code = codeOf(settings.rateHz);
+    if (!m_driver->open(0) || !m_driver->setFrequency(settings.centerHz)
+        || !m_driver->startStream(static_cast<HardwareZephrinNANO::SampleRate>(code)))
+        throw std::runtime_error("the device does not start");
+}
+
+Road::~Road()
+{
+    m_driver->close();
+    m_engine->setSensors(nullptr);
+    m_engine->setIqServer(nullptr);
+}
+
+void Road::keepGranted()
+{
+    // Whole read windows, so that no read ends short; the first one has nothing left from before.
+    const std::uint64_t window =
+        std::clamp<std::uint64_t>(256u << codeOf(m_settings.rateHz), 4096, 32768) / 512;
+    while (m_granted + window * kFrameSamples <= m_processed + kInFlight) {
+        const std::uint64_t frames = m_granted == 0 ? window : window - 1;
+        m_grant(frames * kFrameSamples);
+        m_granted += frames * kFrameSamples;
+    }
+}
+
+std::vector<COMPLEX> Road::receive(std::size_t frames)
+{
+    m_keep = true;
+    auto deadline = std::chrono::steady_clock::now() + kGiveUp;
+    std::uint64_t seen = m_processed;
+    for (;;) {
+        keepGranted();
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_audio.size() >= frames) {
+                const auto end = m_audio.begin() + static_cast<std::ptrdiff_t>(frames);
+                std::vector<COMPLEX> out(m_audio.begin(), end);
+                m_audio.erase(m_audio.begin(), end);
+                return out;
+            }
+        }
+        m_engine->wake(); // its last wake-up may have come while it worked
+        std::this_thread::sleep_for(kPoll);
+        QCoreApplication::processEvents();
+        if (seen != m_processed) {
+            seen = m_processed;
+            deadline = std::chrono::steady_clock::now() + kGiveUp;
+        }
+        if (std::chrono::steady_clock::now() > deadline)
+            throw std::runtime_error("the stream has stopped");
+    }
+}
+
+std::uint64_t Road::drain(std::uint64_t inputSamples)
+{
+    m_keep = false;
+    const std::uint64_t target = m_processed + inputSamples;
+    const std::uint64_t before = m_frames;
+    while (m_processed < target) {
+        keepGranted();
+        m_engine->wake();
+        std::this_thread::sleep_for(kPoll);
+    }
+    return m_frames - before;
+}
+} // namespace test

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "support/TestHost.h"
+
+#include "DspCore/types.h"
+
+#include <cstdint>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class HardwareZephrinNANO;
+class ZephrinMDSP;
+
+namespace test
+{
+/// The whole road: a device behind the FT_ functions, driver, engine and receiver, joined as the
+/// plugin joins them; the audio that goes to the sound card is collected.
+///
+/// The device sends what it is granted, and it is granted only what the rings have room for, so
+/// that nothing is dropped however fast or slow the machine is. Belongs to one thread.
+class Road
+{
+public:
+    struct Settings
+    {
+        double rateHz = 192000.0; // one of the nine
+        double centerHz = 14.1e6; // of the device
+        double tuneHz = 14.1e6;   // of channel A
+        double tuneBHz = 14.1e6;  // of channel B, heard if it differs from A's
+        DspCore::Modulation mode = DspCore::Modulation::USB;
+        double lowHz = 300.0; // band filter, relative to the tuned frequency
+        double highHz = 2700.0;
+        int taps = 1570;
+    };
+
+    /// grant lets the device send that many samples more. Opens the device and starts the stream.
+    Road(const Settings &settings, std::function<void(std::uint64_t)> grant);
+    ~Road();
+
+    /// The next frames of audio at 48 kHz, as they leave the receiver.
+    std::vector<COMPLEX> receive(std::size_t frames);
+
+    /// Same, not kept: for measuring. Returns samples that came.
+    std::uint64_t drain(std::uint64_t inputSamples);
+
+    /// Input samples that went through the engine.
+    std::uint64_t processed() const { return m_processed; }
+
+    /// CPU clock of the engine thread.
+    clockid_t engineClock() const { return m_engineClock; }
+
+    ZephrinMDSP &engine() { return *m_engine; }
+    HardwareZephrinNANO &driver() { return *m_driver; }
+
+private:
+    void keepGranted();
+
+    Settings m_settings;
+    std::function<void(std::uint64_t)> m_grant;
+    TestBridge m_bridge;
+    TestIqServer m_iqServer;
+    TestSensors m_sensors;
+    std::shared_ptr<ZephrinMDSP> m_engine;
+    std::unique_ptr<HardwareZephrinNANO> m_driver;
+    std::uint64_t m_granted = 0;
+
+    // Written by the engine thread.
+    std::atomic<std::uint64_t> m_processed{0};
+    std::atomic<std::uint64_t> m_frames{0};
+    std::atomic<bool> m_keep{true};
+    std::atomic<clockid_t> m_engineClock{0};
+    std::mutex m_mutex; // guards m_audio
+    std::vector<COMPLEX> m_audio;
+};
+} // namespace test

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Rig.h"
+
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+
+namespace
+{
+using test::command;
+using test::Rig;
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes join(std::initializer_list<Bytes> parts)
+{
+    Bytes all;
+    for (const Bytes &part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+TEST(DeviceTest, TheListShowsReceiverAndForeignChips)
+{
+    vr_reset();
+    vr_set_foreign_devices(1);
+    DWORD count = 0;
+    ASSERT_EQ(FT_ListDevices(&count, nullptr, FT_LIST_NUMBER_ONLY), FT_OK);
+    EXPECT_EQ(count, 2u);
+    const auto text = [](std::uintptr_t index, DWORD what) {
+        char buffer[64] = "";
+        const FT_STATUS status = FT_ListDevices(reinterpret_cast<PVOID>(index), buffer,
+                                                FT_LIST_BY_INDEX | what);
+        return status == FT_OK ? std::string(buffer) : "status " + std::to_string(status);
+    };
+    EXPECT_EQ(text(1, FT_OPEN_BY_DESCRIPTION), "ZephrinNano");
+    EXPECT_EQ(text(1, FT_OPEN_BY_SERIAL_NUMBER), "ZN000001");
+    EXPECT_NE(text(0, FT_OPEN_BY_DESCRIPTION), "ZephrinNano");
+    EXPECT_EQ(text(2, FT_OPEN_BY_DESCRIPTION), "status 2");
+    FT_HANDLE handle = nullptr;
+    EXPECT_EQ(FT_Open(0, &handle), FT_DEVICE_NOT_OPENED);
+    EXPECT_EQ(FT_Open(1, &handle), FT_OK);
+    vr_reset();
+}
+
+TEST(DeviceTest, CallsCheckTheirHandleAndArguments)
+{
+    Rig rig;
+    FT_HANDLE second = nullptr;
+    EXPECT_EQ(FT_Open(0, &second), FT_DEVICE_NOT_OPENED);
+    EXPECT_EQ(FT_Open(1, &second), FT_DEVICE_NOT_FOUND);
+    EXPECT_EQ(FT_Open(-1, &second), FT_DEVICE_NOT_FOUND);
+    const auto stray = reinterpret_cast<FT_HANDLE>(std::uintptr_t(0x5eed));
+    for (const FT_HANDLE bad : {FT_HANDLE(nullptr), stray}) {
+        EXPECT_EQ(FT_Close(bad), FT_INVALID_HANDLE);
+        EXPECT_EQ(FT_Purge(bad, 3), FT_INVALID_HANDLE);
+        EXPECT_EQ(FT_SetTimeouts(bad, 1, 1), FT_INVALID_HANDLE);
+    }
+    const FT_HANDLE h = rig.handle();
+    EXPECT_EQ(FT_SetLatencyTimer(h, 1), FT_INVALID_PARAMETER);
+    EXPECT_EQ(FT_SetLatencyTimer(h, 36), FT_OK);
+    EXPECT_EQ(FT_SetUSBParameters(h, 32768, 32768), FT_OK);
+    EXPECT_EQ(FT_SetUSBParameters(h, 4000, 4096), FT_INVALID_PARAMETER); // no multiple of 64
+    EXPECT_EQ(FT_SetUSBParameters(h, 65600, 4096), FT_INVALID_PARAMETER);
+    EXPECT_EQ(FT_SetFlowControl(h, FT_FLOW_RTS_CTS, 0, 0), FT_OK);
+    EXPECT_EQ(FT_Purge(h, 4), FT_INVALID_PARAMETER);
+
+    EXPECT_EQ(FT_SetBitMode(h, 0xff, FT_BITMODE_RESET), FT_OK);
+    EXPECT_EQ(rig.write(command(1, 1)), FT_IO_ERROR); // no data path outside sync FIFO mode
+    std::uint8_t byte = 0;
+    DWORD received = 0;
+    EXPECT_EQ(FT_Read(h, &byte, 1, &received), FT_IO_ERROR);
+    EXPECT_EQ(FT_Close(h), FT_OK);
+    EXPECT_EQ(FT_Close(h), FT_INVALID_HANDLE);
+}
+
+TEST(DeviceTest, CommandsSetTheRegisters)
+{
+    Rig rig;
+    rig.tune(14.2e6);
+    rig.send(2, 1u << 31 | 5);
+    rig.send(3, 0x41C0);
+    rig.send(4, 17);
+    const auto status = rig.status();
+    EXPECT_EQ(status.frequency_word, test::frequencyWord(14.2e6));
+    EXPECT_NEAR(status.frequency_hz, 14.2e6, 0.03); // one step of the tuning word
+    EXPECT_EQ(status.state_word, 1u << 31 | 5);
+    EXPECT_EQ(status.sample_rate_hz, 1536000.0);
+    EXPECT_EQ(status.adc_registers[0x41], 0xC0);
+    EXPECT_EQ(status.attenuator, 17u);
+    EXPECT_EQ(status.streaming, 0);
+    EXPECT_EQ(status.commands, 4u);
+    std::uint8_t packets[2 * 11];
+    EXPECT_EQ(vr_get_commands(packets, 2), 4u);
+    EXPECT_EQ(std::memcmp(packets + 11, command(2, 1u << 31 | 5).data(), 11), 0);
+}
+
+TEST(DeviceTest, PacketsAreFoundInAnyByteStream)
+{
+    const Bytes first = command(1, 0x11223344);
+    const Bytes second = command(4, 9);
+    struct Row
+    {
+        const char *what;
+        std::vector<Bytes> writes;
+        std::uint64_t commands;
+        std::uint64_t badBytes;
+    };
+    const Row rows[] = {
+        {"joined", {join({first, second})}, 2, 0},
+        {"split", {{first.begin(), first.begin() + 4}, {first.begin() + 4, first.end()}, second}, 2,
+         0},
+        {"garbage", {join({{1, 2, 3}, first, {0x55, 0x55, 7}, second})}, 2, 6},
+        {"a marker byte too many", {join({{0x55, 0x55}, first, second})}, 2, 2},
+        {"a marker byte too few", {join({{first.begin() + 1, first.end()}, second})}, 1, 10},
+        {"wrong type byte", {join({{0x55, 0x55, 0x55, 0x55, 0x55, 2}, first, second})}, 2, 6},
+        {"marker as value", {join({command(1, 0x55555555), first, second})}, 3, 0},
+    };
+    for (const Row &row : rows) {
+        Rig rig;
+        for (const Bytes &bytes : row.writes)
+            EXPECT_EQ(rig.write(bytes), FT_OK);
+        const auto status = rig.status();
+        EXPECT_EQ(status.commands, row.commands) << row.what;
+        EXPECT_EQ(status.bad_bytes, row.badBytes) << row.what;
+        EXPECT_EQ(status.attenuator, 9u) << row.what;
+    }
+}
+
+TEST(DeviceTest, CallsAreListedInOrderWithTheirNumbers)
+{
+    Rig rig;
+    const FT_HANDLE h = rig.handle();
+    FT_Purge(h, 3);
+    FT_SetUSBParameters(h, 4096, 4096);
+    rig.stream(0);
+    rig.read(512);
+    rig.read(0);
+    FT_Close(h);
+    EXPECT_STREQ(vr_get_calls(),
+                 "FT_Open(0)\nFT_SetBitMode(255, 64)\nFT_SetTimeouts(200, 200)\nFT_Purge(3)\n"
+                 "FT_SetUSBParameters(4096, 4096)\nFT_Write(11)\nFT_Close()\n");
+    EXPECT_EQ(rig.status().reads, 2u);
+}
+
+Bytes readUserArea(FT_HANDLE handle)
+{
+    DWORD size = 0;
+    EXPECT_EQ(FT_EE_UASize(handle, &size), FT_OK);
+    Bytes bytes(size);
+    DWORD received = 0;
+    EXPECT_EQ(FT_EE_UARead(handle, bytes.data(), size, &received), FT_OK);
+    EXPECT_EQ(received, size);
+    return bytes;
+}
+
+TEST(EepromTest, DefaultPageIsNeutralWithItsChecksum)
+{
+    Rig rig;
+    const Bytes page = readUserArea(rig.handle());
+    ASSERT_GE(page.size(), 64u);
+    double values[4];
+    std::memcpy(values, page.data(), sizeof values);
+    EXPECT_EQ(values[0], 0.0);
+    EXPECT_EQ(values[1], 1.0);
+    EXPECT_EQ(values[2], 0.0);
+    EXPECT_EQ(values[3], 1.0);
+    std::uint32_t checksum = 0;
+    std::memcpy(&checksum, page.data() + 32, sizeof checksum);
+    EXPECT_EQ(checksum, 0x23a373b6u); // of these 32 bytes, by zlib
+}
+
+TEST(EepromTest, AFileKeepsTheAreaOverSessions)
+{
+    const test::TemporaryFolder folder;
+    const std::string path = folder.file("eeprom.bin");
+    Bytes written;
+    {
+        Rig rig;
+        ASSERT_EQ(vr_set_eeprom(path.c_str()), 0);
+        written = readUserArea(rig.handle());
+        written[3] = 0x77;
+        EXPECT_EQ(FT_EE_UAWrite(rig.handle(), written.data(), DWORD(written.size())), FT_OK);
+    }
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_EQ(Bytes(std::istreambuf_iterator<char>(file), {}), written);
+    Rig rig;
+    EXPECT_NE(readUserArea(rig.handle()), written);
+    ASSERT_EQ(vr_set_eeprom(path.c_str()), 0);
+    EXPECT_EQ(readUserArea(rig.handle()), written);
+    EXPECT_EQ(vr_set_eeprom(folder.file("no/such/folder").c_str()), -1);
+    EXPECT_NE(std::string(vr_last_error()).find("no/such/folder"), std::string::npos);
+    EXPECT_EQ(readUserArea(rig.handle()), written);
+}
+
+TEST(EepromTest, SizesAreThoseOfTheAreaPutThere)
+{
+    Rig rig;
+    const Bytes small(20, 0xab);
+    ASSERT_EQ(vr_put_eeprom(small.data(), small.size()), 0);
+    EXPECT_EQ(readUserArea(rig.handle()), small);
+    Bytes large(21);
+    DWORD received = 99;
+    EXPECT_EQ(FT_EE_UARead(rig.handle(), large.data(), 19, &received), FT_INVALID_PARAMETER);
+    EXPECT_EQ(received, 0u);
+    EXPECT_EQ(FT_EE_UAWrite(rig.handle(), large.data(), 21), FT_INVALID_PARAMETER);
+    EXPECT_EQ(vr_put_eeprom(Bytes(1025).data(), 1025), -1);
+}
+} // namespace

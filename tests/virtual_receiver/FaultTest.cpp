@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Rig.h"
+
+#include <algorithm>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace
+{
+using test::Rig;
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A scene without a byte 0x55, so that every marker found is a true one.
+void playQuiet()
+{
+    const double iq[2] = {0.0, 0.0};
+    ASSERT_EQ(vr_scene_samples(iq, 1, 48000, 0.0, 1), 0);
+}
+
+/// Distances between the markers in a stretch of stream.
+std::vector<std::size_t> frameSizes(const Bytes &bytes)
+{
+    static const std::uint8_t kMarker[5] = {0x55, 0x55, 0x55, 0x55, 1};
+    std::vector<std::size_t> sizes;
+    auto last = bytes.begin();
+    for (auto next = last; next != bytes.end();) {
+        next = std::search(last + 5, bytes.end(), kMarker, kMarker + 5);
+        sizes.push_back(std::size_t(next - last));
+        last = next;
+    }
+    return sizes;
+}
+
+TEST(FaultTest, ByteFaultsChangeTheSizeOfTheirFrameAlone)
+{
+    struct Row
+    {
+        const char *fault;
+        std::vector<std::size_t> sizes; // of the first six frames
+    };
+    const Row rows[] = {
+        {"lost-byte@2", {512, 512, 511, 512, 512, 512}},
+        {"lost-byte@0x2", {511, 511, 512, 512, 512, 512}},
+        {"added-byte@1", {512, 513, 512, 512, 512, 512}},
+        {"added-byte@1:100,lost-byte@3:5", {512, 513, 512, 511, 512, 512}},
+    };
+    for (const Row &row : rows) {
+        Rig rig;
+        playQuiet();
+        ASSERT_EQ(vr_fault(row.fault), 0) << vr_last_error();
+        rig.stream(0);
+        std::size_t total = 0;
+        for (std::size_t size : row.sizes)
+            total += size;
+        EXPECT_EQ(frameSizes(rig.read(total)), row.sizes) << row.fault;
+    }
+}
+
+TEST(FaultTest, AByteIsLostWhereAsked)
+{
+    Rig rig;
+    playQuiet();
+    ASSERT_EQ(vr_fault("lost-byte@0:4"), 0);
+    rig.stream(0);
+    const Bytes bytes = rig.read(511);
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 5), (Bytes{0x55, 0x55, 0x55, 0x55, 0}));
+}
+
+TEST(FaultTest, NamedCallsFail)
+{
+    Rig rig;
+    const FT_HANDLE h = rig.handle();
+    ASSERT_EQ(vr_fault("fail:FT_Purge@2,fail:FT_SetTimeouts=6,fail:FT_Write@1x2=10"), 0);
+    EXPECT_EQ(FT_Purge(h, 3), FT_OK);
+    EXPECT_EQ(FT_Purge(h, 3), FT_IO_ERROR);
+    EXPECT_EQ(FT_Purge(h, 3), FT_OK);
+    EXPECT_EQ(FT_SetTimeouts(h, 1, 1), FT_INVALID_PARAMETER);
+    EXPECT_EQ(FT_SetTimeouts(h, 1, 1), FT_INVALID_PARAMETER);
+    EXPECT_EQ(rig.write(test::command(4, 1)), FT_FAILED_TO_WRITE_DEVICE);
+    EXPECT_EQ(rig.write(test::command(4, 2)), FT_FAILED_TO_WRITE_DEVICE);
+    EXPECT_EQ(rig.status().attenuator, 0u);
+    EXPECT_EQ(rig.write(test::command(4, 3)), FT_OK);
+    ASSERT_EQ(vr_fault("none"), 0);
+    EXPECT_EQ(FT_SetTimeouts(h, 1, 1), FT_OK);
+}
+
+TEST(FaultTest, ReadsFailAndTear)
+{
+    Rig rig;
+    playQuiet();
+    rig.stream(0);
+    ASSERT_EQ(vr_fault("read-error@2x2,torn-read@5,torn-read/7"), 0);
+    Bytes all;
+    std::vector<FT_STATUS> statuses;
+    std::vector<bool> full;
+    for (int i = 0; i < 8; ++i) {
+        Bytes buffer(700);
+        DWORD received = 0;
+        statuses.push_back(FT_Read(rig.handle(), buffer.data(), 700, &received));
+        full.push_back(received == 700);
+        all.insert(all.end(), buffer.begin(), buffer.begin() + received);
+    }
+    EXPECT_EQ(statuses, (std::vector<FT_STATUS>{0, 4, 4, 0, 0, 0, 0, 0}));
+    // Failed reads do not come to tearing, so reads 5 and 7 of those counted are calls 7 and 9.
+    EXPECT_EQ(full, (std::vector<bool>{true, false, false, true, true, true, false, true}));
+    EXPECT_EQ(rig.status().short_reads, 1u);
+    const auto sizes = frameSizes(all); // what a torn read leaves comes with the next
+    EXPECT_TRUE(std::all_of(sizes.begin(), sizes.end() - 1, [](auto size) { return size == 512; }));
+}
+
+TEST(FaultTest, SilenceHoldsTheStreamForItsTime)
+{
+    for (const vr_pace pace : {VR_PACE_FREE, VR_PACE_REAL_TIME}) {
+        Rig rig;
+        vr_set_pace(pace);
+        FT_SetTimeouts(rig.handle(), 10, 10);
+        ASSERT_EQ(vr_fault("silence@0.0175..0.1"), 0); // 10 frames of 1.75 ms, then 82.5 ms
+        rig.stream(0);
+        FT_SetTimeouts(rig.handle(), 30, 30);
+        EXPECT_EQ(rig.read(10 * 512).size(), 10u * 512);
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_TRUE(rig.read(512).empty());
+        while (rig.read(512).empty()) { }
+        const std::chrono::duration<double> silent = std::chrono::steady_clock::now() - start;
+        EXPECT_NEAR(silent.count(), 0.0825, 0.03) << pace;
+        EXPECT_EQ(rig.status().fifo_overruns, 0u);
+    }
+}
+
+TEST(FaultTest, AnUnpluggedDeviceIsGoneAndItsHandleStaysDead)
+{
+    Rig rig;
+    const FT_HANDLE old = rig.handle();
+    rig.tune(1e6);
+    rig.stream(0);
+    ASSERT_EQ(vr_fault("unplug@0.0175,replug@0.1"), 0);
+    EXPECT_EQ(rig.read(10 * 512).size(), 10u * 512);
+    Bytes buffer(512);
+    DWORD received = 0;
+    EXPECT_EQ(FT_Read(old, buffer.data(), 512, &received), FT_IO_ERROR);
+    DWORD count = 9;
+    FT_ListDevices(&count, nullptr, FT_LIST_NUMBER_ONLY);
+    EXPECT_EQ(count, 0u);
+    FT_HANDLE handle = nullptr;
+    EXPECT_EQ(FT_Open(0, &handle), FT_DEVICE_NOT_FOUND);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    FT_ListDevices(&count, nullptr, FT_LIST_NUMBER_ONLY);
+    EXPECT_EQ(count, 1u);
+    EXPECT_EQ(rig.status().frequency_word, 0u); // it has lost its power
+    EXPECT_EQ(FT_Open(0, &handle), FT_OK);
+    EXPECT_EQ(FT_Purge(old, 3), FT_IO_ERROR);
+    EXPECT_EQ(FT_Close(old), FT_OK);
+    EXPECT_EQ(FT_Purge(handle, 3), FT_OK);
+}
+
+TEST(FaultTest, PullingThePlugWakesAWaitingRead)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 5000, 5000);
+    std::thread hand([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        vr_set_plugged(0);
+    });
+    const auto start = std::chrono::steady_clock::now();
+    Bytes buffer(512);
+    DWORD received = 0;
+    EXPECT_EQ(FT_Read(rig.handle(), buffer.data(), 512, &received), FT_IO_ERROR);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(took.count(), 1.0);
+    hand.join();
+}
+
+TEST(FaultTest, RandomFaultsRepeatWithTheirSeed)
+{
+    const auto stream = [](const char *fault) {
+        Rig rig;
+        playQuiet();
+        EXPECT_EQ(vr_fault(fault), 0);
+        rig.stream(0);
+        Bytes all;
+        for (int i = 0; i < 50; ++i) {
+            const Bytes bytes = rig.read(4096);
+            all.insert(all.end(), bytes.begin(), bytes.end());
+        }
+        return frameSizes(all);
+    };
+    const auto sizes = stream("random:7:0.1");
+    EXPECT_EQ(sizes, stream("random:7:0.1"));
+    EXPECT_NE(sizes, stream("random:8:0.1"));
+    const auto damaged = std::count_if(sizes.begin(), sizes.end(), [](auto n) { return n != 512; });
+    EXPECT_NEAR(double(damaged) / double(sizes.size()), 0.1, 0.05);
+}
+
+TEST(FaultTest, WhatIsNotUnderstoodIsNamedAndNothingIsAdded)
+{
+    Rig rig;
+    for (const char *wrong : {"", "lost-byte", "lost-byte@", "lost-byte@5:512", "silence@3..2",
+             "silence@1", "fail:FT_Reed", "fail:FT_Read@0", "torn-read/0", "random:1:2", "unplug@x",
+             "plug@1", "read-error@1x", "fail:FT_Purge,oops"}) {
+        EXPECT_EQ(vr_fault(wrong), -1) << wrong;
+        const std::string text = wrong;
+        const std::string last = text.substr(text.find(',') + 1);
+        EXPECT_NE(std::string(vr_last_error()).find('"' + last + '"'), std::string::npos) << wrong;
+    }
+    EXPECT_EQ(FT_Purge(rig.handle(), 3), FT_OK);
+    EXPECT_EQ(vr_fault(nullptr), -1);
+}
+} // namespace

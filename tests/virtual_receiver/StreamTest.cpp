@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Rig.h"
+#include "support/Signals.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace
+{
+using test::Rig;
+
+constexpr double kHalfCode = 0.5 / 8388607.0 + 1e-12; // rounding to 24 bits
+constexpr double kCentreHz = 7.1e6;
+
+void playSamples(const std::vector<COMPLEX> &samples, double rateHz, bool repeat,
+                 double frequencyHz = kCentreHz)
+{
+    ASSERT_EQ(vr_scene_samples(&samples[0].re, samples.size(), rateHz, frequencyHz, repeat), 0);
+}
+
+TEST(StreamTest, FramesCarryTheSceneToHalfACode)
+{
+    Rig rig;
+    const auto scene = test::noise(1000, 3);
+    playSamples(scene, 96000, /*repeat*/ true);
+    rig.tune(kCentreHz);
+    rig.stream(1);
+    auto received = rig.samples(1500);
+    auto expected = scene;
+    expected.insert(expected.end(), scene.begin(), scene.begin() + 500);
+    EXPECT_LT(test::maxError(received, expected), kHalfCode);
+}
+
+TEST(StreamTest, ShortSamplesCarrySixteenBits)
+{
+    Rig rig;
+    const auto scene = test::noise(252, 4);
+    playSamples(scene, 48000, true);
+    rig.tune(kCentreHz);
+    rig.stream(0, /*shortSamples*/ true);
+    std::size_t at = 0;
+    for (const auto &frame : rig.frames(2, true)) {
+        ASSERT_EQ(frame.codes.size(), 252u);
+        for (std::size_t i = 0; i < frame.codes.size(); i += 2, ++at) {
+            EXPECT_NEAR(frame.codes[i], scene[at].re * 32767.0, 0.5 + 1e-9);
+            EXPECT_NEAR(frame.codes[i + 1], scene[at].im * 32767.0, 0.5 + 1e-9);
+        }
+    }
+}
+
+TEST(StreamTest, FullScaleOverflowAndPeak)
+{
+    struct Row
+    {
+        double level;
+        std::int32_t code;
+        std::uint16_t peakWord;
+        std::uint64_t clipped; // samples in two frames
+    };
+    // 16383 is the 14-bit full scale; bit 15 tells of limiting.
+    const Row rows[] = {
+        {0.0, 0, 0, 0},
+        {0.5, 4194304, 8192, 0},
+        {1.0, 8388607, 16383, 0},
+        {1.5, 8388607, 0x8000 | 16383, 168},
+        {-1.0, -8388607, 16383, 0},
+        {-2.0, -8388608, 0x8000 | 16383, 168},
+    };
+    for (const Row &row : rows) {
+        Rig rig;
+        playSamples(std::vector<COMPLEX>(84, {row.level, 0.25 * row.level}), 48000, true);
+        rig.tune(kCentreHz);
+        rig.stream(0);
+        for (const auto &frame : rig.frames(2)) {
+            EXPECT_EQ(frame.codes[0], row.code) << row.level;
+            EXPECT_EQ(frame.codes[166], row.code) << row.level;
+            EXPECT_EQ(frame.peakWord, row.peakWord) << row.level;
+        }
+        EXPECT_EQ(rig.status().clipped_samples, row.clipped) << row.level;
+    }
+}
+
+TEST(StreamTest, AttenuatorAndGainMoveTheLevelInHalfDecibels)
+{
+    constexpr double kRounding = 0.01; // dB, of 24-bit codes at the lowest level here
+    struct Row
+    {
+        std::uint32_t attenuator;
+        std::uint32_t gainSteps;
+        double decibels;
+    };
+    const Row rows[] = {{0, 0, 0.0}, {1, 0, -0.5}, {20, 0, -10.0}, {63, 0, -31.5}, {200, 0, -31.5},
+        {0, 1, 0.5}, {0, 12, 6.0}, {0, 15, 6.0}, {10, 4, -3.0}};
+    for (const Row &row : rows) {
+        Rig rig;
+        playSamples(test::tone(480, 0.1, 0.25), 48000, true);
+        rig.tune(kCentreHz);
+        rig.send(4, row.attenuator);
+        rig.send(3, 0x2500 | row.gainSteps << 4);
+        rig.stream(0);
+        EXPECT_NEAR(test::decibels(test::rms(rig.samples(480)) / 0.25), row.decibels, kRounding)
+            << row.attenuator << ' ' << row.gainSteps;
+    }
+}
+
+TEST(StreamTest, TuningMovesAToneToItsPlaceAtEveryRate)
+{
+    constexpr double kLevel = 1e-4; // the filter's ripple and the 24 bits
+    constexpr double kSpurious = 1e-5; // -100 dB: what is left when the tone is taken away
+    constexpr int kLength = 4096;
+    for (unsigned code = 0; code < 9; ++code) {
+        const double rate = test::kRatesHz[code];
+        for (const double sceneRate : {44100.0, 192000.0, 250000.0, rate}) {
+            Rig rig;
+            // Past the start of the resampling filter, whose reach is counted at the lower rate.
+            const int settled = int(40.0 * std::max(1.0, rate / sceneRate));
+            const double toneHz = 3000.0; // whole cycles in the scene, so it repeats seamlessly
+            playSamples(test::tone(int(sceneRate), toneHz / sceneRate, 0.5), sceneRate, true);
+            const double tuned = kCentreHz - 7000.0;
+            rig.tune(tuned);
+            rig.stream(code);
+            auto received = rig.samples(settled + kLength);
+            received.erase(received.begin(), received.begin() + settled);
+            const double grid = 122.88e6 / 4294967296.0;
+            const double exact = std::floor(tuned / grid) * grid;
+            const double at = (kCentreHz + toneHz - exact) / rate;
+            const COMPLEX found = test::component(received, at);
+            EXPECT_NEAR(test::magnitude(found), 0.5, kLevel) << rate << ' ' << sceneRate;
+            const auto expected = test::tone(kLength, at, test::magnitude(found),
+                                             std::atan2(found.im, found.re));
+            EXPECT_LT(test::maxError(received, expected), kSpurious) << rate << ' ' << sceneRate;
+        }
+    }
+}
+
+TEST(StreamTest, AliasesAndImagesAreAHundredDecibelsDown)
+{
+    constexpr double kRejection = -100.0; // dB, in the middle 80 % of the band
+    struct Row
+    {
+        double sceneRate;
+        unsigned code;
+        double sceneHz; // where the tone is in the recording
+    };
+    const Row rows[] = {
+        {192000, 0, 28800.5}, // just beyond what the lower rate can hold: would alias to -19200
+        {192000, 0, -90000}, {250000, 1, 57601}, {48000, 2, 19200}, {44100, 2, -17640},
+    };
+    for (const Row &row : rows) {
+        Rig rig;
+        const double rate = test::kRatesHz[row.code];
+        playSamples(test::tone(int(2 * row.sceneRate), row.sceneHz / row.sceneRate, 0.9),
+                    row.sceneRate, true);
+        rig.tune(kCentreHz);
+        rig.stream(row.code);
+        auto received = rig.samples(2048 + 400);
+        received.erase(received.begin(), received.begin() + 400);
+        for (double hz = -0.4 * rate; hz <= 0.4 * rate; hz += rate / 512) {
+            if (std::fabs(hz - row.sceneHz) < 6.0 * rate / 2048)
+                continue;
+            // The window's own side lobes are 92 dB below a tone; only an unwanted one is above.
+            const double level
+                = test::decibels(test::magnitude(test::component(received, hz / rate)) / 0.9);
+            const bool toneInBand = std::fabs(row.sceneHz) < rate / 2;
+            ASSERT_LT(level, toneInBand ? kRejection + 10.0 : kRejection) << hz << " of " << rate;
+        }
+    }
+}
+
+TEST(StreamTest, ARecordingTunedOutOfTheBandDoesNotComeBackAtTheOtherEdge)
+{
+    // Its tone lies 10 kHz beyond the upper edge, so the lower half of the band must stay empty.
+    constexpr double kEmpty = 1e-5;
+    Rig rig;
+    playSamples(test::tone(48000, 16000.0 / 48000, 0.9), 48000, true);
+    rig.tune(kCentreHz - 90000.0);
+    rig.stream(2);
+    rig.samples(2000);
+    EXPECT_LT(test::rms(rig.samples(4096)), kEmpty);
+}
+
+TEST(StreamTest, RetuningDuringAStreamKeepsThePhase)
+{
+    // A step of phase at the change would exceed the step from sample to sample of the tones.
+    for (const double sceneRate : {192000.0, 48000.0, 384000.0}) {
+        Rig rig;
+        playSamples(std::vector<COMPLEX>(std::size_t(sceneRate), {0.5, 0.0}), sceneRate, true);
+        rig.tune(kCentreHz - 1000.0);
+        rig.stream(2);
+        auto received = rig.samples(840);
+        rig.tune(kCentreHz + 500.0);
+        const auto more = rig.samples(840);
+        received.insert(received.end(), more.begin(), more.end());
+        constexpr double kOvershoot = 1.2; // of the filter at the step in frequency
+        const double largest = 2.0 * M_PI * 1000.0 / 192000.0 * kOvershoot;
+        for (std::size_t i = 200; i + 1 < received.size(); ++i) {
+            const double cross
+                = received[i].re * received[i + 1].im - received[i].im * received[i + 1].re;
+            const double dot
+                = received[i].re * received[i + 1].re + received[i].im * received[i + 1].im;
+            ASSERT_LT(std::fabs(std::atan2(cross, dot)), largest) << sceneRate << ' ' << i;
+        }
+        const double grid = 122.88e6 / 4294967296.0;
+        auto tail = received;
+        tail.erase(tail.begin(), tail.begin() + 1040);
+        const double at = (kCentreHz - std::floor((kCentreHz + 500.0) / grid) * grid) / 192000.0;
+        EXPECT_NEAR(test::magnitude(test::component(tail, at)), 0.5, 1e-3) << sceneRate;
+    }
+}
+
+TEST(StreamTest, AFiniteSceneEndsAndLeavesSilence)
+{
+    Rig rig;
+    playSamples(test::noise(100, 9), 48000, /*repeat*/ false);
+    EXPECT_DOUBLE_EQ(vr_scene_seconds(), 100.0 / 48000.0);
+    rig.tune(kCentreHz);
+    rig.stream(0);
+    rig.frames(1);
+    EXPECT_EQ(rig.status().scene_ended, 0);
+    const auto last = rig.frames(2);
+    EXPECT_NE(last[0].codes[30], 0);
+    EXPECT_EQ(last[0].codes[32], 0); // sample 84 + 16
+    EXPECT_EQ(last[1].peakWord, 0);
+    const auto status = rig.status();
+    EXPECT_EQ(status.scene_ended, 1);
+    EXPECT_EQ(status.frames_sent, 3u);
+    EXPECT_EQ(status.samples_sent, 252u);
+}
+
+TEST(StreamTest, CreditIsSpentWhollyAndNothingIsLostInATimeout)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 20, 20);
+    vr_set_pace(VR_PACE_CREDIT);
+    const auto scene = test::noise(84 * 8, 11);
+    playSamples(scene, 48000, true);
+    rig.tune(kCentreHz);
+    rig.stream(0);
+    vr_add_credit(84 * 7);
+    EXPECT_TRUE(rig.read(8 * 512).empty());
+    EXPECT_EQ(rig.status().short_reads, 1u);
+    vr_add_credit(84);
+    EXPECT_LT(test::maxError(rig.samples(84 * 8), scene), kHalfCode);
+    EXPECT_TRUE(rig.read(512).empty());
+}
+
+TEST(StreamTest, CreditWakesAWaitingRead)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 5000, 5000);
+    vr_set_pace(VR_PACE_CREDIT);
+    rig.stream(0);
+    std::thread host([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        vr_add_credit(84);
+    });
+    EXPECT_EQ(rig.read(512).size(), 512u);
+    host.join();
+}
+
+class RealTimeTest : public testing::TestWithParam<unsigned>
+{
+};
+
+TEST_P(RealTimeTest, TheClockSetsTheByteRate)
+{
+    constexpr double kSeconds = 0.5;
+    constexpr double kTolerance = 0.05; // scheduling on a busy machine
+    const double rate = test::kRatesHz[GetParam()];
+    Rig rig;
+    vr_set_pace(VR_PACE_REAL_TIME);
+    playSamples(test::tone(480, 0.1, 0.5), rate, true);
+    const auto start = std::chrono::steady_clock::now();
+    rig.stream(GetParam());
+    const auto frames = std::size_t(kSeconds * rate / 84);
+    for (std::size_t left = frames; left > 0;) {
+        const std::size_t part = std::min<std::size_t>(left, 64);
+        ASSERT_EQ(rig.read(part * 512).size(), part * 512);
+        left -= part;
+    }
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(took.count(), double(frames) * 84 / rate);
+    EXPECT_LT(took.count(), kSeconds + kTolerance);
+    EXPECT_EQ(rig.status().fifo_overruns, 0u);
+}
+INSTANTIATE_TEST_SUITE_P(Rates, RealTimeTest, testing::Values(0u, 2u, 5u, 8u));
+
+TEST(StreamTest, ASlowReaderLosesFramesAndATimelyReadTimesOutShort)
+{
+    Rig rig;
+    vr_set_pace(VR_PACE_REAL_TIME);
+    FT_SetTimeouts(rig.handle(), 30, 30);
+    playSamples(test::noise(4800, 2), 3072000, true);
+    rig.stream(8);
+    std::this_thread::sleep_for(std::chrono::milliseconds(80));
+    EXPECT_GT(rig.status().fifo_overruns, 100u); // 80 ms are 2925 frames, the FIFO holds 1152
+    rig.stop();
+    rig.stream(0);
+    const auto start = std::chrono::steady_clock::now();
+    const auto bytes = rig.read(1 << 20);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    const double frames = double(bytes.size()) / 512;
+    EXPECT_GE(frames, std::floor(0.03 * 48000 / 84));
+    EXPECT_LE(frames, took.count() * 48000 / 84 + 1);
+    EXPECT_LT(took.count(), 0.2);
+}
+
+TEST(StreamTest, NothingComesWhileTheStreamIsOff)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 10, 10);
+    EXPECT_TRUE(rig.read(512).empty());
+    rig.stream(0);
+    EXPECT_EQ(rig.read(300).size(), 300u);
+    rig.stop();
+    EXPECT_EQ(rig.read(512).size(), 212u); // what the FIFO still held
+    EXPECT_TRUE(rig.read(512).empty());
+}
+
+TEST(StreamTest, PurgeDropsWhatIsQueued)
+{
+    Rig rig;
+    rig.stream(0);
+    EXPECT_EQ(rig.read(100).size(), 100u);
+    EXPECT_EQ(FT_Purge(rig.handle(), FT_PURGE_RX | FT_PURGE_TX), FT_OK);
+    EXPECT_EQ(rig.read(512).front(), 0x55);
+    rig.frames(1);
+}
+
+TEST(StreamTest, CommandsPassWhileAReadWaits)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 300, 300);
+    std::thread reader([&rig] { rig.read(512); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const auto start = std::chrono::steady_clock::now();
+    rig.tune(1e6);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(took.count(), 0.1);
+    reader.join();
+}
+
+TEST(StreamTest, CloseWakesAReadWithoutTimeout)
+{
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 0, 0);
+    FT_STATUS status = FT_OK;
+    std::thread reader([&] {
+        std::uint8_t buffer[512];
+        DWORD received = 0;
+        status = FT_Read(rig.handle(), buffer, sizeof buffer, &received);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    EXPECT_EQ(FT_Close(rig.handle()), FT_OK);
+    reader.join();
+    EXPECT_EQ(status, FT_INVALID_HANDLE);
+}
+} // namespace

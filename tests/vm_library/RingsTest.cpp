@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "vm_library/source/containers/CircularBuffer.h"
+#include "vm_library/source/containers/RingBuffer.h"
+#include "vm_library/source/containers/SpectrumRingBuffer.h"
+#include "vm_library/source/containers/ring_buffer.h"
+
+#include <deque>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+#include <thread>
+
+// What all rings promise, whatever their lock, index arithmetic and interface.
+namespace
+{
+struct VmRing
+{
+    static constexpr unsigned kCapacity = 100; // no power of two: the wrap is a modulo
+    VmRing() { ring.resize(kCapacity); }
+    bool write(std::vector<int> block) { return ring.write(block); }
+    bool read(std::vector<int> &block) { return ring.read(block); }
+    void clear() { ring.clear(); }
+    std::size_t stored() { return ring.size(); }
+    std::size_t free() { return ring.free_space(); }
+    vm::containers::ring_buffer<int, vm::thread::spinlock> ring;
+};
+
+template <typename Ring>
+struct MaskedRing
+{
+    static constexpr unsigned kCapacity = 128;
+    bool write(const std::vector<int> &block)
+    {
+        return ring.write(block.data(), int(block.size()));
+    }
+    bool read(std::vector<int> &block) { return ring.read(block.data(), int(block.size())); }
+    void clear() { ring.clear(); }
+    std::size_t stored() { return ring.count(); }
+    std::size_t free() { return ring.freeCount(); }
+    Ring ring;
+};
+
+struct Circular : MaskedRing<CircularBuffer<int>>
+{
+    Circular() : MaskedRing{CircularBuffer<int>(kCapacity)} { }
+};
+
+template <template <typename> class Ring>
+struct Resized : MaskedRing<Ring<int>>
+{
+    Resized() { this->ring.resize(kAsked); }
+    static constexpr unsigned kAsked = 65; // rounded up to 128
+};
+
+template <typename Ring>
+class RingTest : public testing::Test
+{
+protected:
+    std::vector<int> next(std::size_t count)
+    {
+        std::vector<int> block(count);
+        std::iota(block.begin(), block.end(), sent);
+        sent += int(count);
+        return block;
+    }
+
+    Ring ring;
+    int sent = 0;
+};
+
+using Rings = testing::Types<VmRing, Circular, Resized<Velmora::RingBuffer>,
+    Resized<Velmora::SpectrumRingBuffer>>;
+TYPED_TEST_SUITE(RingTest, Rings);
+
+TYPED_TEST(RingTest, BlockThatDoesNotFitIsRefusedWholeAndChangesNothing)
+{
+    constexpr std::size_t capacity = TypeParam::kCapacity;
+    EXPECT_FALSE(this->ring.write({}));
+    EXPECT_FALSE(this->ring.write(this->next(capacity + 1)));
+    EXPECT_EQ(this->ring.free(), capacity);
+
+    this->sent = 0;
+    EXPECT_TRUE(this->ring.write(this->next(capacity)));
+    EXPECT_FALSE(this->ring.write({-1}));
+    EXPECT_EQ(this->ring.stored(), capacity);
+    EXPECT_EQ(this->ring.free(), 0u);
+
+    std::vector<int> tooMuch(capacity + 1, -1);
+    EXPECT_FALSE(this->ring.read(tooMuch));
+    EXPECT_EQ(tooMuch, std::vector<int>(capacity + 1, -1));
+    std::vector<int> all(capacity);
+    EXPECT_TRUE(this->ring.read(all));
+    this->sent = 0;
+    EXPECT_EQ(all, this->next(capacity));
+    std::vector<int> none;
+    EXPECT_FALSE(this->ring.read(none));
+}
+
+TYPED_TEST(RingTest, BehavesAsAQueueOfLimitedLengthWhereverTheIndicesStand)
+{
+    std::mt19937 random(5);
+    std::uniform_int_distribution<std::size_t> length(0, TypeParam::kCapacity / 2);
+    std::deque<int> model;
+    for (int round = 0; round < 2000; ++round) {
+        const auto block = this->next(length(random));
+        const bool fits = !block.empty() && model.size() + block.size() <= TypeParam::kCapacity;
+        ASSERT_EQ(this->ring.write(block), fits);
+        if (fits)
+            model.insert(model.end(), block.begin(), block.end());
+
+        std::vector<int> taken(length(random));
+        const bool there = !taken.empty() && taken.size() <= model.size();
+        ASSERT_EQ(this->ring.read(taken), there);
+        if (there) {
+            ASSERT_TRUE(std::equal(taken.begin(), taken.end(), model.begin()));
+            model.erase(model.begin(), model.begin() + long(taken.size()));
+        }
+        ASSERT_EQ(this->ring.stored(), model.size());
+        ASSERT_EQ(this->ring.free(), TypeParam::kCapacity - model.size());
+        if (round % 100 == 99) {
+            this->ring.clear();
+            model.clear();
+        }
+    }
+}
+
+TYPED_TEST(RingTest, OneWriterAndOneReaderKeepTheSequence)
+{
+    constexpr int kElements = 200000;
+    std::thread writer([this] {
+        for (int length = 1; this->sent < kElements; length = length % 37 + 1) {
+            const auto block = this->next(std::size_t(std::min(length, kElements - this->sent)));
+            while (!this->ring.write(block))
+                std::this_thread::yield();
+        }
+    });
+    int received = 0;
+    int wrong = 0;
+    for (int length = 1; received < kElements; length = length % 41 + 1) {
+        std::vector<int> block(std::size_t(std::min(length, kElements - received)));
+        while (!this->ring.read(block))
+            std::this_thread::yield();
+        for (const int element : block)
+            wrong += element != received++;
+    }
+    writer.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(this->ring.stored(), 0u);
+    EXPECT_EQ(this->ring.free(), TypeParam::kCapacity);
+}
+
+TEST(RingSizeTest, UnsizedRingRefusesEverything)
+{
+    std::vector<int> one(1);
+    vm::containers::ring_buffer<int, vm::thread::spinlock> ring;
+    EXPECT_FALSE(ring.write(one));
+    EXPECT_FALSE(ring.read(one));
+    Velmora::RingBuffer<int> bytes;
+    EXPECT_FALSE(bytes.write(one.data(), 1));
+    EXPECT_FALSE(bytes.read(one.data(), 1));
+}
+
+TEST(RingSizeTest, ResizeEmptiesOnlyWhereItChangesTheSize)
+{
+    const std::vector<int> block(10);
+    Velmora::RingBuffer<int> ring;
+    ring.resize(100);
+    ASSERT_EQ(ring.capacity(), 128u);
+    ASSERT_TRUE(ring.write(block.data(), 10));
+    ring.resize(128);
+    EXPECT_EQ(ring.count(), 10u);
+    ring.resize(100);
+    EXPECT_EQ(ring.count(), 0u);
+    EXPECT_EQ(ring.freeCount(), 128u);
+}
+} // namespace

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "CallLog.h"
+#include "CommandParser.h"
+#include "DeviceState.h"
+#include "Eeprom.h"
+#include "Faults.h"
+#include "FramePacker.h"
+#include "StreamClock.h"
+#include "scenes/Scene.h"
+#include "virtual_receiver.h"
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vr
+{
+/// The receiver behind its USB chip: what the FT_ functions talk to and what the vr_ functions set
+/// up. One per process.
+///
+/// Threads: any thread may call anything.
+/// 1. The reading thread, in read(), makes the stream: it waits until the clock has frames due, then
+///    renders the scene, packs and delivers. It holds m_streamMutex for the whole call, so readers
+///    follow each other, and m_mutex only for moments between waits and renderings.
+/// 2. All others take m_mutex only, so none of them ever waits for a read or for a scene.
+/// Lock order: m_streamMutex before m_mutex.
+class VirtualDevice
+{
+public:
+    static VirtualDevice &instance();
+
+    FT_STATUS listNumber(DWORD *count);
+    FT_STATUS listString(DWORD index, DWORD flags, char *text);
+    FT_STATUS open(int index, FT_HANDLE *handle);
+    FT_STATUS close(FT_HANDLE handle);
+    FT_STATUS resetDevice(FT_HANDLE handle);
+    FT_STATUS setBitMode(FT_HANDLE handle, UCHAR mask, UCHAR mode);
+    FT_STATUS setLatencyTimer(FT_HANDLE handle, UCHAR milliseconds);
+    FT_STATUS setUsbParameters(FT_HANDLE handle, ULONG inSize, ULONG outSize);
+    FT_STATUS setFlowControl(FT_HANDLE handle, USHORT flowControl, UCHAR xon, UCHAR xoff);
+    FT_STATUS setTimeouts(FT_HANDLE handle, ULONG readMs, ULONG writeMs);
+    FT_STATUS purge(FT_HANDLE handle, ULONG mask);
+    FT_STATUS read(FT_HANDLE handle, std::uint8_t *buffer, DWORD size, DWORD *received);
+    FT_STATUS write(FT_HANDLE handle, const std::uint8_t *data, DWORD size, DWORD *written);
+    FT_STATUS userAreaSize(FT_HANDLE handle, DWORD *size);
+    FT_STATUS userAreaRead(FT_HANDLE handle, UCHAR *data, DWORD size, DWORD *received);
+    FT_STATUS userAreaWrite(FT_HANDLE handle, const UCHAR *data, DWORD size);
+
+    void reset();
+    void setScene(std::shared_ptr<Scene> scene);
+    double sceneSeconds() const;
+    double sceneFrequencyHz() const;
+    void setPace(Pace pace);
+    void addCredit(std::uint64_t samples);
+    bool useEepromFile(const std::string &path, std::string &error);
+    bool putEeprom(const std::uint8_t *bytes, std::size_t size, std::string &error);
+    std::vector<std::uint8_t> eeprom() const;
+    bool addFaults(const std::string &list, std::string &error);
+    void setPlugged(bool plugged);
+    void setForeignDevices(unsigned count);
+    vr_status status();
+    std::vector<std::uint8_t> commands() const;
+    std::string calls() const;
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+    using Time = StreamClock::Time;
+
+    /// What one batch of frames is made from.
+    struct Batch
+    {
+        std::uint64_t frames = 0;
+        std::uint64_t firstFrame = 0;
+        std::uint64_t skip = 0; // frames of the scene that pass unsent before the first
+        DeviceState state;
+        std::shared_ptr<Scene> scene;
+        std::uint64_t run = 0;
+        std::vector<std::optional<Faults::ByteFault>> byteFaults; // of each frame
+    };
+
+    VirtualDevice();
+
+    template <typename... Numbers>
+    FT_STATUS enter(const char *function, Numbers... numbers);
+    FT_STATUS check(FT_HANDLE handle) const;
+    FT_STATUS checkFifo(FT_HANDLE handle) const;
+    void powerOn();
+    void plug(bool plugged);
+    void runPlugFaults();
+    void obey(const CommandPacket &packet);
+    void restartStream();
+    void dropQueue();
+    void passFrames(std::uint64_t frames);
+    void countOverruns(Time now);
+    void startSilence(Time now);
+    std::uint64_t framesToEvent() const;
+
+    FT_STATUS fill(Lock &lock, FT_HANDLE handle, std::size_t wanted);
+    Batch nextBatch(std::uint64_t frames);
+    void make(const Batch &batch);
+    void follow(const Batch &batch);
+    void forgetDropped();
+    std::size_t deliver(std::uint8_t *buffer, std::size_t size);
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed; // stream, credit, handle or plug; with m_mutex
+
+    // Guarded by m_mutex.
+    CallLog m_calls;
+    std::uint64_t m_reads = 0;
+    unsigned m_foreignDevices = 0; // in the list before the receiver
+    bool m_plugged = true;
+    Time m_unpluggedAt = {};
+    double m_unpluggedSeconds = 0.0; // time of the stream when the plug was pulled
+    FT_HANDLE m_handle = nullptr; // null: closed
+    std::vector<FT_HANDLE> m_deadHandles; // of devices that went out, not yet closed
+    std::uintptr_t m_lastHandle = 0;
+    UCHAR m_bitMode = FT_BITMODE_RESET;
+    ULONG m_readTimeoutMs = 0; // 0: without limit
+    CommandParser m_parser;
+    DeviceState m_state;
+    std::uint64_t m_badBytes = 0; // of parsers before m_parser
+    std::uint64_t m_commandCount = 0;
+    std::vector<std::uint8_t> m_commands;
+    Eeprom m_eeprom;
+    Faults m_faults;
+    std::shared_ptr<Scene> m_scene;
+    StreamClock m_clock;
+    std::uint64_t m_run = 1; // counts stream starts and changes of scene
+    std::uint64_t m_skip = 0; // frames lost or silent, still to be skipped in the scene
+    bool m_queueDropped = false; // the reading thread is to empty m_queue
+    std::uint64_t m_framesSent = 0;
+    std::uint64_t m_samplesSent = 0;
+    std::uint64_t m_shortReads = 0;
+    std::uint64_t m_overruns = 0;
+    std::uint64_t m_clipped = 0;
+    bool m_sceneEnded = false;
+
+    /// A frame in m_queue: where it ends and what it carries.
+    struct QueuedFrame
+    {
+        std::size_t end = 0;
+        std::size_t samples = 0;
+        bool lastOfScene = false;
+        std::uint64_t run = 0;
+    };
+
+    // Guarded by m_streamMutex.
+    std::mutex m_streamMutex;
+    std::vector<std::uint8_t> m_queue; // packed and not yet read
+    std::vector<QueuedFrame> m_queuedFrames;
+    FramePacker m_packer;
+    std::vector<Sample> m_samples;
+    std::shared_ptr<Scene> m_playing;
+    std::uint64_t m_followedRun = 0;
+    std::uint32_t m_followedWord = 0;
+};
+} // namespace vr

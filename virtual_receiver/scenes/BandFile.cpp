@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "BandFile.h"
+
+#include "../TextScanner.h"
+#include "BandScene.h"
+#include "CwModulator.h"
+#include "SpeechSynthesis.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <numbers>
+#include <set>
+#include <stdexcept>
+
+namespace vr
+{
+namespace
+{
+constexpr double kToneClipSeconds = 10.0; // a tone is rounded to whole cycles in it: 0.1 Hz
+
+/// What is wrong with a line, without its place.
+struct LineError : std::runtime_error
+{
+    using std::runtime_error::runtime_error;
+};
+
+std::string inQuotes(std::string_view text)
+{
+    return '"' + std::string(text) + '"';
+}
+
+/// The key=value words of a line. Every value that is asked for counts as used; finish() complains
+/// about the others.
+class Words
+{
+public:
+    explicit Words(std::string_view line)
+    {
+        TextScanner scan(line);
+        for (skipBlanks(scan); !scan.atEnd(); skipBlanks(scan)) {
+            const std::string key(scan.takeUntil("= \t"));
+            if (!scan.take("="))
+                throw LineError(inQuotes(key) + " needs a value: " + key + "=...");
+            std::string_view value;
+            if (scan.take("\"")) {
+                value = scan.takeUntil("\"");
+                if (!scan.take("\""))
+                    throw LineError("the text of " + inQuotes(key) + " has no closing quote");
+            } else {
+                value = scan.takeUntil(" \t");
+            }
+            if (!m_values.emplace(key, value).second)
+                throw LineError(inQuotes(key) + " is given twice");
+        }
+    }
+
+    bool has(const std::string &key) const { return m_values.count(key) > 0; }
+
+    std::string text(const std::string &key)
+    {
+        m_used.insert(key);
+        return m_values.at(key);
+    }
+
+    double number(const std::string &key, double otherwise)
+    {
+        return has(key) ? parseNumber(key, text(key)) : otherwise;
+    }
+
+    double number(const std::string &key, double otherwise, double low, double high)
+    {
+        const double value = number(key, otherwise);
+        if (value < low || value > high)
+            throw LineError(inQuotes(key) + " must be " + trimmed(low) + " to " + trimmed(high)
+                            + ", not " + inQuotes(m_values[key]));
+        return value;
+    }
+
+    bool flag(const std::string &key, bool otherwise)
+    {
+        if (!has(key))
+            return otherwise;
+        const std::string value = text(key);
+        if (value != "yes" && value != "no")
+            throw LineError(inQuotes(key) + " must be yes or no, not " + inQuotes(value));
+        return value == "yes";
+    }
+
+    static double parseNumber(const std::string &key, std::string_view text)
+    {
+        TextScanner scan(text);
+        double value = 0.0;
+        const bool good = scan.take(value);
+        const double factor = scan.take("k") ? 1e3 : scan.take("M") ? 1e6 : 1.0;
+        if (!good || !scan.atEnd() || !std::isfinite(value))
+            throw LineError(inQuotes(key) + " is not a number: " + inQuotes(text));
+        return value * factor;
+    }
+
+    void finish(const std::string &line) const
+    {
+        for (const auto &[key, value] : m_values) {
+            if (!m_used.count(key))
+                throw LineError("a " + line + " has no " + inQuotes(key) + " here");
+        }
+    }
+
+private:
+    static void skipBlanks(TextScanner &scan)
+    {
+        while (scan.take(" ") || scan.take("\t")) { }
+    }
+
+    static std::string trimmed(double value)
+    {
+        std::string text = std::to_string(value);
+        text.erase(text.find_last_not_of('0') + 1);
+        return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
+    }
+
+    std::map<std::string, std::string> m_values;
+    std::set<std::string> m_used;
+};
+
+StationMode parseMode(const std::string &name)
+{
+    static const std::map<std::string, StationMode> modes = {
+        {"carrier", StationMode::Carrier}, {"usb", StationMode::Usb}, {"lsb", StationMode::Lsb},
+        {"am", StationMode::Am}, {"nfm", StationMode::Nfm}, {"cw", StationMode::Cw},
+    };
+    const auto mode = modes.find(name);
+    if (mode == modes.end())
+        throw LineError("unknown mode " + inQuotes(name) + " (usb, lsb, am, nfm, cw, carrier)");
+    return mode->second;
+}
+
+std::shared_ptr<const AudioClip> toneClip(const std::string &tones)
+{
+    std::vector<double> cycles; // per sample
+    TextScanner scan(tones);
+    do {
+        const double hz = Words::parseNumber("tone", scan.takeUntil(","));
+        if (hz <= 0.0 || hz > 5000.0)
+            throw LineError("\"tone\" must be above 0 and at most 5000 Hz, not " + inQuotes(tones));
+        cycles.push_back(std::round(hz * kToneClipSeconds) / kToneClipSeconds / kAudioRateHz);
+    } while (scan.take(","));
+
+    auto clip = std::make_shared<AudioClip>();
+    clip->samples.resize(std::size_t(kToneClipSeconds * kAudioRateHz));
+    const double amplitude = 1.0 / double(cycles.size());
+    for (std::size_t i = 0; i < clip->samples.size(); ++i) {
+        double sum = 0.0;
+        for (double tone : cycles)
+            sum += amplitude * std::sin(2.0 * std::numbers::pi * std::fmod(tone * double(i), 1.0));
+        clip->samples[i] = float(sum);
+    }
+    clip->activeRms = amplitude * std::sqrt(double(cycles.size()) / 2.0);
+    return clip;
+}
+
+class BandReader
+{
+public:
+    explicit BandReader(std::string folder)
+        : m_folder(std::move(folder))
+    {
+    }
+
+    void readLine(std::string line)
+    {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        const auto begin = line.find_first_not_of(" \t");
+        if (begin == std::string::npos || line[begin] == '#')
+            return;
+        const auto end = std::min(line.find_first_of(" \t", begin), line.size());
+        const std::string keyword = line.substr(begin, end - begin);
+        if (keyword != "band" && keyword != "station")
+            throw LineError("unknown line " + inQuotes(keyword) + " (band, station)");
+        Words words(std::string_view(line).substr(end));
+        keyword == "band" ? readBandLine(words) : readStation(words);
+        words.finish(keyword);
+    }
+
+    BandDescription finish()
+    {
+        if (!m_bandSeen)
+            throw LineError("no band line");
+        return std::move(m_band);
+    }
+
+private:
+    void readBandLine(Words &words)
+    {
+        if (m_bandSeen)
+            throw LineError("a second band line");
+        m_bandSeen = true;
+        if (!words.has("centre"))
+            throw LineError("a band needs centre=HERTZ");
+        m_band.centreHz = words.number("centre", 0.0, 0.0, 122.88e6);
+        if (words.has("noise"))
+            m_band.noiseDb = words.number("noise", 0.0, -300.0, 0.0);
+        m_band.seconds = words.number("seconds", 0.0, 0.0, 1e6);
+        m_band.seed = std::uint64_t(words.number("seed", 1.0, 0.0, 1e9));
+        m_repeat = words.flag("repeat", true);
+    }
+
+    void readStation(Words &words)
+    {
+        if (!m_bandSeen)
+            throw LineError("the band line must come before the first station");
+        StationDescription station;
+        if (words.has("frequency") == words.has("offset"))
+            throw LineError("a station needs either frequency=HERTZ or offset=HERTZ");
+        station.frequencyHz = words.has("frequency")
+            ? words.number("frequency", 0.0)
+            : m_band.centreHz + words.number("offset", 0.0);
+        if (!words.has("level"))
+            throw LineError("a station needs level=DBFS");
+        station.levelDb = words.number("level", 0.0, -200.0, 20.0);
+        if (!words.has("mode"))
+            throw LineError("a station needs mode=usb|lsb|am|nfm|cw|carrier");
+        station.mode = parseMode(words.text("mode"));
+        if (station.mode != StationMode::Carrier)
+            readProgramme(words, station);
+        if (station.mode == StationMode::Am)
+            station.depth = words.number("depth", station.depth, 0.0, 1.0);
+        if (station.mode == StationMode::Nfm)
+            station.deviationHz = words.number("deviation", station.deviationHz, 0.0, 6000.0);
+        m_band.stations.push_back(std::move(station));
+    }
+
+    void readProgramme(Words &words, StationDescription &station)
+    {
+        const bool cw = station.mode == StationMode::Cw;
+        if (cw && !words.has("text"))
+            throw LineError("a cw station needs text=\"...\"");
+        if (!cw && words.has("audio") + words.has("tone") + words.has("speech") != 1)
+            throw LineError("this station needs one of audio=FILE, tone=HERTZ, speech=NUMBER");
+        station.pauseSeconds = words.has("tone") ? 0.0 : station.pauseSeconds;
+        station.startSeconds = words.number("start", 0.0, 0.0, 1e6);
+        station.pauseSeconds = words.number("pause", station.pauseSeconds, 0.0, 1e6);
+        station.repeat = words.flag("repeat", m_repeat);
+        station.clip = cw ? keyed(words) : audio(words);
+    }
+
+    static std::shared_ptr<const AudioClip> keyed(Words &words)
+    {
+        auto clip = std::make_shared<AudioClip>();
+        clip->samples
+            = CwModulator::keying(words.text("text"), words.number("wpm", 20.0, 1.0, 100.0));
+        if (clip->samples.empty())
+            throw LineError("the text of a cw station is empty");
+        clip->activeRms = 1.0;
+        return clip;
+    }
+
+    std::shared_ptr<const AudioClip> audio(Words &words) const
+    {
+        if (words.has("tone"))
+            return toneClip(words.text("tone"));
+        if (words.has("speech"))
+            return AudioClip::make(synthesiseSpeech(unsigned(words.number("speech", 0.0, 0.0, 1e6))),
+                                   kAudioRateHz);
+        std::string error;
+        const auto path = std::filesystem::path(m_folder) / words.text("audio");
+        auto clip = AudioClip::load(path.string(), error);
+        if (!clip)
+            throw LineError(error);
+        return clip;
+    }
+
+    std::string m_folder;
+    BandDescription m_band;
+    bool m_bandSeen = false;
+    bool m_repeat = true;
+};
+}
+
+std::optional<BandDescription> readBand(std::istream &text, const std::string &name,
+                                        const std::string &folder, std::string &error)
+{
+    BandReader reader(folder);
+    int number = 0;
+    try {
+        for (std::string line; std::getline(text, line);) {
+            ++number;
+            reader.readLine(line);
+        }
+        return reader.finish();
+    } catch (const LineError &problem) {
+        error = name + ":" + std::to_string(number) + ": " + problem.what();
+        return std::nullopt;
+    }
+}
+
+std::shared_ptr<Scene> loadBandScene(const std::string &path, std::string &error)
+{
+    std::ifstream file(path);
+    if (!file.is_open() || std::filesystem::is_directory(path)) {
+        error = path + ": cannot open the band file";
+        return nullptr;
+    }
+    const auto folder = std::filesystem::path(path).parent_path().string();
+    const auto band = readBand(file, path, folder, error);
+    return band ? std::make_shared<BandScene>(*band) : nullptr;
+}
+} // namespace vr
