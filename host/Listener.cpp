@@ -2,6 +2,7 @@
 #include "Listener.h"
 
 #include "DeviceReads.h"
+#include "ReproducibleTransforms.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -32,6 +33,8 @@ int Listener::run()
         return complain(m_scene.error(), kBadInput);
     if (!openFiles())
         return kBadInput;
+    if (m_settings.freeRun)
+        makeTransformsReproducible();
     m_receiver.emplace(m_ledger);
     if (!m_receiver->open(m_settings) || !startStream())
         return complain(m_receiver->error(), kFailure);

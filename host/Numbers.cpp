@@ -31,13 +31,27 @@ std::optional<double> parseNumber(const QString &text)
     return ok && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-QString formatNumber(double value)
+namespace
+{
+/// value with the unit's prefix, and blank in front of it.
+QString scaled(double value, const char *blank)
 {
     const auto text = [](double number) {
         return QString::number(number, 'g', QLocale::FloatingPointShortest);
     };
     if (std::abs(value) >= 1e6)
-        return text(value / 1e6) + 'M';
-    return std::abs(value) >= 1e3 ? text(value / 1e3) + 'k' : text(value);
+        return text(value / 1e6) + blank + 'M';
+    return std::abs(value) >= 1e3 ? text(value / 1e3) + blank + 'k' : text(value) + blank;
+}
+} // namespace
+
+QString formatNumber(double value)
+{
+    return scaled(value, "");
+}
+
+QString formatHertz(double hertz)
+{
+    return scaled(hertz, " ") + "Hz";
 }
 } // namespace host

@@ -14,4 +14,7 @@ std::optional<double> parseNumber(const QString &text);
 /// The shortest text that parseNumber() takes back to the same number, with a suffix where it is
 /// shorter: 14074000 is "14.074M".
 QString formatNumber(double value);
+
+/// For a reader: 14074000 is "14.074 MHz".
+QString formatHertz(double hertz);
 } // namespace host

@@ -10,7 +10,7 @@ seconds=15
 
 mkdir -p "$out"
 echo "Receiving $seconds s of the built-in band at 192 kHz in USB, faster than real time ..."
-"$build/host/velmora-host" --headless --rate 192k --center 7.1M --tune 7.102M --mode USB \
+"$build/host/velmora-host" --headless --rate 192k --center 7.1M --tune 7.105M --mode USB \
     --filter 300:2700 --seconds "$seconds" --free-run \
     --out "$out/station.wav" --report "$out/report.json"
 echo

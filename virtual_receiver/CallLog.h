@@ -6,8 +6,8 @@
 
 namespace vr
 {
-/// The FT_ calls as text, one a line: name, then the numeric arguments in decimal without the handle
-/// and the pointers, as in "FT_SetBitMode(255, 64)". Not thread-safe.
+/// The FT_ calls as text, one a line: name, then the numeric arguments in decimal without the
+/// handle and the pointers, as in "FT_SetBitMode(255, 64)". Not thread-safe.
 class CallLog
 {
 public:

@@ -7,7 +7,8 @@
 
 namespace vr
 {
-/// What the host writes: five marker bytes, a type byte, the command code and a little-endian value.
+/// What the host writes: five marker bytes, a type byte, the command code and a little-endian
+/// value.
 struct CommandPacket
 {
     static constexpr std::size_t kSize = 11;

@@ -8,7 +8,7 @@ namespace
 constexpr std::size_t kTypeAt = CommandPacket::kMarkerSize;
 constexpr std::size_t kCodeAt = kTypeAt + 1;
 constexpr std::size_t kValueAt = kCodeAt + 1;
-}
+} // namespace
 
 bool CommandParser::fits(std::uint8_t byte) const
 {

@@ -13,14 +13,14 @@ namespace
 constexpr std::uint32_t kStreamBit = 1u << 19;
 constexpr std::uint32_t kShortSamplesBit = 1u << 17;
 constexpr std::uint32_t kRateMask = 0xf;
-constexpr std::array<double, 9> kRatesHz
-    = {48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
+constexpr std::array<double, 9> kRatesHz = {
+    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
 
 constexpr std::uint32_t kMaxAttenuator = 63;
 constexpr std::uint8_t kGainRegister = 0x25;
 constexpr int kMaxGainSteps = 12;
 constexpr double kStepDb = 0.5; // of attenuator and ADC gain alike
-}
+} // namespace
 
 bool DeviceState::apply(const CommandPacket &packet)
 {

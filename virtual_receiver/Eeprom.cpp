@@ -33,12 +33,9 @@ std::vector<std::uint8_t> defaultArea()
     std::memcpy(bytes.data() + sizeof kNeutral, &crc, sizeof crc);
     return bytes;
 }
-}
+} // namespace
 
-Eeprom::Eeprom()
-    : m_bytes(defaultArea())
-{
-}
+Eeprom::Eeprom() : m_bytes(defaultArea()) { }
 
 bool Eeprom::useFile(const std::string &path, std::string &error)
 {

@@ -23,9 +23,9 @@ public:
 
     const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
 
-    /// Keeps the area in a file from now on: its content is taken, or a default area written to it if
-    /// it is not there. An empty path goes back to memory with default content. False with a reason
-    /// in error; then nothing changes.
+    /// Keeps the area in a file from now on: its content is taken, or a default area written to it
+    /// if it is not there. An empty path goes back to memory with default content. False with a
+    /// reason in error; then nothing changes.
     bool useFile(const std::string &path, std::string &error);
 
     /// Replaces the whole area; its size becomes the given one, at most kMaxSize.

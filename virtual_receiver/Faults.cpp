@@ -19,16 +19,28 @@ constexpr std::size_t kLostAt = FramePacker::kFrameSize - 1;
 constexpr std::size_t kAddedAt = FramePacker::kHeaderSize;
 
 constexpr std::string_view kFunctions[] = {
-    "FT_ListDevices", "FT_Open", "FT_Close", "FT_ResetDevice", "FT_SetBitMode",
-    "FT_SetLatencyTimer", "FT_SetUSBParameters", "FT_SetFlowControl", "FT_SetTimeouts", "FT_Purge",
-    "FT_Read", "FT_Write", "FT_EE_UASize", "FT_EE_UARead", "FT_EE_UAWrite",
+    "FT_ListDevices",
+    "FT_Open",
+    "FT_Close",
+    "FT_ResetDevice",
+    "FT_SetBitMode",
+    "FT_SetLatencyTimer",
+    "FT_SetUSBParameters",
+    "FT_SetFlowControl",
+    "FT_SetTimeouts",
+    "FT_Purge",
+    "FT_Read",
+    "FT_Write",
+    "FT_EE_UASize",
+    "FT_EE_UARead",
+    "FT_EE_UAWrite",
 };
 
 bool isFunction(std::string_view name)
 {
     return std::find(std::begin(kFunctions), std::end(kFunctions), name) != std::end(kFunctions);
 }
-}
+} // namespace
 
 std::size_t Faults::ByteFault::apply(std::uint8_t *frame, std::size_t size) const
 {
@@ -80,7 +92,8 @@ bool Faults::parse(std::string_view text, Fault &fault)
         // Cut at the dots first: "1." would be taken for a number.
         TextScanner begin(text.substr(0, text.find("..")));
         return begin.take("silence@") && begin.take(fault.span.from) && begin.atEnd()
-            && scan.takeTo("..") && scan.take(fault.span.to) && scan.atEnd() && fault.span.from >= 0.0 && fault.span.to > fault.span.from;
+            && scan.takeTo("..") && scan.take(fault.span.to) && scan.atEnd()
+            && fault.span.from >= 0.0 && fault.span.to > fault.span.from;
     }
     fault.byte.add = scan.take("added-byte@");
     if (fault.byte.add || scan.take("lost-byte@")) {
@@ -104,6 +117,7 @@ bool Faults::add(std::string_view list, std::string &error)
     std::vector<Fault> added;
     for (std::size_t begin = 0; begin <= list.size();) {
         const std::size_t end = std::min(list.find(',', begin), list.size());
+        begin = std::min(list.find_first_not_of(' ', begin), end);
         const std::string_view text = list.substr(begin, end - begin);
         if (!parse(text, added.emplace_back())) {
             error = "fault \"" + std::string(text) + "\": not understood, nothing added";

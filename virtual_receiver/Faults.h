@@ -14,15 +14,15 @@ namespace vr
 {
 /// The faults asked for and not yet spent. docs/faults.md tells the language of add().
 ///
-/// Calls are counted from the moment a fault is added, stream positions from the start of the stream.
-/// Not thread-safe; the owner serialises all calls.
+/// Calls are counted from the moment a fault is added, stream positions from the start of the
+/// stream. Not thread-safe; the owner serialises all calls.
 class Faults
 {
 public:
     /// What befalls the bytes of one frame.
     struct ByteFault
     {
-        bool add = false; ///< else a byte is lost
+        bool add = false;       ///< else a byte is lost
         std::size_t offset = 0; ///< 0..511
 
         /// Applies it to a frame with room for one byte more; returns the new size.
@@ -70,19 +70,19 @@ private:
     struct Fault
     {
         Kind kind = Kind::Call;
-        std::string function; // Call
+        std::string function;           // Call
         FT_STATUS status = FT_IO_ERROR; // Call
         std::uint64_t position = 1; // Byte: first frame. Call, Torn: the call it begins at, from 1
-        std::uint64_t count = 1; // frames or calls that it strikes
-        std::uint64_t every = 1; // Torn: strikes each of so many reads only
-        ByteFault byte; // Byte
-        Span span; // Silence; Unplug and Replug use its begin
-        double rate = 0.0; // Random: probability for each frame and each read
-        std::minstd_rand random; // Torn, Random
-        std::uint64_t calls = 0; // Call, Torn: seen so far
+        std::uint64_t count = 1;    // frames or calls that it strikes
+        std::uint64_t every = 1;    // Torn: strikes each of so many reads only
+        ByteFault byte;             // Byte
+        Span span;                  // Silence; Unplug and Replug use its begin
+        double rate = 0.0;          // Random: probability for each frame and each read
+        std::minstd_rand random;    // Torn, Random
+        std::uint64_t calls = 0;    // Call, Torn: seen so far
 
         bool strikes(); // Call, Torn: counts a call
-        bool drawn(); // Random
+        bool drawn();   // Random
     };
 
     static bool parse(std::string_view text, Fault &fault);

@@ -15,8 +15,8 @@ constexpr std::size_t kMaxComponents = 2 * FramePacker::samplesPerFrame(true);
 constexpr double kPeakFullScale = 16383.0; // 14 bits
 constexpr std::uint16_t kOverflowBit = 0x8000;
 
-// Added to a number well below 2^51 it leaves the number, rounded to nearest, in the low bits of the
-// mantissa. Unlike a call of nearbyint() the compiler vectorises it on every x86-64.
+// Added to a number well below 2^51 it leaves the number, rounded to nearest, in the low bits of
+// the mantissa. Unlike a call of nearbyint() the compiler vectorises it on every x86-64.
 constexpr double kRoundingMagic = 6755399441055744.0; // 1.5 * 2^52
 
 struct Codes
@@ -25,9 +25,8 @@ struct Codes
     double peak; // largest magnitude before limiting, in codes
 };
 
-[[gnu::target_clones("default,arch=x86-64-v3")]] void toCodes(const double *components,
-                                                               std::size_t count, double scale,
-                                                               double largest, Codes &out)
+[[gnu::target_clones("default,arch=x86-64-v3")]] void toCodes(
+    const double *components, std::size_t count, double scale, double largest, Codes &out)
 {
     double peaks[4] = {};
     for (std::size_t i = 0; i < count; i += 4) {
@@ -37,18 +36,19 @@ struct Codes
             peaks[k] = peaks[k] > magnitude ? peaks[k] : magnitude;
             const double upper = value < largest ? value : largest;
             const double limited = upper > -largest - 1.0 ? upper : -largest - 1.0;
-            out.code[i + k] = std::int32_t(
-                std::uint32_t(std::bit_cast<std::uint64_t>(limited + kRoundingMagic)));
+            out.code[i + k] =
+                std::int32_t(std::uint32_t(std::bit_cast<std::uint64_t>(limited + kRoundingMagic)));
         }
     }
     out.peak = std::max(std::max(peaks[0], peaks[1]), std::max(peaks[2], peaks[3]));
 }
 
-std::uint64_t countClipped(const double *components, std::size_t count, double scale,
-                           double largest)
+std::uint64_t countClipped(
+    const double *components, std::size_t count, double scale, double largest)
 {
-    const auto beyond
-        = [&](double x) { return x * scale >= largest + 0.5 || x * scale < -largest - 1.5; };
+    const auto beyond = [&](double x) {
+        return x * scale >= largest + 0.5 || x * scale < -largest - 1.5;
+    };
     std::uint64_t clipped = 0;
     for (std::size_t i = 0; i < count; i += 2)
         clipped += beyond(components[i]) || beyond(components[i + 1]);
@@ -70,10 +70,10 @@ void store16(const std::int32_t *code, std::size_t count, std::uint8_t *out)
         std::memcpy(out + 2 * i, &value, 2);
     }
 }
-}
+} // namespace
 
-void FramePacker::pack(const std::complex<double> *samples, double gain, bool shortSamples,
-                       std::uint8_t *frame)
+void FramePacker::pack(
+    const std::complex<double> *samples, double gain, bool shortSamples, std::uint8_t *frame)
 {
     const std::size_t count = 2 * samplesPerFrame(shortSamples);
     const auto *components = reinterpret_cast<const double *>(samples);
@@ -89,8 +89,8 @@ void FramePacker::pack(const std::complex<double> *samples, double gain, bool sh
         overflow = clipped > 0;
     }
     const double peak = std::min(codes.peak / largest, 1.0) * kPeakFullScale;
-    const auto peakWord
-        = std::uint16_t(std::uint16_t(std::lround(peak)) | (overflow ? kOverflowBit : 0));
+    const auto peakWord =
+        std::uint16_t(std::uint16_t(std::lround(peak)) | (overflow ? kOverflowBit : 0));
 
     std::memcpy(frame, kMarker, sizeof kMarker);
     frame[5] = m_counter++;

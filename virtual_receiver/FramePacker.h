@@ -11,8 +11,8 @@ namespace vr
 /// Makes stream frames of 512 bytes: 55 55 55 55 01, a frame counter, the peak word (little-endian;
 /// bit 15 overflow, bits 13..0 peak), then the samples, I before Q, little-endian two's complement.
 ///
-/// Full scale 1.0 is the largest positive code. What lies beyond is limited, raises the overflow bit
-/// of its frame and is counted.
+/// Full scale 1.0 is the largest positive code. What lies beyond is limited, raises the overflow
+/// bit of its frame and is counted.
 class FramePacker
 {
 public:
@@ -26,8 +26,8 @@ public:
     }
 
     /// Packs samplesPerFrame() samples, each times gain, into kFrameSize bytes.
-    void pack(const std::complex<double> *samples, double gain, bool shortSamples,
-              std::uint8_t *frame);
+    void pack(
+        const std::complex<double> *samples, double gain, bool shortSamples, std::uint8_t *frame);
 
     /// The next frame counts from 0.
     void restart() { m_counter = 0; }

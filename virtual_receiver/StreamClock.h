@@ -46,7 +46,7 @@ public:
     void hold(Time until) { m_heldUntil = until; }
 
     std::uint64_t frame() const { return m_frame; } ///< next frame of the stream
-    double seconds() const; ///< time of the stream at that frame
+    double seconds() const;                         ///< time of the stream at that frame
     double frameSeconds() const { return m_frameSeconds; }
 
 private:
@@ -56,7 +56,7 @@ private:
     std::size_t m_samplesPerFrame = 1;
     std::uint64_t m_frame = 0;
     std::uint64_t m_credit = 0; // complex samples
-    Time m_started = {}; // real time: when m_startFrame began
+    Time m_started = {};        // real time: when m_startFrame began
     Time m_stopped = {};
     Time m_heldUntil = {};
     std::uint64_t m_startFrame = 0;

@@ -7,15 +7,12 @@
 
 namespace vr
 {
-/// Takes a short text apart from its front. Each take function removes what it recognised, or leaves
-/// the text alone and returns false.
+/// Takes a short text apart from its front. Each take function removes what it recognised, or
+/// leaves the text alone and returns false.
 class TextScanner
 {
 public:
-    explicit TextScanner(std::string_view text)
-        : m_text(text)
-    {
-    }
+    explicit TextScanner(std::string_view text) : m_text(text) { }
 
     bool take(std::string_view literal)
     {
@@ -27,11 +24,11 @@ public:
 
     /// An integer without sign, or a decimal number, by the type of the destination.
     template <typename Number>
-        requires std::is_arithmetic_v<Number>
+    requires std::is_arithmetic_v<Number>
     bool take(Number &number)
     {
-        const auto [end, error]
-            = std::from_chars(m_text.data(), m_text.data() + m_text.size(), number);
+        const auto [end, error] =
+            std::from_chars(m_text.data(), m_text.data() + m_text.size(), number);
         if (error != std::errc())
             return false;
         m_text.remove_prefix(std::size_t(end - m_text.data()));

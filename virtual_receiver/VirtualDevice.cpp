@@ -23,7 +23,7 @@ constexpr ULONG kMaxTransfer = 65536;
 
 // Command packets kept for vr_get_commands(): a day of continuous tuning.
 constexpr std::size_t kMaxCommands = 1u << 20;
-}
+} // namespace
 
 VirtualDevice &VirtualDevice::instance()
 {
@@ -31,10 +31,7 @@ VirtualDevice &VirtualDevice::instance()
     return device;
 }
 
-VirtualDevice::VirtualDevice()
-    : m_scene(makeBuiltinScene())
-{
-}
+VirtualDevice::VirtualDevice() : m_scene(makeBuiltinScene()) { }
 
 // Every FT_ function begins here: the call is logged, faults by time happen, and a fault asked for
 // this very call gives its status.
@@ -210,8 +207,8 @@ FT_STATUS VirtualDevice::purge(FT_HANDLE handle, ULONG mask)
     return FT_OK;
 }
 
-FT_STATUS VirtualDevice::write(FT_HANDLE handle, const std::uint8_t *data, DWORD size,
-                               DWORD *written)
+FT_STATUS VirtualDevice::write(
+    FT_HANDLE handle, const std::uint8_t *data, DWORD size, DWORD *written)
 {
     Lock lock(m_mutex);
     if (written)
@@ -293,8 +290,8 @@ void VirtualDevice::obey(const CommandPacket &packet)
 
 void VirtualDevice::restartStream()
 {
-    m_clock.start(m_state.sampleRateHz(), m_state.samplesPerFrame(),
-                  std::chrono::steady_clock::now());
+    m_clock.start(
+        m_state.sampleRateHz(), m_state.samplesPerFrame(), std::chrono::steady_clock::now());
     m_skip = 0;
     m_sceneEnded = false;
     ++m_run;

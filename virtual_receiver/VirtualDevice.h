@@ -24,7 +24,8 @@ namespace vr
 /// up. One per process.
 ///
 /// Threads: any thread may call anything.
-/// 1. The reading thread, in read(), makes the stream: it waits until the clock has frames due, then
+/// 1. The reading thread, in read(), makes the stream: it waits until the clock has frames due,
+/// then
 ///    renders the scene, packs and delivers. It holds m_streamMutex for the whole call, so readers
 ///    follow each other, and m_mutex only for moments between waits and renderings.
 /// 2. All others take m_mutex only, so none of them ever waits for a read or for a scene.
@@ -116,8 +117,8 @@ private:
     unsigned m_foreignDevices = 0; // in the list before the receiver
     bool m_plugged = true;
     Time m_unpluggedAt = {};
-    double m_unpluggedSeconds = 0.0; // time of the stream when the plug was pulled
-    FT_HANDLE m_handle = nullptr; // null: closed
+    double m_unpluggedSeconds = 0.0;      // time of the stream when the plug was pulled
+    FT_HANDLE m_handle = nullptr;         // null: closed
     std::vector<FT_HANDLE> m_deadHandles; // of devices that went out, not yet closed
     std::uintptr_t m_lastHandle = 0;
     UCHAR m_bitMode = FT_BITMODE_RESET;
@@ -131,8 +132,8 @@ private:
     Faults m_faults;
     std::shared_ptr<Scene> m_scene;
     StreamClock m_clock;
-    std::uint64_t m_run = 1; // counts stream starts and changes of scene
-    std::uint64_t m_skip = 0; // frames lost or silent, still to be skipped in the scene
+    std::uint64_t m_run = 1;     // counts stream starts and changes of scene
+    std::uint64_t m_skip = 0;    // frames lost or silent, still to be skipped in the scene
     bool m_queueDropped = false; // the reading thread is to empty m_queue
     std::uint64_t m_framesSent = 0;
     std::uint64_t m_samplesSent = 0;

@@ -12,7 +12,8 @@ namespace
 {
 using Clock = std::chrono::steady_clock;
 
-// Frames rendered at a time: few enough that a command takes effect within 28 ms at the lowest rate.
+// Frames rendered at a time: few enough that a command takes effect within 28 ms at the lowest
+// rate.
 constexpr std::uint64_t kBatchFrames = 16;
 
 // The chip's own FIFO and what the USB driver of a host buffers: 30 ms at the highest rate.
@@ -25,7 +26,7 @@ constexpr std::uint64_t framesFor(std::size_t bytes)
 {
     return (bytes + FramePacker::kFrameSize - 1) / FramePacker::kFrameSize;
 }
-}
+} // namespace
 
 FT_STATUS VirtualDevice::read(FT_HANDLE handle, std::uint8_t *buffer, DWORD size, DWORD *received)
 {
@@ -56,9 +57,8 @@ FT_STATUS VirtualDevice::read(FT_HANDLE handle, std::uint8_t *buffer, DWORD size
 // Makes frames until the queue holds the bytes wanted or the read timeout has passed.
 FT_STATUS VirtualDevice::fill(Lock &lock, FT_HANDLE handle, std::size_t wanted)
 {
-    const Time deadline = m_readTimeoutMs
-        ? Clock::now() + std::chrono::milliseconds(m_readTimeoutMs)
-        : Time::max();
+    const Time deadline =
+        m_readTimeoutMs ? Clock::now() + std::chrono::milliseconds(m_readTimeoutMs) : Time::max();
     for (;;) {
         forgetDropped();
         if (m_queue.size() >= wanted)
@@ -69,8 +69,7 @@ FT_STATUS VirtualDevice::fill(Lock &lock, FT_HANDLE handle, std::size_t wanted)
             return status;
         startSilence(now);
         countOverruns(now);
-        const std::uint64_t needed
-            = std::min(framesFor(wanted - m_queue.size()), framesToEvent());
+        const std::uint64_t needed = std::min(framesFor(wanted - m_queue.size()), framesToEvent());
         const std::uint64_t due = m_clock.due(now);
         const bool timedOut = now >= deadline;
         const bool takeSome = timedOut && m_clock.pace() == Pace::RealTime && due > 0;
@@ -94,8 +93,8 @@ FT_STATUS VirtualDevice::fill(Lock &lock, FT_HANDLE handle, std::size_t wanted)
 // Frames up to the next silence or plug-out, at least one.
 std::uint64_t VirtualDevice::framesToEvent() const
 {
-    const double frames
-        = std::ceil((m_faults.nextEvent() - m_clock.seconds()) / m_clock.frameSeconds());
+    const double frames =
+        std::ceil((m_faults.nextEvent() - m_clock.seconds()) / m_clock.frameSeconds());
     return frames < double(kFifoBytes) ? std::uint64_t(std::max(frames, 1.0)) : kFifoBytes;
 }
 

@@ -12,7 +12,7 @@ vr::VirtualDevice &device()
 {
     return vr::VirtualDevice::instance();
 }
-}
+} // namespace
 
 FT_STATUS FT_ListDevices(PVOID arg1, PVOID arg2, DWORD flags)
 {
@@ -74,8 +74,8 @@ FT_STATUS FT_Read(FT_HANDLE handle, LPVOID buffer, DWORD bytesToRead, LPDWORD by
 
 FT_STATUS FT_Write(FT_HANDLE handle, LPVOID buffer, DWORD bytesToWrite, LPDWORD bytesWritten)
 {
-    return device().write(handle, static_cast<const std::uint8_t *>(buffer), bytesToWrite,
-                          bytesWritten);
+    return device().write(
+        handle, static_cast<const std::uint8_t *>(buffer), bytesToWrite, bytesWritten);
 }
 
 FT_STATUS FT_EE_UASize(FT_HANDLE handle, LPDWORD size)

@@ -35,7 +35,7 @@ std::size_t copyOut(const std::vector<std::uint8_t> &from, std::uint8_t *to, std
     std::copy_n(from.begin(), std::min(from.size(), capacity), to);
     return from.size();
 }
-}
+} // namespace
 
 void vr_reset(void)
 {
@@ -48,8 +48,8 @@ int vr_scene_builtin(void)
     return 0;
 }
 
-int vr_scene_samples(const double *iq, std::size_t samples, double rate_hz, double frequency_hz,
-                     int repeat)
+int vr_scene_samples(
+    const double *iq, std::size_t samples, double rate_hz, double frequency_hz, int repeat)
 {
     if (!iq || samples == 0)
         return result(false, "scene from memory: no samples");
@@ -65,8 +65,9 @@ int vr_scene_samples(const double *iq, std::size_t samples, double rate_hz, doub
 int vr_scene_file(const char *path, const char *format, double rate_hz, double frequency_hz)
 {
     std::string error = "recording: no file name";
-    auto source = path ? vr::FileSource::open(path, format ? format : "", rate_hz, frequency_hz, error)
-                       : nullptr;
+    auto source = path
+        ? vr::FileSource::open(path, format ? format : "", rate_hz, frequency_hz, error)
+        : nullptr;
     if (!source)
         return result(false, error);
     device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), /*repeat*/ false));
@@ -96,9 +97,9 @@ double vr_scene_seconds(void)
 void vr_set_pace(enum vr_pace pace)
 {
     using vr::Pace;
-    device().setPace(pace == VR_PACE_CREDIT    ? Pace::Credit
-                         : pace == VR_PACE_FREE ? Pace::Free
-                                                : Pace::RealTime);
+    device().setPace(pace == VR_PACE_CREDIT ? Pace::Credit
+            : pace == VR_PACE_FREE          ? Pace::Free
+                                            : Pace::RealTime);
 }
 
 void vr_add_credit(std::uint64_t samples)

@@ -5,8 +5,8 @@
 /// the EEPROM file, inject faults, read back what the device was told.
 ///
 /// There is one device per process. All functions may be called from any thread, with the device
-/// open or closed, except where said. Those that return int give 0 for success, or -1 and a one-line
-/// reason in vr_last_error().
+/// open or closed, except where said. Those that return int give 0 for success, or -1 and a
+/// one-line reason in vr_last_error().
 
 #include <cstddef>
 #include <cstdint>
@@ -15,31 +15,32 @@ extern "C" {
 /// How fast the stream is delivered.
 enum vr_pace {
     VR_PACE_REAL_TIME = 0, ///< at the commanded sample rate, by the monotonic clock
-    VR_PACE_FREE = 1, ///< as fast as it is read
-    /// As fast as it is read, while samples granted by vr_add_credit() last. A read that they cannot
-    /// fill returns nothing after its timeout and loses nothing.
+    VR_PACE_FREE = 1,      ///< as fast as it is read
+    /// As fast as it is read, while samples granted by vr_add_credit() last. A read that they
+    /// cannot fill returns nothing after its timeout and loses nothing.
     VR_PACE_CREDIT = 2,
 };
 
 /// What the device holds and has done since vr_reset().
-struct vr_status {
-    std::uint32_t frequency_word; ///< tuning word: 2^32 * f / 122.88 MHz
-    double frequency_hz; ///< the same in hertz
-    std::uint32_t state_word; ///< last state command
-    std::uint32_t attenuator; ///< steps of 0.5 dB, 0..63
+struct vr_status
+{
+    std::uint32_t frequency_word;    ///< tuning word: 2^32 * f / 122.88 MHz
+    double frequency_hz;             ///< the same in hertz
+    std::uint32_t state_word;        ///< last state command
+    std::uint32_t attenuator;        ///< steps of 0.5 dB, 0..63
     std::uint8_t adc_registers[256]; ///< data byte by register number
-    int open; ///< 1 while a handle is open
-    int streaming; ///< 1 while the stream bit is set
-    double sample_rate_hz; ///< rate of the commanded code
-    std::uint64_t commands; ///< command packets parsed
-    std::uint64_t bad_bytes; ///< written bytes that belong to no packet
-    std::uint64_t frames_sent; ///< stream frames delivered to FT_Read (whole ones)
-    std::uint64_t samples_sent; ///< complex samples in those frames
-    std::uint64_t short_reads; ///< reads that returned fewer bytes than asked
-    std::uint64_t fifo_overruns; ///< real time only: frames lost as nobody read in time
-    std::uint64_t clipped_samples; ///< samples limited at full scale
-    int scene_ended; ///< 1 once a scene that does not repeat has been sent whole
-    std::uint64_t reads; ///< calls of FT_Read, which vr_get_calls() leaves out
+    int open;                        ///< 1 while a handle is open
+    int streaming;                   ///< 1 while the stream bit is set
+    double sample_rate_hz;           ///< rate of the commanded code
+    std::uint64_t commands;          ///< command packets parsed
+    std::uint64_t bad_bytes;         ///< written bytes that belong to no packet
+    std::uint64_t frames_sent;       ///< stream frames delivered to FT_Read (whole ones)
+    std::uint64_t samples_sent;      ///< complex samples in those frames
+    std::uint64_t short_reads;       ///< reads that returned fewer bytes than asked
+    std::uint64_t fifo_overruns;     ///< real time only: frames lost as nobody read in time
+    std::uint64_t clipped_samples;   ///< samples limited at full scale
+    int scene_ended;                 ///< 1 once a scene that does not repeat has been sent whole
+    std::uint64_t reads;             ///< calls of FT_Read, which vr_get_calls() leaves out
 };
 
 /// Back to one attached device with the built-in scene, real-time pace, an in-memory EEPROM with
@@ -59,8 +60,8 @@ int vr_scene_file(const char *path, const char *format, double rate_hz, double f
 int vr_scene_band(const char *path);
 
 /// Samples from memory, interleaved I, Q; copied. repeat 1 starts again at the end.
-int vr_scene_samples(const double *iq, std::size_t samples, double rate_hz, double frequency_hz,
-                     int repeat);
+int vr_scene_samples(
+    const double *iq, std::size_t samples, double rate_hz, double frequency_hz, int repeat);
 
 /// Radio frequency of the middle of the scene in hertz, 0 if it follows the device's tuning.
 double vr_scene_frequency(void);

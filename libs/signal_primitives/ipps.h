@@ -13,9 +13,8 @@
 ///   otherwise, source and destination are the same array or do not overlap.
 /// - Each returns a status: ippStsNoErr (0), ippStsNullPtrErr for a null array, ippStsSizeErr for a
 ///   length below 1, or what its own comment names. On an error nothing is written.
-/// - Only the Malloc, InitAlloc and matching Free families touch the heap or take a lock. All
-/// others
-///   run on their caller's thread, and may run on many at once over different arrays.
+/// - Only the Malloc, InitAlloc and matching Free families touch the heap or take a lock. All the
+///   rest run on their caller's thread, and may run on many at once over different arrays.
 /// - Not-a-number and infinity go through as plain arithmetic gives them.
 
 using Ipp8u = unsigned char;

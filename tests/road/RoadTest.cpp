@@ -19,7 +19,7 @@ using DspCore::Modulation;
 
 constexpr double kAudioRate = 48000.0;
 constexpr double kToneHz = 1000.0;
-constexpr double kLevel = 0.1;
+constexpr double kLevel = 0.05; // of each tone: all together stay below full scale
 
 // Mode fade, volume ramp, filter delay and the AGC's look-ahead are over by then.
 constexpr std::size_t kSettle = 24000;

@@ -240,25 +240,4 @@ TYPED_TEST(FftTest, OneSpecificationServesManyThreadsWhileOthersAreMade)
         thread.join();
     EXPECT_EQ(wrong, 0);
 }
-
-TYPED_TEST(FftTest, WrongArgumentsAreRefused)
-{
-    using Test = FftTest<TypeParam>;
-    typename TypeParam::Spec *made = nullptr;
-    EXPECT_EQ(TypeParam::init(nullptr, 4, 1, ippAlgHintNone), ippStsNullPtrErr);
-    EXPECT_EQ(TypeParam::init(&made, -1, 1, ippAlgHintNone), ippStsFftOrderErr);
-    EXPECT_EQ(TypeParam::init(&made, 28, 1, ippAlgHintNone), ippStsFftOrderErr);
-    EXPECT_EQ(TypeParam::init(&made, 4, 0, ippAlgHintNone), ippStsFftFlagErr);
-    EXPECT_EQ(TypeParam::init(&made, 4, 3, ippAlgHintNone), ippStsFftFlagErr);
-    EXPECT_EQ(made, nullptr);
-
-    const auto spec = Test::spec(0);
-    typename Test::Signal data(1);
-    int bytes = 0;
-    EXPECT_EQ(TypeParam::bufferSize(spec.get(), nullptr), ippStsNullPtrErr);
-    EXPECT_EQ(TypeParam::bufferSize(nullptr, &bytes), ippStsNullPtrErr);
-    EXPECT_EQ(TypeParam::forward(nullptr, spec.get(), nullptr), ippStsNullPtrErr);
-    EXPECT_EQ(TypeParam::inverse(data.data(), nullptr, nullptr), ippStsNullPtrErr);
-    EXPECT_EQ(TypeParam::release(nullptr), ippStsNullPtrErr);
-}
 } // namespace

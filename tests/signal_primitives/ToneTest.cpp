@@ -113,36 +113,4 @@ TEST(ToneTest, BothEndsOfTheFrequencyRangeStandStill)
         EXPECT_LT(error(block.back(), 3.0L), 1e-15);
     }
 }
-
-TEST(ToneTest, WrongArgumentsChangeNothing)
-{
-    const double nan = std::nan("");
-    struct Row
-    {
-        double magnitude, frequency, phase;
-        IppStatus status;
-    } const rows[] = {
-        {0.0, 0.1, 0.0, ippStsToneMagnErr},
-        {nan, 0.1, 0.0, ippStsToneMagnErr},
-        {1.0, -0.1, 0.0, ippStsToneFreqErr},
-        {1.0, 1.1, 0.0, ippStsToneFreqErr},
-        {1.0, nan, 0.0, ippStsToneFreqErr},
-        {1.0, 0.1, -1e-9, ippStsTonePhaseErr},
-        {1.0, 0.1, kTwoPi, ippStsTonePhaseErr},
-    };
-    Ipp64fc sample{9.0, 9.0};
-    for (const Row &row : rows) {
-        double phase = row.phase;
-        EXPECT_EQ(ippsTone_Direct_64fc(
-                      &sample, 1, row.magnitude, row.frequency, &phase, ippAlgHintAccurate),
-            row.status);
-        EXPECT_EQ(phase, row.phase);
-    }
-    double phase = 0.0;
-    EXPECT_EQ(ippsTone_Direct_64fc(&sample, 0, 1.0, 0.1, &phase, ippAlgHintNone), ippStsSizeErr);
-    EXPECT_EQ(ippsTone_Direct_64fc(nullptr, 1, 1.0, 0.1, &phase, ippAlgHintNone), ippStsNullPtrErr);
-    EXPECT_EQ(
-        ippsTone_Direct_64fc(&sample, 1, 1.0, 0.1, nullptr, ippAlgHintNone), ippStsNullPtrErr);
-    EXPECT_EQ(sample, (Ipp64fc{9.0, 9.0}));
-}
 } // namespace

@@ -68,8 +68,10 @@ Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
     m_engine->setCwFilterTaps(settings.taps);
     m_engine->setBandFilterIf(0, settings.lowHz, settings.highHz);
     m_engine->setDownConverter(0, settings.tuneHz - settings.centerHz);
-    m_engine->setDownConverter(1, settings.tuneBHz - settings.centerHz);
-    m_engine->setChannelEnable(0, 1, settings.tuneBHz != settings.tuneHz);
+    if (settings.tuneBHz != 0.0) {
+        m_engine->setDownConverter(1, settings.tuneBHz - settings.centerHz);
+        m_engine->setChannelEnable(0, 1, true);
+    }
 
     const int code = codeOf(settings.rateHz);
     if (!m_driver->open(0) || !m_driver->setFrequency(settings.centerHz)

@@ -31,8 +31,8 @@ TEST(DeviceTest, TheListShowsReceiverAndForeignChips)
     EXPECT_EQ(count, 2u);
     const auto text = [](std::uintptr_t index, DWORD what) {
         char buffer[64] = "";
-        const FT_STATUS status = FT_ListDevices(reinterpret_cast<PVOID>(index), buffer,
-                                                FT_LIST_BY_INDEX | what);
+        const FT_STATUS status =
+            FT_ListDevices(reinterpret_cast<PVOID>(index), buffer, FT_LIST_BY_INDEX | what);
         return status == FT_OK ? std::string(buffer) : "status " + std::to_string(status);
     };
     EXPECT_EQ(text(1, FT_OPEN_BY_DESCRIPTION), "ZephrinNano");
@@ -111,7 +111,7 @@ TEST(DeviceTest, PacketsAreFoundInAnyByteStream)
     const Row rows[] = {
         {"joined", {join({first, second})}, 2, 0},
         {"split", {{first.begin(), first.begin() + 4}, {first.begin() + 4, first.end()}, second}, 2,
-         0},
+            0},
         {"garbage", {join({{1, 2, 3}, first, {0x55, 0x55, 7}, second})}, 2, 6},
         {"a marker byte too many", {join({{0x55, 0x55}, first, second})}, 2, 2},
         {"a marker byte too few", {join({{first.begin() + 1, first.end()}, second})}, 1, 10},
@@ -140,8 +140,8 @@ TEST(DeviceTest, CallsAreListedInOrderWithTheirNumbers)
     rig.read(0);
     FT_Close(h);
     EXPECT_STREQ(vr_get_calls(),
-                 "FT_Open(0)\nFT_SetBitMode(255, 64)\nFT_SetTimeouts(200, 200)\nFT_Purge(3)\n"
-                 "FT_SetUSBParameters(4096, 4096)\nFT_Write(11)\nFT_Close()\n");
+        "FT_Open(0)\nFT_SetBitMode(255, 64)\nFT_SetTimeouts(200, 200)\nFT_Purge(3)\n"
+        "FT_SetUSBParameters(4096, 4096)\nFT_Write(11)\nFT_Close()\n");
     EXPECT_EQ(rig.status().reads, 2u);
 }
 

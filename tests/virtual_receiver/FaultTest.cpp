@@ -72,7 +72,7 @@ TEST(FaultTest, NamedCallsFail)
 {
     Rig rig;
     const FT_HANDLE h = rig.handle();
-    ASSERT_EQ(vr_fault("fail:FT_Purge@2,fail:FT_SetTimeouts=6,fail:FT_Write@1x2=10"), 0);
+    ASSERT_EQ(vr_fault("fail:FT_Purge@2, fail:FT_SetTimeouts=6,fail:FT_Write@1x2=10"), 0);
     EXPECT_EQ(FT_Purge(h, 3), FT_OK);
     EXPECT_EQ(FT_Purge(h, 3), FT_IO_ERROR);
     EXPECT_EQ(FT_Purge(h, 3), FT_OK);

@@ -12,8 +12,8 @@
 
 namespace test
 {
-constexpr double kRatesHz[9]
-    = {48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
+constexpr double kRatesHz[9] = {
+    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
 constexpr std::size_t kFrameSize = 512;
 
 std::vector<std::uint8_t> command(std::uint8_t code, std::uint32_t value);
@@ -32,8 +32,8 @@ struct Frame
 };
 Frame decode(const std::uint8_t *bytes, bool shortSamples = false);
 
-/// The virtual receiver, reset at either end of its life, open in sync FIFO mode with a read timeout
-/// of 200 ms at the free pace.
+/// The virtual receiver, reset at either end of its life, open in sync FIFO mode with a read
+/// timeout of 200 ms at the free pace.
 class Rig
 {
 public:

@@ -15,8 +15,8 @@ using test::Rig;
 constexpr double kHalfCode = 0.5 / 8388607.0 + 1e-12; // rounding to 24 bits
 constexpr double kCentreHz = 7.1e6;
 
-void playSamples(const std::vector<COMPLEX> &samples, double rateHz, bool repeat,
-                 double frequencyHz = kCentreHz)
+void playSamples(
+    const std::vector<COMPLEX> &samples, double rateHz, bool repeat, double frequencyHz = kCentreHz)
 {
     ASSERT_EQ(vr_scene_samples(&samples[0].re, samples.size(), rateHz, frequencyHz, repeat), 0);
 }
@@ -108,7 +108,7 @@ TEST(StreamTest, AttenuatorAndGainMoveTheLevelInHalfDecibels)
 
 TEST(StreamTest, TuningMovesAToneToItsPlaceAtEveryRate)
 {
-    constexpr double kLevel = 1e-4; // the filter's ripple and the 24 bits
+    constexpr double kLevel = 1e-4;    // the filter's ripple and the 24 bits
     constexpr double kSpurious = 1e-5; // -100 dB: what is left when the tone is taken away
     constexpr int kLength = 4096;
     for (unsigned code = 0; code < 9; ++code) {
@@ -129,8 +129,8 @@ TEST(StreamTest, TuningMovesAToneToItsPlaceAtEveryRate)
             const double at = (kCentreHz + toneHz - exact) / rate;
             const COMPLEX found = test::component(received, at);
             EXPECT_NEAR(test::magnitude(found), 0.5, kLevel) << rate << ' ' << sceneRate;
-            const auto expected = test::tone(kLength, at, test::magnitude(found),
-                                             std::atan2(found.im, found.re));
+            const auto expected =
+                test::tone(kLength, at, test::magnitude(found), std::atan2(found.im, found.re));
             EXPECT_LT(test::maxError(received, expected), kSpurious) << rate << ' ' << sceneRate;
         }
     }
@@ -147,13 +147,16 @@ TEST(StreamTest, AliasesAndImagesAreAHundredDecibelsDown)
     };
     const Row rows[] = {
         {192000, 0, 28800.5}, // just beyond what the lower rate can hold: would alias to -19200
-        {192000, 0, -90000}, {250000, 1, 57601}, {48000, 2, 19200}, {44100, 2, -17640},
+        {192000, 0, -90000},
+        {250000, 1, 57601},
+        {48000, 2, 19200},
+        {44100, 2, -17640},
     };
     for (const Row &row : rows) {
         Rig rig;
         const double rate = test::kRatesHz[row.code];
         playSamples(test::tone(int(2 * row.sceneRate), row.sceneHz / row.sceneRate, 0.9),
-                    row.sceneRate, true);
+            row.sceneRate, true);
         rig.tune(kCentreHz);
         rig.stream(row.code);
         auto received = rig.samples(2048 + 400);
@@ -162,8 +165,8 @@ TEST(StreamTest, AliasesAndImagesAreAHundredDecibelsDown)
             if (std::fabs(hz - row.sceneHz) < 6.0 * rate / 2048)
                 continue;
             // The window's own side lobes are 92 dB below a tone; only an unwanted one is above.
-            const double level
-                = test::decibels(test::magnitude(test::component(received, hz / rate)) / 0.9);
+            const double level =
+                test::decibels(test::magnitude(test::component(received, hz / rate)) / 0.9);
             const bool toneInBand = std::fabs(row.sceneHz) < rate / 2;
             ASSERT_LT(level, toneInBand ? kRejection + 10.0 : kRejection) << hz << " of " << rate;
         }
@@ -197,10 +200,10 @@ TEST(StreamTest, RetuningDuringAStreamKeepsThePhase)
         constexpr double kOvershoot = 1.2; // of the filter at the step in frequency
         const double largest = 2.0 * M_PI * 1000.0 / 192000.0 * kOvershoot;
         for (std::size_t i = 200; i + 1 < received.size(); ++i) {
-            const double cross
-                = received[i].re * received[i + 1].im - received[i].im * received[i + 1].re;
-            const double dot
-                = received[i].re * received[i + 1].re + received[i].im * received[i + 1].im;
+            const double cross =
+                received[i].re * received[i + 1].im - received[i].im * received[i + 1].re;
+            const double dot =
+                received[i].re * received[i + 1].re + received[i].im * received[i + 1].im;
             ASSERT_LT(std::fabs(std::atan2(cross, dot)), largest) << sceneRate << ' ' << i;
         }
         const double grid = 122.88e6 / 4294967296.0;
@@ -262,8 +265,7 @@ TEST(StreamTest, CreditWakesAWaitingRead)
 }
 
 class RealTimeTest : public testing::TestWithParam<unsigned>
-{
-};
+{ };
 
 TEST_P(RealTimeTest, TheClockSetsTheByteRate)
 {

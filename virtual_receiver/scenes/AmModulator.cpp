@@ -3,11 +3,8 @@
 
 namespace vr
 {
-AmModulator::AmModulator(AudioLoop audio, double depth)
-    : m_audio(std::move(audio))
-    , m_depth(depth)
-{
-}
+AmModulator::AmModulator(AudioLoop audio, double depth) : m_audio(std::move(audio)), m_depth(depth)
+{ }
 
 void AmModulator::make(Sample *out, std::size_t count)
 {

@@ -15,7 +15,7 @@ constexpr double kCutoffHz = 6000.0;
 constexpr double kTransitionHz = 2000.0;
 constexpr double kMaxSeconds = 900.0;
 constexpr std::size_t kActivityBlock = 960; // 20 ms: a short vowel
-constexpr double kActivity = 0.1; // of the loudest block's level: -20 dB
+constexpr double kActivity = 0.1;           // of the loudest block's level: -20 dB
 
 std::vector<float> bandLimited(const std::vector<float> &in, double rateHz)
 {
@@ -60,7 +60,7 @@ double measureActiveRms(const std::vector<float> &samples)
     }
     return std::sqrt(sum / double(active));
 }
-}
+} // namespace
 
 std::shared_ptr<const AudioClip> AudioClip::make(const std::vector<float> &samples, double rateHz)
 {
@@ -80,8 +80,8 @@ std::shared_ptr<const AudioClip> AudioClip::make(const std::vector<float> &sampl
 std::shared_ptr<const AudioClip> AudioClip::load(const std::string &path, std::string &error)
 {
     SF_INFO info = {};
-    const std::unique_ptr<SNDFILE, int (*)(SNDFILE *)> file(sf_open(path.c_str(), SFM_READ, &info),
-                                                             sf_close);
+    const std::unique_ptr<SNDFILE, int (*)(SNDFILE *)> file(
+        sf_open(path.c_str(), SFM_READ, &info), sf_close);
     if (!file) {
         error = "cannot read audio file " + path;
         return nullptr;
@@ -89,8 +89,8 @@ std::shared_ptr<const AudioClip> AudioClip::load(const std::string &path, std::s
     const auto frames = std::size_t(std::min(double(info.frames), kMaxSeconds * info.samplerate));
     const auto channels = std::size_t(info.channels);
     std::vector<float> interleaved(frames * channels);
-    const auto got = std::size_t(
-        std::max<sf_count_t>(sf_readf_float(file.get(), interleaved.data(), sf_count_t(frames)), 0));
+    const auto got = std::size_t(std::max<sf_count_t>(
+        sf_readf_float(file.get(), interleaved.data(), sf_count_t(frames)), 0));
     if (got == 0) {
         error = "no samples in audio file " + path;
         return nullptr;

@@ -16,8 +16,8 @@ struct AudioClip
     std::vector<float> samples;
     double activeRms = 0.0; ///< RMS of the parts in which something is heard
 
-    /// Takes samples at any rate: limits the band, brings them to kAudioRateHz, sets the peak to 1.0
-    /// and measures.
+    /// Takes samples at any rate: limits the band, brings them to kAudioRateHz, sets the peak
+    /// to 1.0 and measures.
     static std::shared_ptr<const AudioClip> make(const std::vector<float> &samples, double rateHz);
 
     /// Any file that libsndfile reads, its channels averaged. Null with a reason in error.

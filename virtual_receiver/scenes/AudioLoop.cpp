@@ -6,12 +6,10 @@
 
 namespace vr
 {
-AudioLoop::AudioLoop(std::shared_ptr<const AudioClip> clip, double startSeconds,
-                     double pauseSeconds, bool repeat)
-    : m_clip(std::move(clip))
-    , m_startSamples(std::size_t(startSeconds * kAudioRateHz))
-    , m_pauseSamples(std::size_t(pauseSeconds * kAudioRateHz))
-    , m_repeat(repeat)
+AudioLoop::AudioLoop(
+    std::shared_ptr<const AudioClip> clip, double startSeconds, double pauseSeconds, bool repeat)
+    : m_clip(std::move(clip)), m_startSamples(std::size_t(startSeconds * kAudioRateHz)),
+      m_pauseSamples(std::size_t(pauseSeconds * kAudioRateHz)), m_repeat(repeat)
 {
     rewind();
 }

@@ -7,13 +7,13 @@
 
 namespace vr
 {
-/// Plays a clip as a station does: after a start time, over and over with pauses or once. Silence in
-/// between is zeros.
+/// Plays a clip as a station does: after a start time, over and over with pauses or once. Silence
+/// in between is zeros.
 class AudioLoop
 {
 public:
     AudioLoop(std::shared_ptr<const AudioClip> clip, double startSeconds, double pauseSeconds,
-              bool repeat);
+        bool repeat);
 
     void rewind();
     void read(double *out, std::size_t count);
@@ -23,7 +23,7 @@ private:
     std::size_t m_startSamples;
     std::size_t m_pauseSamples;
     bool m_repeat;
-    std::size_t m_silence = 0; // samples of silence still to come
+    std::size_t m_silence = 0;  // samples of silence still to come
     std::size_t m_position = 0; // in the clip
 };
 } // namespace vr

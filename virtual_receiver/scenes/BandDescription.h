@@ -16,13 +16,13 @@ enum class StationMode { Carrier, Usb, Lsb, Am, Nfm, Cw };
 struct StationDescription
 {
     double frequencyHz = 0.0; ///< of the carrier, also the suppressed one
-    double levelDb = 0.0; ///< dBFS: the carrier, or SSB's RMS while speaking
+    double levelDb = 0.0;     ///< dBFS: the carrier, or SSB's RMS while speaking
     StationMode mode = StationMode::Carrier;
     std::shared_ptr<const AudioClip> clip; ///< null for a carrier; CW: the keying, 0..1
     double startSeconds = 0.0;
     double pauseSeconds = 1.0; ///< between repetitions
     bool repeat = true;
-    double depth = 0.8; ///< AM at the peak of the audio
+    double depth = 0.8;          ///< AM at the peak of the audio
     double deviationHz = 2500.0; ///< NFM at the peak of the audio
 };
 
@@ -31,8 +31,8 @@ struct BandDescription
 {
     double centreHz = 0.0;
     std::optional<double> noiseDb; ///< dBFS in one hertz
-    double seconds = 0.0; ///< 0: never ends
-    std::uint64_t seed = 1; ///< of the noise
+    double seconds = 0.0;          ///< 0: never ends
+    std::uint64_t seed = 1;        ///< of the noise
     std::vector<StationDescription> stations;
 };
 } // namespace vr

@@ -74,7 +74,7 @@ public:
         const double value = number(key, otherwise);
         if (value < low || value > high)
             throw LineError(inQuotes(key) + " must be " + trimmed(low) + " to " + trimmed(high)
-                            + ", not " + inQuotes(m_values[key]));
+                + ", not " + inQuotes(m_values[key]));
         return value;
     }
 
@@ -127,8 +127,12 @@ private:
 StationMode parseMode(const std::string &name)
 {
     static const std::map<std::string, StationMode> modes = {
-        {"carrier", StationMode::Carrier}, {"usb", StationMode::Usb}, {"lsb", StationMode::Lsb},
-        {"am", StationMode::Am}, {"nfm", StationMode::Nfm}, {"cw", StationMode::Cw},
+        {"carrier", StationMode::Carrier},
+        {"usb", StationMode::Usb},
+        {"lsb", StationMode::Lsb},
+        {"am", StationMode::Am},
+        {"nfm", StationMode::Nfm},
+        {"cw", StationMode::Cw},
     };
     const auto mode = modes.find(name);
     if (mode == modes.end())
@@ -163,10 +167,7 @@ std::shared_ptr<const AudioClip> toneClip(const std::string &tones)
 class BandReader
 {
 public:
-    explicit BandReader(std::string folder)
-        : m_folder(std::move(folder))
-    {
-    }
+    explicit BandReader(std::string folder) : m_folder(std::move(folder)) { }
 
     void readLine(std::string line)
     {
@@ -249,8 +250,8 @@ private:
     static std::shared_ptr<const AudioClip> keyed(Words &words)
     {
         auto clip = std::make_shared<AudioClip>();
-        clip->samples
-            = CwModulator::keying(words.text("text"), words.number("wpm", 20.0, 1.0, 100.0));
+        clip->samples =
+            CwModulator::keying(words.text("text"), words.number("wpm", 20.0, 1.0, 100.0));
         if (clip->samples.empty())
             throw LineError("the text of a cw station is empty");
         clip->activeRms = 1.0;
@@ -262,8 +263,8 @@ private:
         if (words.has("tone"))
             return toneClip(words.text("tone"));
         if (words.has("speech"))
-            return AudioClip::make(synthesiseSpeech(unsigned(words.number("speech", 0.0, 0.0, 1e6))),
-                                   kAudioRateHz);
+            return AudioClip::make(
+                synthesiseSpeech(unsigned(words.number("speech", 0.0, 0.0, 1e6))), kAudioRateHz);
         std::string error;
         const auto path = std::filesystem::path(m_folder) / words.text("audio");
         auto clip = AudioClip::load(path.string(), error);
@@ -277,10 +278,10 @@ private:
     bool m_bandSeen = false;
     bool m_repeat = true;
 };
-}
+} // namespace
 
-std::optional<BandDescription> readBand(std::istream &text, const std::string &name,
-                                        const std::string &folder, std::string &error)
+std::optional<BandDescription> readBand(
+    std::istream &text, const std::string &name, const std::string &folder, std::string &error)
 {
     BandReader reader(folder);
     int number = 0;

@@ -12,10 +12,9 @@ constexpr std::size_t kBlock = 1024; // samples of all stations that fit the cac
 }
 
 BandScene::BandScene(const BandDescription &band)
-    : m_centreHz(band.centreHz)
-    , m_noiseDensity(band.noiseDb ? std::pow(10.0, *band.noiseDb / 10.0) : 0.0)
-    , m_seconds(band.seconds)
-    , m_seed(band.seed)
+    : m_centreHz(band.centreHz),
+      m_noiseDensity(band.noiseDb ? std::pow(10.0, *band.noiseDb / 10.0) : 0.0),
+      m_seconds(band.seconds), m_seed(band.seed)
 {
     for (const StationDescription &station : band.stations)
         m_stations.push_back(std::make_unique<Station>(station));
@@ -42,8 +41,8 @@ void BandScene::render(Sample *out, std::size_t count)
     std::fill_n(out, count, Sample());
     std::size_t live = count;
     if (m_length > 0)
-        live = std::size_t(
-            std::min<std::uint64_t>(count, m_length - std::min(m_length, m_rendered)));
+        live =
+            std::size_t(std::min<std::uint64_t>(count, m_length - std::min(m_length, m_rendered)));
     for (std::size_t done = 0; done < live; done += kBlock)
         renderBlock(out + done, std::min(kBlock, live - done));
     m_rendered += count;

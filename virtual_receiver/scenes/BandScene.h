@@ -34,6 +34,6 @@ private:
     std::vector<std::unique_ptr<Station>> m_stations;
     NoiseGenerator m_noise;
     std::uint64_t m_rendered = 0; // samples
-    std::uint64_t m_length = 0; // samples, 0: never ends
+    std::uint64_t m_length = 0;   // samples, 0: never ends
 };
 } // namespace vr

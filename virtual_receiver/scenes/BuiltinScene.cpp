@@ -24,7 +24,7 @@ std::shared_ptr<const AudioClip> voice(const char *file, unsigned substitute)
 }
 
 StationDescription station(double offsetHz, double levelDb, StationMode mode,
-                           std::shared_ptr<const AudioClip> clip, double pauseSeconds)
+    std::shared_ptr<const AudioClip> clip, double pauseSeconds)
 {
     StationDescription station;
     station.frequencyHz = kCentreHz + offsetHz;
@@ -52,7 +52,7 @@ BandDescription describe()
     };
     return band;
 }
-}
+} // namespace
 
 std::shared_ptr<Scene> makeBuiltinScene()
 {

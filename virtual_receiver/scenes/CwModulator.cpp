@@ -12,28 +12,61 @@ namespace vr
 {
 namespace
 {
-constexpr double kEdgeSeconds = 0.005; // rise and fall: no clicks beyond some 200 Hz
+constexpr double kEdgeSeconds = 0.005;    // rise and fall: no clicks beyond some 200 Hz
 constexpr double kDotSecondsAt1Wpm = 1.2; // a minute holds 50 dots for each word
 
 // International Morse code, ITU-R M.1677-1.
 const std::map<char, std::string_view> kMorse = {
-    {'A', ".-"}, {'B', "-..."}, {'C', "-.-."}, {'D', "-.."}, {'E', "."}, {'F', "..-."},
-    {'G', "--."}, {'H', "...."}, {'I', ".."}, {'J', ".---"}, {'K', "-.-"}, {'L', ".-.."},
-    {'M', "--"}, {'N', "-."}, {'O', "---"}, {'P', ".--."}, {'Q', "--.-"}, {'R', ".-."},
-    {'S', "..."}, {'T', "-"}, {'U', "..-"}, {'V', "...-"}, {'W', ".--"}, {'X', "-..-"},
-    {'Y', "-.--"}, {'Z', "--.."}, {'0', "-----"}, {'1', ".----"}, {'2', "..---"},
-    {'3', "...--"}, {'4', "....-"}, {'5', "....."}, {'6', "-...."}, {'7', "--..."},
-    {'8', "---.."}, {'9', "----."}, {'.', ".-.-.-"}, {',', "--..--"}, {'?', "..--.."},
-    {'/', "-..-."}, {'=', "-...-"}, {'+', ".-.-."}, {'-', "-....-"},
+    {'A', ".-"},
+    {'B', "-..."},
+    {'C', "-.-."},
+    {'D', "-.."},
+    {'E', "."},
+    {'F', "..-."},
+    {'G', "--."},
+    {'H', "...."},
+    {'I', ".."},
+    {'J', ".---"},
+    {'K', "-.-"},
+    {'L', ".-.."},
+    {'M', "--"},
+    {'N', "-."},
+    {'O', "---"},
+    {'P', ".--."},
+    {'Q', "--.-"},
+    {'R', ".-."},
+    {'S', "..."},
+    {'T', "-"},
+    {'U', "..-"},
+    {'V', "...-"},
+    {'W', ".--"},
+    {'X', "-..-"},
+    {'Y', "-.--"},
+    {'Z', "--.."},
+    {'0', "-----"},
+    {'1', ".----"},
+    {'2', "..---"},
+    {'3', "...--"},
+    {'4', "....-"},
+    {'5', "....."},
+    {'6', "-...."},
+    {'7', "--..."},
+    {'8', "---.."},
+    {'9', "----."},
+    {'.', ".-.-.-"},
+    {',', "--..--"},
+    {'?', "..--.."},
+    {'/', "-..-."},
+    {'=', "-...-"},
+    {'+', ".-.-."},
+    {'-', "-....-"},
 };
 
 class Keyer
 {
 public:
-    explicit Keyer(double wordsPerMinute)
-        : m_dot(kDotSecondsAt1Wpm / wordsPerMinute * kAudioRateHz)
-    {
-    }
+    explicit Keyer(double wordsPerMinute) : m_dot(kDotSecondsAt1Wpm / wordsPerMinute * kAudioRateHz)
+    { }
 
     void key(int dots) { extend(dots, true); }
     void pause(int dots) { extend(dots, false); }
@@ -55,11 +88,11 @@ private:
         }
     }
 
-    double m_dot; // samples
+    double m_dot;        // samples
     double m_time = 0.0; // samples, unrounded
     std::vector<float> m_envelope;
 };
-}
+} // namespace
 
 std::vector<float> CwModulator::keying(const std::string &text, double wordsPerMinute)
 {
@@ -79,10 +112,7 @@ std::vector<float> CwModulator::keying(const std::string &text, double wordsPerM
     return keyer.envelope();
 }
 
-CwModulator::CwModulator(AudioLoop envelope)
-    : m_envelope(std::move(envelope))
-{
-}
+CwModulator::CwModulator(AudioLoop envelope) : m_envelope(std::move(envelope)) { }
 
 void CwModulator::make(Sample *out, std::size_t count)
 {

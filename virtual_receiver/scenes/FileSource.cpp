@@ -11,14 +11,14 @@ namespace
 std::string extension(const std::string &path)
 {
     std::string text = std::filesystem::path(path).extension().string();
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
+    std::transform(
+        text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
     return text.empty() ? text : text.substr(1);
 }
-}
+} // namespace
 
 std::unique_ptr<FileSource> FileSource::open(const std::string &path, std::string format,
-                                             double rateHz, double frequencyHz, std::string &error)
+    double rateHz, double frequencyHz, std::string &error)
 {
     std::unique_ptr<FileSource> source(new FileSource);
     if (format.empty())
@@ -108,8 +108,8 @@ std::size_t FileSource::readSegment(Sample *out, std::size_t count)
 {
     const RiffHeader::Segment &segment = m_segments[m_segment];
     const std::size_t sampleSize = 2 * bytesPerComponent(m_format);
-    const std::uint64_t size
-        = std::min<std::uint64_t>(count * sampleSize, segment.size - m_position);
+    const std::uint64_t size =
+        std::min<std::uint64_t>(count * sampleSize, segment.size - m_position);
     m_bytes.resize(std::size_t(size));
     m_file.clear();
     m_file.seekg(std::streamoff(segment.offset + m_position));

@@ -19,7 +19,7 @@ public:
     /// format: "wav" or a raw format's name, empty to take it from the file name. rateHz and
     /// frequencyHz override the header's if they are not 0. Null with a one-line reason in error.
     static std::unique_ptr<FileSource> open(const std::string &path, std::string format,
-                                            double rateHz, double frequencyHz, std::string &error);
+        double rateHz, double frequencyHz, std::string &error);
 
     double rateHz() const override { return m_rateHz; }
     double frequencyHz() const override { return m_frequencyHz; }
@@ -37,7 +37,7 @@ private:
     SampleFormat m_format = SampleFormat::S16;
     double m_rateHz = 0.0;
     double m_frequencyHz = 0.0;
-    std::size_t m_length = 0; // complex samples
+    std::size_t m_length = 0;                    // complex samples
     std::vector<RiffHeader::Segment> m_segments; // whole samples each
     std::size_t m_segment = 0;
     std::uint64_t m_position = 0; // bytes into the segment

@@ -20,7 +20,7 @@ double bessel0(double x)
     }
     return sum;
 }
-}
+} // namespace
 
 std::size_t length(double attenuationDb, double transition)
 {

@@ -6,8 +6,8 @@
 namespace vr::kaiser
 {
 /// FIR design with the Kaiser window (Kaiser, "Nonrecursive digital filter design using the I0-sinh
-/// window function", 1974): length and shape from the stop band attenuation in dB, above 50, and the
-/// transition width as a fraction of the sample rate.
+/// window function", 1974): length and shape from the stop band attenuation in dB, above 50, and
+/// the transition width as a fraction of the sample rate.
 std::size_t length(double attenuationDb, double transition);
 
 /// The window at -1..1 from its middle to its ends, 0 outside.

@@ -7,11 +7,8 @@
 namespace vr
 {
 MemorySource::MemorySource(std::vector<Sample> samples, double rateHz, double frequencyHz)
-    : m_samples(std::move(samples))
-    , m_rateHz(rateHz)
-    , m_frequencyHz(frequencyHz)
-{
-}
+    : m_samples(std::move(samples)), m_rateHz(rateHz), m_frequencyHz(frequencyHz)
+{ }
 
 std::size_t MemorySource::read(Sample *out, std::size_t count)
 {

@@ -20,8 +20,8 @@ struct Tone
     double im[kChunk];
 };
 
-[[gnu::target_clones("default,arch=x86-64-v3")]] void makeTone(double phase, double frequency,
-                                                               std::size_t count, Tone &tone)
+[[gnu::target_clones("default,arch=x86-64-v3")]] void makeTone(
+    double phase, double frequency, std::size_t count, Tone &tone)
 {
     double re[kLanes];
     double im[kLanes];
@@ -41,7 +41,7 @@ struct Tone
         }
     }
 }
-}
+} // namespace
 
 template <typename Combine>
 void Mixer::run(std::size_t count, Combine combine)

@@ -5,8 +5,8 @@
 
 namespace vr
 {
-/// Multiplies by a complex tone whose phase runs on over blocks and changes of frequency: it shifts a
-/// spectrum, or makes a carrier out of a level.
+/// Multiplies by a complex tone whose phase runs on over blocks and changes of frequency: it shifts
+/// a spectrum, or makes a carrier out of a level.
 class Mixer
 {
 public:

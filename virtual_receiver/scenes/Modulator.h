@@ -5,8 +5,8 @@
 
 namespace vr
 {
-/// Makes a station's signal around zero hertz at kAudioRateHz, at a level of 1.0: the carrier of AM,
-/// NFM and CW, the RMS while speaking of SSB.
+/// Makes a station's signal around zero hertz at kAudioRateHz, at a level of 1.0: the carrier of
+/// AM, NFM and CW, the RMS while speaking of SSB.
 class Modulator
 {
 public:

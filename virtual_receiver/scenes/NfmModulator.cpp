@@ -7,10 +7,8 @@
 namespace vr
 {
 NfmModulator::NfmModulator(AudioLoop audio, double deviationHz)
-    : m_audio(std::move(audio))
-    , m_deviation(deviationHz / kAudioRateHz)
-{
-}
+    : m_audio(std::move(audio)), m_deviation(deviationHz / kAudioRateHz)
+{ }
 
 void NfmModulator::rewind()
 {

@@ -8,8 +8,8 @@
 
 namespace vr
 {
-/// Frequency modulation of a carrier of 1.0, without pre-emphasis: the deviation belongs to the peak
-/// of the audio.
+/// Frequency modulation of a carrier of 1.0, without pre-emphasis: the deviation belongs to the
+/// peak of the audio.
 class NfmModulator : public Modulator
 {
 public:
@@ -20,7 +20,7 @@ public:
 
 private:
     AudioLoop m_audio;
-    double m_deviation; // cycles per sample
+    double m_deviation;   // cycles per sample
     double m_phase = 0.0; // cycles
     std::vector<double> m_block;
 };

@@ -19,8 +19,7 @@ double upperQuantile(double probability)
     double x = 0.0;
     for (int i = 0; i < 60; ++i) {
         const double excess = 0.5 * std::erfc(x / std::numbers::sqrt2) - probability;
-        const double density
-            = std::exp(-0.5 * x * x) / std::sqrt(2.0 * std::numbers::pi);
+        const double density = std::exp(-0.5 * x * x) / std::sqrt(2.0 * std::numbers::pi);
         x += excess / density;
     }
     return x;
@@ -36,7 +35,7 @@ std::vector<float> makeTable()
     }
     return table;
 }
-}
+} // namespace
 
 void NoiseGenerator::add(Sample *out, std::size_t count)
 {

@@ -11,16 +11,14 @@ namespace
 {
 constexpr std::size_t kBlock = 1024; // output samples made at a time
 
-// One step of the device's synthesiser: a device told the recording's own frequency ends up less than
-// this below it and counts as tuned to it exactly.
+// One step of the device's synthesiser: a device told the recording's own frequency ends up less
+// than this below it and counts as tuned to it exactly.
 constexpr double kTuningStepHz = 122.88e6 / 4294967296.0;
-}
+} // namespace
 
 RecordedScene::RecordedScene(std::unique_ptr<SampleSource> source, bool repeat)
-    : m_source(std::move(source))
-    , m_repeat(repeat)
-{
-}
+    : m_source(std::move(source)), m_repeat(repeat)
+{ }
 
 double RecordedScene::seconds() const
 {

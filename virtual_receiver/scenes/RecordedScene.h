@@ -17,9 +17,9 @@ namespace vr
 ///
 /// With unequal rates the low-pass covers what the recording and the device's band have in common:
 /// the input mixer moves the middle of it to zero hertz, the channel mixer moves it to where it
-/// belongs. So a recording that is tuned half out of the band is cut off there and does not come back
-/// at the other edge. With equal rates the samples pass bit by bit while the device is tuned to the
-/// recording's own frequency; tuned elsewhere only the mixer acts and the band wraps round.
+/// belongs. So a recording that is tuned half out of the band is cut off there and does not come
+/// back at the other edge. With equal rates the samples pass bit by bit while the device is tuned
+/// to the recording's own frequency; tuned elsewhere only the mixer acts and the band wraps round.
 class RecordedScene : public Scene
 {
 public:
@@ -44,10 +44,10 @@ private:
     bool m_resampling = false;
     bool m_inBand = true; // false: recording and device have nothing in common
     Resampler m_resampler;
-    Mixer m_inputMixer; // at the recording's rate
+    Mixer m_inputMixer;   // at the recording's rate
     Mixer m_channelMixer; // at the device's rate
     std::vector<Sample> m_input;
     std::uint64_t m_rendered = 0; // samples since start()
-    std::uint64_t m_length = 0; // samples of one pass at the device's rate
+    std::uint64_t m_length = 0;   // samples of one pass at the device's rate
 };
 } // namespace vr

@@ -13,8 +13,8 @@ namespace
 {
 constexpr std::size_t kLanes = 8;
 
-[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample
-dot(const double *filter, const double *re, const double *im, std::size_t taps)
+[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample dot(
+    const double *filter, const double *re, const double *im, std::size_t taps)
 {
     double sumRe[kLanes] = {};
     double sumIm[kLanes] = {};
@@ -29,7 +29,7 @@ dot(const double *filter, const double *re, const double *im, std::size_t taps)
         sum += Sample(sumRe[k], sumIm[k]);
     return sum;
 }
-}
+} // namespace
 
 void Resampler::init(double inputHz, double outputHz, double transition)
 {
@@ -43,8 +43,8 @@ void Resampler::init(double inputHz, double outputHz, double transition)
     m_inputHz = inputHz;
     m_cutoffHz = std::min(inputHz, outputHz) / 2.0;
 
-    const std::size_t taps
-        = kaiser::length(kAttenuationDb, transition * std::min(1.0, outputHz / inputHz));
+    const std::size_t taps =
+        kaiser::length(kAttenuationDb, transition * std::min(1.0, outputHz / inputHz));
     m_taps = (taps + kLanes - 1) / kLanes * kLanes;
     m_blend.assign(m_taps, 0.0);
     design();
@@ -69,8 +69,8 @@ void Resampler::design()
     for (std::size_t p = 0; p <= m_phases; ++p) {
         for (std::size_t i = 0; i < m_taps; ++i) {
             const double t = double(i) - (half - 1.0) - double(p) / double(m_phases);
-            m_filter[p * m_taps + i] = bandwidth * kaiser::sinc(bandwidth * t)
-                * kaiser::window(kAttenuationDb, t / half);
+            m_filter[p * m_taps + i] =
+                bandwidth * kaiser::sinc(bandwidth * t) * kaiser::window(kAttenuationDb, t / half);
         }
     }
 }

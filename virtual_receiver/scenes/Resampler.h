@@ -12,9 +12,10 @@ namespace vr
 ///
 /// The low-pass is a Kaiser design (Kaiser 1974: beta and length from attenuation and transition
 /// width) of kAttenuationDb. With the default transition it is flat up to 0.44 and stopped from
-/// 0.56 of the lower rate, so images and aliases stay out of the middle 88 % of the band. Rates in a ratio of small integers get one filter
-/// phase for each output phase; others interpolate linearly between kMaxPhases phases, whose error
-/// is below -118 dB. Output sample 0 lies at the time of input sample 0.
+/// 0.56 of the lower rate, so images and aliases stay out of the middle 88 % of the band. Rates in
+/// a ratio of small integers get one filter phase for each output phase; others interpolate
+/// linearly between kMaxPhases phases, whose error is below -118 dB. Output sample 0 lies at the
+/// time of input sample 0.
 ///
 /// Memory is taken in init() and in push(); not thread-safe.
 class Resampler
@@ -58,7 +59,7 @@ private:
 
     std::vector<double> m_re; // input not yet used up, from m_first on
     std::vector<double> m_im;
-    std::size_t m_first = 0; // oldest input sample under the filter of the next output
+    std::size_t m_first = 0;   // oldest input sample under the filter of the next output
     std::uint64_t m_phase = 0; // of the next output, 0..m_up-1
 };
 } // namespace vr

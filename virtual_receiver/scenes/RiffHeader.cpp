@@ -9,7 +9,7 @@ namespace vr
 namespace
 {
 constexpr std::uint16_t kExtensible = 0xfffe;
-constexpr std::size_t kSubFormatAt = 24; // of an extensible "fmt "
+constexpr std::size_t kSubFormatAt = 24;     // of an extensible "fmt "
 constexpr std::size_t kAuxiFrequencyAt = 32; // two time stamps of 16 bytes stand before it
 constexpr std::size_t kVsdrFrequencyAt = 40;
 constexpr std::size_t kVsdrRateAt = 48;
@@ -24,7 +24,7 @@ Number at(const std::vector<char> &body, std::size_t offset)
         std::memcpy(&value, body.data() + offset, sizeof value);
     return value;
 }
-}
+} // namespace
 
 bool RiffHeader::read(std::istream &file, std::string &error)
 {

@@ -11,15 +11,15 @@ namespace vr
 /// What the chunks of a WAV recording say.
 ///
 /// Recordings come from many programs, and some were cut short, so the sizes in the file are not
-/// trusted: a "data" chunk that claims nothing, or more than is there, reaches to the end of the file;
-/// behind a "vsdr" chunk "data" has no size field at all; sizes above 4 GiB have wrapped. Samples may
-/// come in several "data" chunks with others between them.
+/// trusted: a "data" chunk that claims nothing, or more than is there, reaches to the end of the
+/// file; behind a "vsdr" chunk "data" has no size field at all; sizes above 4 GiB have wrapped.
+/// Samples may come in several "data" chunks with others between them.
 struct RiffHeader
 {
     struct Segment
     {
         std::uint64_t offset = 0; // bytes from the start of the file
-        std::uint64_t size = 0; // bytes
+        std::uint64_t size = 0;   // bytes
     };
 
     std::uint16_t format = 0; ///< 1 PCM, 3 float

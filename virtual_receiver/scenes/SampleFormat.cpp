@@ -23,7 +23,7 @@ double component24(const std::uint8_t *bytes)
         | std::uint32_t(bytes[2]) << 24;
     return double(std::int32_t(word) >> 8) / 8388607.0;
 }
-}
+} // namespace
 
 std::size_t bytesPerComponent(SampleFormat format)
 {

@@ -15,8 +15,8 @@ enum class SampleFormat { U8, S16, S24, S32, F32, F64 };
 
 std::size_t bytesPerComponent(SampleFormat format);
 
-/// Converts interleaved I, Q to samples. A 24-bit code is the fraction of the largest code, as on the
-/// air interface, so that such a recording passes the device code for code; 16 and 32 bits are
+/// Converts interleaved I, Q to samples. A 24-bit code is the fraction of the largest code, as on
+/// the air interface, so that such a recording passes the device code for code; 16 and 32 bits are
 /// fractions of a power of two.
 void convert(SampleFormat format, const std::uint8_t *bytes, Sample *out, std::size_t count);
 

@@ -12,7 +12,11 @@ namespace vr
 namespace
 {
 constexpr double kFormantsHz[][3] = {
-    {730, 1090, 2440}, {530, 1840, 2480}, {270, 2290, 3010}, {570, 840, 2410}, {300, 870, 2240},
+    {730, 1090, 2440},
+    {530, 1840, 2480},
+    {270, 2290, 3010},
+    {570, 840, 2410},
+    {300, 870, 2240},
 };
 constexpr double kBandwidthsHz[3] = {80, 100, 140};
 constexpr int kSyllables = 14;
@@ -33,7 +37,7 @@ struct Resonance
         return y;
     }
 };
-}
+} // namespace
 
 std::vector<float> synthesiseSpeech(unsigned seed)
 {
@@ -58,8 +62,8 @@ std::vector<float> synthesiseSpeech(unsigned seed)
             phase -= pulse ? 1.0 : 0.0;
             double voice = 0.0;
             for (int k = 0; k < 3; ++k)
-                voice += resonances[k].process(pulse ? loudness : 0.0, formants[k],
-                                               kBandwidthsHz[k])
+                voice +=
+                    resonances[k].process(pulse ? loudness : 0.0, formants[k], kBandwidthsHz[k])
                     / (1 + k);
             out.push_back(float(voice));
         }

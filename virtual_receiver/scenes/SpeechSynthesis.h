@@ -6,7 +6,7 @@
 namespace vr
 {
 /// Something like a voice, for when there is no recording of one: a pulse train with a wandering
-/// pitch through three vowel resonances (Peterson and Barney 1952), in syllables with gaps. The same
-/// seed gives the same voice. Samples at kAudioRateHz, a few seconds.
+/// pitch through three vowel resonances (Peterson and Barney 1952), in syllables with gaps. The
+/// same seed gives the same voice. Samples at kAudioRateHz, a few seconds.
 std::vector<float> synthesiseSpeech(unsigned seed);
 } // namespace vr

@@ -16,8 +16,8 @@ constexpr double kStopHz = -300.0; // of the other side band
 constexpr double kAttenuationDb = 106.0;
 constexpr std::size_t kLanes = 8;
 
-[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample
-dot(const double *re, const double *im, const double *x, std::size_t taps)
+[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample dot(
+    const double *re, const double *im, const double *x, std::size_t taps)
 {
     double sumRe[kLanes] = {};
     double sumIm[kLanes] = {};
@@ -32,12 +32,13 @@ dot(const double *re, const double *im, const double *x, std::size_t taps)
         sum += Sample(sumRe[k], sumIm[k]);
     return sum;
 }
-}
+} // namespace
 
 SsbModulator::SsbModulator(AudioLoop audio, double activeRms, bool upper)
     : m_audio(std::move(audio))
-    // The analytic signal has the power of the audio in either of its parts.
-    , m_scale(activeRms > 0.0 ? 1.0 / (std::numbers::sqrt2 * activeRms) : 0.0)
+      // The analytic signal has the power of the audio in either of its parts.
+      ,
+      m_scale(activeRms > 0.0 ? 1.0 / (std::numbers::sqrt2 * activeRms) : 0.0)
 {
     const double transition = (kPassLowHz - kStopHz) / kAudioRateHz;
     std::size_t taps = kaiser::length(kAttenuationDb, transition);

@@ -9,8 +9,8 @@
 namespace vr
 {
 /// Single side band by an analytic filter: a Kaiser low-pass moved up in frequency (the band-pass
-/// form of the Hilbert method). It passes 100 to 5000 Hz of one sign and stops the other from 300 Hz
-/// on by more than 100 dB.
+/// form of the Hilbert method). It passes 100 to 5000 Hz of one sign and stops the other from 300
+/// Hz on by more than 100 dB.
 class SsbModulator : public Modulator
 {
 public:
@@ -21,7 +21,7 @@ public:
 
 private:
     AudioLoop m_audio;
-    double m_scale; // to an RMS of 1 while speaking
+    double m_scale;                 // to an RMS of 1 while speaking
     std::vector<double> m_filterRe; // reversed
     std::vector<double> m_filterIm;
     std::vector<double> m_history; // audio, oldest first

@@ -28,18 +28,17 @@ std::unique_ptr<Modulator> makeModulator(const StationDescription &station)
     case StationMode::Cw:
         return std::make_unique<CwModulator>(std::move(audio));
     default:
-        return std::make_unique<SsbModulator>(std::move(audio), station.clip->activeRms,
-                                              station.mode == StationMode::Usb);
+        return std::make_unique<SsbModulator>(
+            std::move(audio), station.clip->activeRms, station.mode == StationMode::Usb);
     }
 }
-}
+} // namespace
 
 Station::Station(const StationDescription &description)
-    : m_frequencyHz(description.frequencyHz)
-    , m_amplitude(std::pow(10.0, description.levelDb / 20.0))
-    , m_modulator(makeModulator(description))
-{
-}
+    : m_frequencyHz(description.frequencyHz),
+      m_amplitude(std::pow(10.0, description.levelDb / 20.0)),
+      m_modulator(makeModulator(description))
+{ }
 
 void Station::start(double rateHz, double tunedHz)
 {

@@ -11,10 +11,10 @@
 
 namespace vr
 {
-/// A transmission on the air: the modulator's signal at kAudioRateHz, brought to the device's rate and
-/// moved to where the tuning puts it. The signal is narrow (12 kHz to either side at most), so a short
-/// filter keeps all images away. A station whose carrier lies outside the device's band is silent; its
-/// programme goes on.
+/// A transmission on the air: the modulator's signal at kAudioRateHz, brought to the device's rate
+/// and moved to where the tuning puts it. The signal is narrow (12 kHz to either side at most), so
+/// a short filter keeps all images away. A station whose carrier lies outside the device's band is
+/// silent; its programme goes on.
 class Station
 {
 public:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/DcBlock.h"
-#include "filters/Cuts.h"
+#include "DspCore/filters/Cuts.h"
 #include "support/Signals.h"
 
 #include <cmath>

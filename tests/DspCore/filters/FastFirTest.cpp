@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/FastFir.h"
+#include "DspCore/filters/Cuts.h"
 #include "DspCore/filters/FastFir32f.h"
-#include "filters/Cuts.h"
 #include "support/LogCapture.h"
 #include "support/Signals.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/Iir.h"
-#include "filters/Cuts.h"
+#include "DspCore/filters/Cuts.h"
 #include "support/LogCapture.h"
 #include "support/Signals.h"
 

@@ -142,7 +142,7 @@ TEST_F(EngineAudioTest, LineOutDeliversOrRefuses)
     EXPECT_LT(test::maxError(from(kPast, audio), from(kPast, expected)), kVolumeTail);
 }
 
-TEST_F(EngineAudioTest, AClosedVacIsDrainedAndAClosedLineOutIsNot)
+TEST_F(EngineAudioTest, AClosedVacIsDrainedAndTheLineOutStartsEmpty)
 {
     start();
     playTone(80, 0.1); // more than the receiver's rings hold
