@@ -115,10 +115,12 @@ QString toText(const HostSettings &settings, const Measurement &m)
         return QString::number(100.0 * ratio(cpu, seconds), 'f', 1) + " %";
     };
     const QStringList lines = {
-        QString("Received  %1 Hz %2, filter %3:%4 Hz, from %5 (%6 at %7 Hz): %8")
-            .arg(formatNumber(settings.tuneHz), settings.mode->name,
-                formatNumber(settings.filterLowHz), formatNumber(settings.filterHighHz), m.scene,
-                formatNumber(settings.deviceRateHz), formatNumber(settings.centerHz), m.ending),
+        QString("Received  %1 %2, filter %3:%4 Hz, from %5 (%6 at %7): %8")
+            .arg(formatHertz(settings.tuneHz), settings.mode->name)
+            .arg(settings.filterLowHz)
+            .arg(settings.filterHighHz)
+            .arg(m.scene, formatHertz(settings.deviceRateHz), formatHertz(settings.centerHz),
+                m.ending),
         QString(
             "Input     %1 s of IQ, rms %2 dBFS, peak %3 dBFS; %4 blocks dropped, %5 short reads")
             .arg(seconds, 0, 'f', 2)

@@ -7,7 +7,8 @@ set -euo pipefail
 build=$1
 least=${2:-0.1}
 
-mapfile -t programs < <(find "$build" -type f -name 'bench_*' -executable | sort)
+# The whole road has a table of its own.
+mapfile -t programs < <(find "$build" -type f -name 'bench_*' ! -name bench_road -executable | sort)
 [ ${#programs[@]} -gt 0 ] || { echo "no bench_* programs under $build; build first" >&2; exit 1; }
 
 mkdir -p "$build/bench"
@@ -16,13 +17,16 @@ for program in "${programs[@]}"; do
     name=$(basename "$program")
     echo "$name" >&2
     # The console keeps its own form; the table is made of the CSV, which has a fixed one.
+    log="$build/bench/$name.log"
     "$program" --benchmark_min_time="$least" --benchmark_format=csv \
-        --benchmark_out="$build/bench/$name.json" --benchmark_out_format=json 2>/dev/null |
+        --benchmark_out="$build/bench/$name.json" --benchmark_out_format=json 2>"$log" |
         awk -F, '/^"/ {
             gsub(/"/, "", $1)
             scale = $5 == "us" ? 1e3 : $5 == "ms" ? 1e6 : $5 == "s" ? 1e9 : 1
             printf "%-52s %14.0f %16s\n", $1, $3 * scale, $7 == "" ? "-" : sprintf("%.4g", $7)
-        }'
+        }' || { cat "$log" >&2; exit 1; }
 done
 echo
-echo "Results: $build/bench/*.json"
+"$build/bench/road/bench_road" | tee "$build/bench/bench_road.txt"
+echo
+echo "Results: $build/bench/*.json and bench_road.txt"

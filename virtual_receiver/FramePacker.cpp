@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FramePacker.h"
 
+#include "TargetClones.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -25,7 +27,7 @@ struct Codes
     double peak; // largest magnitude before limiting, in codes
 };
 
-[[gnu::target_clones("default,arch=x86-64-v3")]] void toCodes(
+VR_TARGET_CLONES void toCodes(
     const double *components, std::size_t count, double scale, double largest, Codes &out)
 {
     double peaks[4] = {};

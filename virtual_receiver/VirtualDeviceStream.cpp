@@ -70,7 +70,8 @@ FT_STATUS VirtualDevice::fill(Lock &lock, FT_HANDLE handle, std::size_t wanted)
         startSilence(now);
         countOverruns(now);
         const std::uint64_t needed = std::min(framesFor(wanted - m_queue.size()), framesToEvent());
-        const std::uint64_t due = m_clock.due(now);
+        // What falls due while the last frames are made is for the next read.
+        const std::uint64_t due = m_clock.due(std::min(now, deadline));
         const bool timedOut = now >= deadline;
         const bool takeSome = timedOut && m_clock.pace() == Pace::RealTime && due > 0;
         if (due >= needed || takeSome) {

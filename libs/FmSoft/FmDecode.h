@@ -39,12 +39,16 @@ public:
     double basebandMean() const { return mBasebandMean; }
     double basebandLevel() const { return mBasebandLevel; }
 
+    /// Steps of process(). demod_stereo() mixes the pilot's second harmonic, in place, with the
+    /// baseband of the same length; the others interleave left and right, the stereo one over the
+    /// shorter of its inputs.
+    static void demod_stereo(const SampleVector &samples_baseband, SampleVector &samples_rawstereo);
+    static void mono_to_left_right(const SampleVector &mono, SampleVector &audio);
+    static void stereo_to_left_right(
+        const SampleVector &mono, const SampleVector &stereo, SampleVector &audio);
+
 private:
     void measureBaseband();
-    void demod_stereo(const SampleVector &samples_baseband, SampleVector &samples_rawstereo);
-    void mono_to_left_right(const SampleVector &mono, SampleVector &audio);
-    void stereo_to_left_right(
-        const SampleVector &mono, const SampleVector &stereo, SampleVector &audio);
 
     static constexpr unsigned int kTuningTableSize = 64;
 

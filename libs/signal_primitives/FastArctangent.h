@@ -27,7 +27,8 @@ inline float fastArctangent(float y, float x)
             return y < 0.0f ? angle - kPi : angle + kPi;
         return angle;
     }
-    const float angle = kHalfPi - z / (z * z + kCurvature);
+    // A quotient beyond single precision is infinite: the point stands on the y axis.
+    const float angle = kHalfPi - (std::isinf(z) ? 0.0f : z / (z * z + kCurvature));
     return y < 0.0f ? angle - kPi : angle;
 }
 } // namespace Velmora

@@ -133,6 +133,28 @@ TEST(FmDecoderTest, DeemphasisFallsByTheTimeConstant)
         test::decibels(magnitude(8000.0) / magnitude(1000.0)), kToleranceDb);
 }
 
+TEST(FmDecoderTest, TheEarsTakeTheShorterOfTheirSources)
+{
+    SampleVector raw = {1.0, -0.5};
+    FmDecoder::demod_stereo({3.0, 4.0}, raw);
+    EXPECT_EQ(raw, (SampleVector{6.0, -4.0}));
+    SampleVector audio(9, 7.0);
+    FmDecoder::stereo_to_left_right({1.0, 2.0, 3.0}, {0.5, -1.0}, audio);
+    EXPECT_EQ(audio, (SampleVector{1.5, 0.5, 1.0, 3.0}));
+    FmDecoder::stereo_to_left_right({1.0}, {0.5, -1.0}, audio);
+    EXPECT_EQ(audio, (SampleVector{1.5, 0.5}));
+    FmDecoder::mono_to_left_right({4.0, 5.0}, audio);
+    EXPECT_EQ(audio, (SampleVector{4.0, 4.0, 5.0, 5.0}));
+}
+
+TEST(FmDecoderDeathTest, BrokenInvariantsStopTheProgram)
+{
+    SampleVector raw(3);
+    EXPECT_DEATH(FmDecoder::demod_stereo({1.0}, raw), "n == samples_rawstereo.size\\(\\)");
+    EXPECT_DEATH(DownsampleFilter(16, 0.2, 0.5, false), "downsample >= 1");
+    EXPECT_DEATH(DownsampleFilter(1, 0.2, 2.0, false), "filter_order > 1");
+}
+
 TEST(FmDecoderTest, StereoSwitchedOffAndOnAgainGoesOn)
 {
     Station station;

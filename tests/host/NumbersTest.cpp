@@ -46,5 +46,7 @@ TEST(NumbersTest, WritesWhatItCanReadBack)
         EXPECT_EQ(host::formatNumber(value), text);
         EXPECT_DOUBLE_EQ(*host::parseNumber(host::formatNumber(value)), value);
     }
+    EXPECT_EQ(host::formatHertz(14074000.0), "14.074 MHz");
+    EXPECT_EQ(host::formatHertz(-300.0), "-300 Hz");
 }
 } // namespace

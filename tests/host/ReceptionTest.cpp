@@ -51,6 +51,11 @@ struct ToneCase
     double carrierHz;    // from the tuned frequency
 };
 
+std::ostream &operator<<(std::ostream &out, const ToneCase &c)
+{
+    return out << c.mode << " at " << c.rateHz << " Hz, carrier at " << c.carrierHz << " Hz";
+}
+
 class ReceptionToneTest : public testing::TestWithParam<ToneCase>
 { };
 

@@ -62,6 +62,8 @@ Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
 
     m_engine->setSampleRate(settings.rateHz);
     m_engine->setModulation(0, settings.mode);
+    // Levels are judged: the gain control stays at 0 dB below full scale and only delays.
+    m_engine->setAgcGain(0, 0);
     m_engine->setSsbFilterTaps(settings.taps);
     m_engine->setAmFilterTaps(settings.taps);
     m_engine->setDigFilterTaps(settings.taps);

@@ -2,6 +2,7 @@
 #include "BandFile.h"
 
 #include "../TextScanner.h"
+#include "BandLine.h"
 #include "BandScene.h"
 #include "CwModulator.h"
 #include "SpeechSynthesis.h"
@@ -11,118 +12,12 @@
 #include <fstream>
 #include <map>
 #include <numbers>
-#include <set>
-#include <stdexcept>
 
 namespace vr
 {
 namespace
 {
 constexpr double kToneClipSeconds = 10.0; // a tone is rounded to whole cycles in it: 0.1 Hz
-
-/// What is wrong with a line, without its place.
-struct LineError : std::runtime_error
-{
-    using std::runtime_error::runtime_error;
-};
-
-std::string inQuotes(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
-
-/// The key=value words of a line. Every value that is asked for counts as used; finish() complains
-/// about the others.
-class Words
-{
-public:
-    explicit Words(std::string_view line)
-    {
-        TextScanner scan(line);
-        for (skipBlanks(scan); !scan.atEnd(); skipBlanks(scan)) {
-            const std::string key(scan.takeUntil("= \t"));
-            if (!scan.take("="))
-                throw LineError(inQuotes(key) + " needs a value: " + key + "=...");
-            std::string_view value;
-            if (scan.take("\"")) {
-                value = scan.takeUntil("\"");
-                if (!scan.take("\""))
-                    throw LineError("the text of " + inQuotes(key) + " has no closing quote");
-            } else {
-                value = scan.takeUntil(" \t");
-            }
-            if (!m_values.emplace(key, value).second)
-                throw LineError(inQuotes(key) + " is given twice");
-        }
-    }
-
-    bool has(const std::string &key) const { return m_values.count(key) > 0; }
-
-    std::string text(const std::string &key)
-    {
-        m_used.insert(key);
-        return m_values.at(key);
-    }
-
-    double number(const std::string &key, double otherwise)
-    {
-        return has(key) ? parseNumber(key, text(key)) : otherwise;
-    }
-
-    double number(const std::string &key, double otherwise, double low, double high)
-    {
-        const double value = number(key, otherwise);
-        if (value < low || value > high)
-            throw LineError(inQuotes(key) + " must be " + trimmed(low) + " to " + trimmed(high)
-                + ", not " + inQuotes(m_values[key]));
-        return value;
-    }
-
-    bool flag(const std::string &key, bool otherwise)
-    {
-        if (!has(key))
-            return otherwise;
-        const std::string value = text(key);
-        if (value != "yes" && value != "no")
-            throw LineError(inQuotes(key) + " must be yes or no, not " + inQuotes(value));
-        return value == "yes";
-    }
-
-    static double parseNumber(const std::string &key, std::string_view text)
-    {
-        TextScanner scan(text);
-        double value = 0.0;
-        const bool good = scan.take(value);
-        const double factor = scan.take("k") ? 1e3 : scan.take("M") ? 1e6 : 1.0;
-        if (!good || !scan.atEnd() || !std::isfinite(value))
-            throw LineError(inQuotes(key) + " is not a number: " + inQuotes(text));
-        return value * factor;
-    }
-
-    void finish(const std::string &line) const
-    {
-        for (const auto &[key, value] : m_values) {
-            if (!m_used.count(key))
-                throw LineError("a " + line + " has no " + inQuotes(key) + " here");
-        }
-    }
-
-private:
-    static void skipBlanks(TextScanner &scan)
-    {
-        while (scan.take(" ") || scan.take("\t")) { }
-    }
-
-    static std::string trimmed(double value)
-    {
-        std::string text = std::to_string(value);
-        text.erase(text.find_last_not_of('0') + 1);
-        return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
-    }
-
-    std::map<std::string, std::string> m_values;
-    std::set<std::string> m_used;
-};
 
 StationMode parseMode(const std::string &name)
 {
@@ -145,7 +40,7 @@ std::shared_ptr<const AudioClip> toneClip(const std::string &tones)
     std::vector<double> cycles; // per sample
     TextScanner scan(tones);
     do {
-        const double hz = Words::parseNumber("tone", scan.takeUntil(","));
+        const double hz = BandLine::parseNumber("tone", scan.takeUntil(","));
         if (hz <= 0.0 || hz > 5000.0)
             throw LineError("\"tone\" must be above 0 and at most 5000 Hz, not " + inQuotes(tones));
         cycles.push_back(std::round(hz * kToneClipSeconds) / kToneClipSeconds / kAudioRateHz);
@@ -180,7 +75,7 @@ public:
         const std::string keyword = line.substr(begin, end - begin);
         if (keyword != "band" && keyword != "station")
             throw LineError("unknown line " + inQuotes(keyword) + " (band, station)");
-        Words words(std::string_view(line).substr(end));
+        BandLine words(std::string_view(line).substr(end));
         keyword == "band" ? readBandLine(words) : readStation(words);
         words.finish(keyword);
     }
@@ -193,7 +88,7 @@ public:
     }
 
 private:
-    void readBandLine(Words &words)
+    void readBandLine(BandLine &words)
     {
         if (m_bandSeen)
             throw LineError("a second band line");
@@ -208,7 +103,7 @@ private:
         m_repeat = words.flag("repeat", true);
     }
 
-    void readStation(Words &words)
+    void readStation(BandLine &words)
     {
         if (!m_bandSeen)
             throw LineError("the band line must come before the first station");
@@ -233,7 +128,7 @@ private:
         m_band.stations.push_back(std::move(station));
     }
 
-    void readProgramme(Words &words, StationDescription &station)
+    void readProgramme(BandLine &words, StationDescription &station)
     {
         const bool cw = station.mode == StationMode::Cw;
         if (cw && !words.has("text"))
@@ -247,7 +142,7 @@ private:
         station.clip = cw ? keyed(words) : audio(words);
     }
 
-    static std::shared_ptr<const AudioClip> keyed(Words &words)
+    static std::shared_ptr<const AudioClip> keyed(BandLine &words)
     {
         auto clip = std::make_shared<AudioClip>();
         clip->samples =
@@ -258,7 +153,7 @@ private:
         return clip;
     }
 
-    std::shared_ptr<const AudioClip> audio(Words &words) const
+    std::shared_ptr<const AudioClip> audio(BandLine &words) const
     {
         if (words.has("tone"))
             return toneClip(words.text("tone"));

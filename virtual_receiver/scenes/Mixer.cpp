@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Mixer.h"
 
+#include "../TargetClones.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -20,8 +22,7 @@ struct Tone
     double im[kChunk];
 };
 
-[[gnu::target_clones("default,arch=x86-64-v3")]] void makeTone(
-    double phase, double frequency, std::size_t count, Tone &tone)
+VR_TARGET_CLONES void makeTone(double phase, double frequency, std::size_t count, Tone &tone)
 {
     double re[kLanes];
     double im[kLanes];

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Resampler.h"
 
+#include "../TargetClones.h"
 #include "Kaiser.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace
 {
 constexpr std::size_t kLanes = 8;
 
-[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample dot(
+VR_TARGET_CLONES Sample dot(
     const double *filter, const double *re, const double *im, std::size_t taps)
 {
     double sumRe[kLanes] = {};

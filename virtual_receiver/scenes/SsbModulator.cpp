@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SsbModulator.h"
 
+#include "../TargetClones.h"
 #include "Kaiser.h"
 
 #include <cmath>
@@ -16,8 +17,7 @@ constexpr double kStopHz = -300.0; // of the other side band
 constexpr double kAttenuationDb = 106.0;
 constexpr std::size_t kLanes = 8;
 
-[[gnu::target_clones("default,arch=x86-64-v3,arch=x86-64-v4")]] Sample dot(
-    const double *re, const double *im, const double *x, std::size_t taps)
+VR_TARGET_CLONES Sample dot(const double *re, const double *im, const double *x, std::size_t taps)
 {
     double sumRe[kLanes] = {};
     double sumIm[kLanes] = {};

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "../RunBlocks.h"
 #include "DspCore/fft/FFT64.h"
 #include "DspCore/filters/Biquad.h"
 #include "DspCore/filters/DcBlock.h"
@@ -6,26 +7,10 @@
 #include "DspCore/filters/Iir.h"
 #include "DspCore/filters/Resampler.h"
 #include "DspCore/filters/Window64.h"
-#include "support/Signals.h"
-
-#include <algorithm>
-#include <benchmark/benchmark.h>
 
 namespace
 {
-/// Runs `process(block)` over a fresh copy of noise each round; the first argument is the length.
-template <typename Process>
-void runBlocks(benchmark::State &state, Process process)
-{
-    const auto source = test::noise(int(state.range(0)), 1);
-    auto block = source;
-    for (auto _ : state) {
-        std::copy(source.begin(), source.end(), block.begin());
-        process(block);
-        benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
+using bench::runBlocks;
 
 void BM_CopyAlone(benchmark::State &state) // is part of every figure below
 {

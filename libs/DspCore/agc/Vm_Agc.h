@@ -125,9 +125,11 @@ private:
     T pole(T ms) const { return std::exp(T(-1000) / (ms * mSampleRate)); }
     static T linear(T db) { return std::pow(T(10), db * T(0.05)); }
 
+    // At least one sample, also at a rate that is no rate.
     std::size_t ringLength(T attackMs) const
     {
-        return static_cast<std::size_t>(std::round(attackMs * mSampleRate * kLookAheadPerMs));
+        const T samples = std::round(attackMs * mSampleRate * kLookAheadPerMs);
+        return samples > T(1) ? static_cast<std::size_t>(samples) : 1;
     }
 
     // Attack changes arrive inside the sample path, where nothing may be allocated.

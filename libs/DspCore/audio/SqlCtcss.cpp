@@ -4,7 +4,10 @@
 #include "DspCore/audio/CtcssTones.h"
 #include "signal_primitives/ipps.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cmath>
+#include <limits>
 
 namespace DspCore
 {
@@ -35,7 +38,8 @@ SqlCtcss::SqlCtcss()
 void SqlCtcss::design()
 {
     mHighPass.init(Biquad::Type::HighPass, kHighPassHz / mSampleRate, kHighPassQuality, 0.0);
-    const double tone = Velmora::CTCSS[static_cast<std::size_t>(mTone)];
+    const int last = static_cast<int>(Velmora::CTCSS.size()) - 1;
+    const double tone = Velmora::CTCSS[static_cast<std::size_t>(std::clamp(mTone, 0, last))];
     mToneFilter.init((tone - kToneHalfWidthHz) / mSampleRate,
         (tone + kToneHalfWidthHz) / mSampleRate, kToneFilterTaps);
 }
@@ -66,6 +70,7 @@ void SqlCtcss::process(COMPLEX *buffer, int length, double level)
             doSqualch(buffer, length);
         return;
     }
+    assert(length <= SIGNAL_MAX_SIZE);
     ippsCopy_64fc(buffer, mCopy.data(), length);
     mHighPass.process(buffer, length);
     mToneFilter.process(mCopy.data(), length);
@@ -86,7 +91,8 @@ const std::vector<int> &SqlCtcss::findCTCSS_ID(const COMPLEX *buffer, int length
     for (int k = 0; k + 1 < length; ++k) {
         const bool falling = buffer[k].im >= 0.0 && buffer[k + 1].im < 0.0;
         if (!falling || mPeriod < shortest) {
-            ++mPeriod;
+            // Digital silence has no crossings for as long as it lasts.
+            mPeriod += mPeriod < std::numeric_limits<int>::max();
             continue;
         }
         const double frequency = mSampleRate / mPeriod;

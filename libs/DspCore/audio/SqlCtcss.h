@@ -27,8 +27,8 @@ public:
     void setEnableSql(bool enable) { mEnableSql = enable; }
     void setEnable(bool enable) { mEnable = enable; }
 
-    /// Index into Velmora::CTCSS, 0..41, unchecked. Comparison follows at once; the filter moves
-    /// at the next setSampleRate().
+    /// Index into Velmora::CTCSS, 0..41, unchecked; the filter takes the nearest one. Comparison
+    /// follows at once; the filter moves at the next setSampleRate().
     void setTone(int index) { mTone = index; }
 
     /// On the scale of the level given to process(), dBm.

@@ -4,6 +4,8 @@
 #include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
+#include <cassert>
+
 namespace DspCore
 {
 namespace
@@ -45,6 +47,7 @@ void DemodulatorAM::process(COMPLEX *buffer, int length)
         vm::log::warning(Q_FUNC_INFO, " : Incorrect input parameters!");
         return;
     }
+    assert(length <= SIGNAL_MAX_SIZE);
     ippsMagnitude_64fc(buffer, mMagnitude.data(), length);
     ippsRealToCplx_64f(mMagnitude.data(), mMagnitude.data(), buffer, length);
     mDcBlock.process(buffer, length);

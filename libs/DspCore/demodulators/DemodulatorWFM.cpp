@@ -123,6 +123,7 @@ void DemodulatorWFM::demodulation(COMPLEX *buffer, int length)
 
 bool DemodulatorWFM::processPilotPll(const COMPLEX *buffer, int length)
 {
+    assert(length <= kWorkSize);
     for (int n = 0; n < length; ++n) {
         const double c = std::cos(mPhase);
         const double s = std::sin(mPhase);
@@ -140,6 +141,7 @@ bool DemodulatorWFM::processPilotPll(const COMPLEX *buffer, int length)
 
 void DemodulatorWFM::addStereo(COMPLEX *buffer, int length)
 {
+    assert(length <= kWorkSize);
     ippsCopy_64fc(buffer, mPilot.data(), length);
     mPilotFir.process(mPilot.data(), length);
     mPilotBandPass.process(mPilot.data(), length);
@@ -174,7 +176,6 @@ void DemodulatorWFM::process(COMPLEX *buffer, int length)
         vm::log::warning(Q_FUNC_INFO, __LINE__, " : Incorrect input parameters!");
         return;
     }
-    assert(length <= SIGNAL_MAX_SIZE);
     demodulation(buffer, length);
     if (mStereo)
         addStereo(buffer, length);

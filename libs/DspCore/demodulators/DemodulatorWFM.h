@@ -21,7 +21,7 @@ public:
     /// 48 kHz, mono, 50 us.
     DemodulatorWFM();
 
-    /// In place, length 1..SIGNAL_MAX_SIZE. A null buffer or a length below 1 is reported and left
+    /// In place, length 1..16384. A null buffer or a length below 1 is reported and left
     /// alone. Allocates nothing.
     void process(COMPLEX *buffer, int length);
 
@@ -56,7 +56,7 @@ private:
     void designDeemphasis();
     void addStereo(COMPLEX *buffer, int length);
 
-    static constexpr std::size_t kWorkSize = 16384;
+    static constexpr int kWorkSize = 16384;
 
     bool mStereo = false;
     double mSampleRate = 48000.0;

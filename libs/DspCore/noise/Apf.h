@@ -27,8 +27,13 @@ public:
         mPeak.init(Biquad::Type::Peak, frequency, quality, gainDb);
     }
 
-    /// In place; passes through while switched off. Allocates nothing.
-    void process(COMPLEX *buffer, int length) { mPeak.process(buffer, length); }
+    /// In place; passes through while switched off. Does nothing for a null buffer or a length
+    /// below 1. Allocates nothing.
+    void process(COMPLEX *buffer, int length)
+    {
+        if (buffer != nullptr && length > 0)
+            mPeak.process(buffer, length);
+    }
 
 private:
     Biquad mPeak;

@@ -37,6 +37,13 @@ public:
         });
     }
 
+    /// See LmsPredictor.
+    static double calcRms(const COMPLEX *buffer, int length)
+    {
+        return LmsPredictor::calcRms(buffer, length);
+    }
+    static COMPLEX Cmul(COMPLEX a, COMPLEX b) { return LmsPredictor::Cmul(a, b); }
+
 private:
     bool mEnable = false;
     LmsPredictor mPredictor{60, 64, 0.0007, 1e-05};

@@ -4,6 +4,7 @@
 #include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
+#include <cassert>
 #include <utility>
 
 namespace DspCore
@@ -54,6 +55,7 @@ void Dse::process(COMPLEX *buffer, int length)
     }
     if (!mEnable)
         return;
+    assert(length <= SIGNAL_MAX_SIZE);
     ippsCopy_64fc(buffer, mBelowBlock.data(), length);
     ippsCopy_64fc(buffer, mAboveBlock.data(), length);
     mBelow.process(mBelowBlock.data(), length);

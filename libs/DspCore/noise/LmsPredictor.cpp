@@ -2,6 +2,7 @@
 #include "DspCore/noise/LmsPredictor.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace DspCore
 {
@@ -94,13 +95,27 @@ void LmsPredictor::clear()
         std::fill(array->begin(), array->end(), 0.0);
 }
 
+double LmsPredictor::calcRms(const COMPLEX *buffer, int length)
+{
+    double sum = 0.0;
+    for (int n = 0; n < length; ++n)
+        sum += buffer[n].re * buffer[n].re + buffer[n].im * buffer[n].im;
+    return std::sqrt(sum);
+}
+
+COMPLEX LmsPredictor::Cmul(COMPLEX a, COMPLEX b)
+{
+    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+
 COMPLEX LmsPredictor::step(COMPLEX x, double keep)
 {
     mLineRe[static_cast<std::size_t>(mPosition)] = x.re;
     mLineIm[static_cast<std::size_t>(mPosition)] = x.im;
 
     const int taps = std::min(mTaps, kMostTaps);
-    const int first = (mDelay + mPosition) & kMask;
+    const int first = static_cast<int>(
+        (static_cast<unsigned>(mDelay) + static_cast<unsigned>(mPosition)) & unsigned{kMask});
 
     // The line is a ring: the weights meet it in stretches that end where it wraps.
     const auto overStretches = [&](auto &&work) {

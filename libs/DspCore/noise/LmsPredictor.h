@@ -33,6 +33,12 @@ public:
     /// Zeroes line and weights; the write position stays.
     void clear();
 
+    /// Square root of the sum (not the mean) of the squared magnitudes.
+    static double calcRms(const COMPLEX *buffer, int length);
+
+    /// Complex product.
+    static COMPLEX Cmul(COMPLEX a, COMPLEX b);
+
     /// Passes each sample x and its prediction y through output(x, y), whose result replaces the
     /// sample, and adapts. Allocates nothing.
     template <typename Output>

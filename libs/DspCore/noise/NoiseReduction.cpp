@@ -4,7 +4,6 @@
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace DspCore
 {
@@ -20,19 +19,12 @@ void NoiseReduction::setEnable(bool enable)
     clear();
 }
 
-double NoiseReduction::calcRms(const COMPLEX *buffer, int length)
-{
-    double sum = 0.0;
-    for (int n = 0; n < length; ++n)
-        sum += buffer[n].re * buffer[n].re + buffer[n].im * buffer[n].im;
-    return std::sqrt(sum);
-}
-
-void NoiseReduction::newGain(double in, double out)
+double NoiseReduction::newGain(double in, double out)
 {
     const double ratio =
         std::min(kHighestRatio, std::max(kLevelFloor, in) / std::max(kLevelFloor, out) * 0.5);
     mGain = 0.98 * mGain + 0.02 * ratio;
+    return mGain;
 }
 
 void NoiseReduction::process(COMPLEX *buffer, int length)
@@ -41,8 +33,8 @@ void NoiseReduction::process(COMPLEX *buffer, int length)
         return;
     const double in = calcRms(buffer, length);
     mPredictor.process(buffer, length, [](COMPLEX, COMPLEX predicted) { return predicted; });
-    newGain(in, calcRms(buffer, length));
-    ippsMulC_64f_I(mGain, &buffer->re, 2 * length);
+    const double gain = newGain(in, calcRms(buffer, length));
+    ippsMulC_64f_I(gain, &buffer->re, 2 * length);
 }
 
 void NoiseReduction::process(std::vector<COMPLEX> &buffer)

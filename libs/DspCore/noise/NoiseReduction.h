@@ -29,12 +29,18 @@ public:
     void process(COMPLEX *buffer, int length);
     void process(std::vector<COMPLEX> &buffer);
 
-    /// Square root of the sum (not the mean) of the squared magnitudes.
-    static double calcRms(const COMPLEX *buffer, int length);
+    /// Takes one step of the gain towards half the ratio of the levels in front of and behind the
+    /// predictor, as calcRms() gives them, and returns the gain.
+    double newGain(double in, double out);
+
+    /// See LmsPredictor.
+    static double calcRms(const COMPLEX *buffer, int length)
+    {
+        return LmsPredictor::calcRms(buffer, length);
+    }
+    static COMPLEX Cmul(COMPLEX a, COMPLEX b) { return LmsPredictor::Cmul(a, b); }
 
 private:
-    void newGain(double in, double out);
-
     bool mEnable = false;
     double mGain = 1.0; // smoothed over blocks; lives through clear() and all setters
     LmsPredictor mPredictor{70, 45, 0.0007, 1e-05};

@@ -12,11 +12,5 @@ struct AgcParam
     double decay = 600.0; // ms
     quint32 hang = 600;   // ms
     bool on = true;       // false: fixed gain
-
-    friend bool operator==(const AgcParam &, const AgcParam &) = default;
 };
-
-/// The same record inside the ranges of the gain control: attack 0.1..5.0, decay 1.0..3000.0 and
-/// hang 1..3000 ms.
-AgcParam limited(const AgcParam &param);
 } // namespace DspCore

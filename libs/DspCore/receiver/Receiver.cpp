@@ -11,6 +11,12 @@ namespace
 {
 constexpr unsigned kOutletSize = 16384; // samples, a third of a second at 48 kHz
 constexpr double kFixedGain = 0.7;      // linear, of each channel before the volume controls
+
+bool isDigital(DspCore::Modulation modulation)
+{
+    return modulation == DspCore::Modulation::DIGL || modulation == DspCore::Modulation::DIGU
+        || modulation == DspCore::Modulation::DRM;
+}
 } // namespace
 
 namespace DspCore
@@ -24,6 +30,7 @@ Receiver::Receiver(QObject *parent)
     setUpBandFilters();
     setUpWideBandFilter();
     setUpMixers();
+    setUpTools();
 }
 
 void Receiver::process(COMPLEX *buffer, int len)
@@ -33,12 +40,13 @@ void Receiver::process(COMPLEX *buffer, int len)
         return;
 
     takeInput(buffer, len);
+    mInputMeter.process(a().input.data(), len);
     const Modulation modulation = mSwitcher.modulation(); // of the whole block
     if (mSwitcher.takeClear())
         clearInFade();
     tune(len);
     if (modulation == Modulation::WFM)
-        mWideFm.process(a(), len);
+        runWide(len);
     else
         runNarrow(modulation, len);
     runTail();
@@ -55,16 +63,22 @@ void Receiver::takeInput(const COMPLEX *buffer, int len)
 void Receiver::clearInFade()
 {
     clearFilters();
+    for (ReceiverChannel &channel : mChannels)
+        channel.sqlCtcss.clear();
     applyAgcParams();
+    clearAgc();
 }
 
 void Receiver::applyAgcParams()
 {
+    if (mAgcQueue.empty())
+        return;
     // Only the newest counts, as it does when someone turns a knob through many values.
-    while (!mAgcQueue.empty()) {
-        mAgcApplied = limited(mAgcQueue.back());
-        mAgcQueue.pop_front();
-    }
+    const AgcParam newest = mAgcQueue.back();
+    mAgcQueue.clear();
+    for (ReceiverChannel &channel : mChannels)
+        channel.agc.setOn(newest.on);
+    setAgcTimes(newest);
 }
 
 void Receiver::tune(int len)
@@ -86,12 +100,22 @@ void Receiver::runNarrow(Modulation modulation, int len)
         channel.decimate(std::min(len, longestInput()));
     shiftDigital(modulation);
     filterBand();
-    if (modulation == Modulation::DRM)
-        shiftDrm();
+    demodulate(modulation);
+    if (!isDigital(modulation))
+        cleanUp();
     mVac.write(a().output.data(), a().length);
     if (modulation == Modulation::LSB)
         swapParts();
+    if (modulation != Modulation::NFM)
+        controlLevel();
     finish(modulation);
+}
+
+void Receiver::runWide(int len)
+{
+    mWideFm.process(a(), len);
+    if (a().length > 0)
+        a().equalizer.process(a().output.data(), unsigned(a().length));
 }
 
 /// A block of a few input samples may give none at the output rate, and the filters take no empty
@@ -118,13 +142,60 @@ void Receiver::shiftDigital(Modulation modulation)
 
 void Receiver::filterBand()
 {
-    forEachWithSamples([](ReceiverChannel &c) { c.bandFilter.process(c.output.data(), c.length); });
+    forEachWithSamples([](ReceiverChannel &c) {
+        c.bandFilter.process(c.output.data(), c.length);
+        c.meter.process(c.output.data(), c.length);
+    });
 }
 
-void Receiver::shiftDrm()
+void Receiver::demodulate(Modulation modulation)
 {
-    if (a().length > 0)
-        mDrmMixer.process(a().output.data(), a().length);
+    switch (modulation) {
+    case Modulation::AM:
+        return forEachWithSamples(
+            [](ReceiverChannel &c) { c.am.process(c.output.data(), c.length); });
+    case Modulation::SAM:
+        return forEachWithSamples(
+            [](ReceiverChannel &c) { c.sam.process(c.output.data(), c.length); });
+    case Modulation::LSB:
+    case Modulation::USB:
+        return forEachWithSamples(
+            [](ReceiverChannel &c) { c.ssbApf.process(c.output.data(), c.length); });
+    case Modulation::CW:
+        return forEachWithSamples([](ReceiverChannel &c) {
+            c.cw.process(c.output.data(), c.length);
+            c.cwApf.process(c.output.data(), c.length);
+        });
+    case Modulation::NFM:
+        return forEachWithSamples([](ReceiverChannel &c) {
+            c.nfm.process(c.output.data(), c.length);
+            c.sqlCtcss.process(c.output.data(), c.length, c.level);
+        });
+    case Modulation::DRM:
+        if (a().length > 0)
+            mDrmMixer.process(a().output.data(), a().length);
+        return;
+    default: // DSB and the mixed digital modes are what the band filter gives
+        return;
+    }
+}
+
+void Receiver::cleanUp()
+{
+    forEachWithSamples([](ReceiverChannel &c) {
+        c.anf.process(c.output.data(), c.length);
+        c.nr.process(c.output.data(), c.length);
+        c.equalizer.process(c.output.data(), unsigned(c.length));
+    });
+}
+
+/// The squelch knows the level of the last block only, so it opens and closes one block late.
+void Receiver::controlLevel()
+{
+    forEachWithSamples([](ReceiverChannel &c) {
+        c.agc.process(c.output.data(), unsigned(c.length));
+        c.sql.process(c.output.data(), c.length, c.level);
+    });
 }
 
 /// Mirrors the spectrum, so that the lower sideband goes on as an upper one.
@@ -136,7 +207,8 @@ void Receiver::swapParts()
     }
 }
 
-/// Digital modes hand out the complex signal; all others are heard with both ears.
+/// Digital modes hand out the complex signal. Binaural sideband modes and CW do so too, to the two
+/// ears; the other modes are mono, and binaural delays one ear.
 void Receiver::finish(Modulation modulation)
 {
     switch (modulation) {
@@ -144,10 +216,34 @@ void Receiver::finish(Modulation modulation)
     case Modulation::DIGU:
     case Modulation::DRM:
         return;
+    case Modulation::LSB:
+    case Modulation::USB:
+        if (!mBin)
+            copyToBothEars();
+        return;
+    case Modulation::CW:
+        return finishCw();
     default:
+        copyToBothEars();
         for (ReceiverChannel &channel : mChannels)
-            channel.copyLeftToRight();
+            channel.binaural.process(channel.output.data(), unsigned(channel.length));
     }
+}
+
+void Receiver::finishCw()
+{
+    if (mBin)
+        return;
+    if (a().dse.enable())
+        forEachWithSamples([](ReceiverChannel &c) { c.dse.process(c.output.data(), c.length); });
+    else
+        copyToBothEars();
+}
+
+void Receiver::copyToBothEars()
+{
+    for (ReceiverChannel &channel : mChannels)
+        channel.copyLeftToRight();
 }
 
 void Receiver::runTail()
@@ -158,9 +254,11 @@ void Receiver::runTail()
     applyMainVolume();
     if (mChannelBInUse)
         addChannelB();
+    mClipper.process(a().output.data(), unsigned(a().length));
     if (mSoundCardCallback)
         mSoundCardCallback(gsl::span<COMPLEX>(a().output.data(), std::size_t(a().length)));
     mBuffer.write(a().output.data(), a().length);
+    readMeters();
 }
 
 void Receiver::applyFixedGain()
@@ -191,9 +289,19 @@ void Receiver::addChannelB()
         ippsAdd_64fc_I(b().output.data(), a().output.data(), length);
 }
 
+void Receiver::readMeters()
+{
+    mAdcRe = mInputMeter.adcRe();
+    mAdcIm = mInputMeter.adcIm();
+    for (ReceiverChannel &channel : mChannels)
+        channel.level = channel.meter.dbm();
+    mWfmStereoSeen = mWideFm.isStereo();
+}
+
 void Receiver::clear()
 {
     clearFilters();
+    clearAgc();
     mSwitcher.clear();
 }
 
@@ -204,6 +312,21 @@ void Receiver::clearFilters()
         channel.preFilter.clear();
         channel.decimator.clear();
         channel.bandFilter.clear();
+        channel.ssbApf.clear();
+        channel.am.clear();
+        channel.sam.clear();
+        channel.nfm.clear();
+        channel.equalizer.clear();
+        channel.nr.clear();
+        channel.anf.clear();
+        channel.cwApf.clear();
+        channel.dse.clear();
     }
+}
+
+void Receiver::clearAgc()
+{
+    for (ReceiverChannel &channel : mChannels)
+        channel.agc.clear();
 }
 } // namespace DspCore

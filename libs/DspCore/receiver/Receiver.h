@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/agc/Vm_Clipper.h"
+#include "DspCore/audio/RxMeter.h"
 #include "DspCore/filters/DownConverter.h"
 #include "DspCore/receiver/AgcParam.h"
 #include "DspCore/receiver/GainRamp.h"
@@ -11,6 +13,7 @@
 #include "vm_library/source/containers/CircularBuffer.h"
 
 #include <QObject>
+#include <QVector>
 
 #include <gsl/span>
 
@@ -22,14 +25,24 @@ namespace DspCore
 {
 /// Turns blocks of IQ samples into audio for two tuned frequencies, channels A and B.
 ///
-///     block ─┬─ A: oscillator ─┬─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
-///            │                 └─ (wide FM) band filter ─ resampler ─────> tail            │
-///            └─ B: the same without wide FM                                                │
-///         ┌────────────────────────────────────────────────────────────────────────────────┘
-///         └─ DRM mixer (A) ─┬─ swap of the parts (LSB) ─ both ears ─> tail
-///                           └─> vac()
-///     tail ─ mode fade ─┬─ fixed gain ─ main volume ─ A + B ─ sound-card hook ─> buffer()
-///                       └─> lineout()
+///     block ─┬─ input meter
+///            ├─ A: oscillator ─┬─ (wide FM) band filter ─ meter ─ decoder ─ equalizer ─> tail
+///            │                 └─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
+///            └─ B: the same without wide FM                                              │
+///      ┌─────────────────────────────────────────────────────────────────────────────────┘
+///      └─ meter ─┬─ demodulator ─ peak filter (SSB, CW) ─ tone squelch (NFM) ─┐
+///                │   ┌────────────────────────────────────────────────────────┘
+///                │   └─ auto notch ─ noise reduction ─ equalizer ─┐
+///                └─ (digital modes) DRM mixer on A ───────────────┴─┬─> vac()
+///      ┌────────────────────────────────────────────────────────────┘
+///      └─ swap of the parts (LSB) ─ AGC ─ squelch (neither in NFM) ─ both ears ─> tail
+///     tail ─ mode fade ─┬─> lineout()
+///                       └─ fixed gain ─ main volume ─ A + B ─ clipper ─┬─> sound-card hook
+///                                                                      └─> buffer()
+///
+/// "Both ears": mono, or the two halves of the spectrum around the CW tone (DSE), or in binaural
+/// the complex signal (SSB, CW) and mono with one ear late (AM, SAM, DSB, NFM). Digital modes hand
+/// out the complex signal.
 ///
 /// The blocks up to the decimator run at the input rate, all others at the output rate. Channel B
 /// always runs; it joins the sum, and the gains of the channels act, while setEnableVfob() is on.
@@ -57,7 +70,7 @@ public:
     void process(COMPLEX *buffer, int len);
 
     /// Empties the history of all filters, makes the mode asked for current and ends any fade. The
-    /// outlets, oscillators and gains stay.
+    /// outlets, oscillators, gains and tone squelches stay.
     void clear();
 
     /// A rate fuzzily equal to the present one does nothing. Both clear(). The input rate also
@@ -89,9 +102,12 @@ public:
     /// ms, hang truncated.
     void setAgcParam(bool on, double attack, double decay, double hang);
 
-    /// The parameters in force, limited to their ranges: the newest that a fade has reached. A new
-    /// output rate takes over the times at once.
-    const AgcParam &agcParam() const { return mAgcApplied; }
+    /// Highest gain of the gain control and its gain while off, of both channels whatever the
+    /// channel: -19..120 and -60..120 dB.
+    void setAgcGain(unsigned int channel, int gain);
+
+    /// Pitch of a CW station in tune; the CW peak filter and the DSE sit there as well.
+    void setCwTone(int tone);
 
     void setDiglOffset(int offset);
     void setDiguOffset(int offset);
@@ -107,6 +123,50 @@ public:
 
     /// Whether channel B is heard.
     void setEnableVfob(bool enable);
+
+    /// Complex signal or delayed ear instead of mono, see above.
+    void setBin(bool enable);
+
+    /// Peak filters of SSB and of CW. Quality at least 0.1; every change empties the filter.
+    void setApf(bool enable);
+    void setSsbApfGain(int gainDb);
+    void setSsbApfQuality(double quality);
+    void setSsbApfFreq(int frequency);
+    void setCwApfGain(int gainDb);
+    void setCwApfQuality(int quality);
+
+    /// Noise reduction and auto notch, see LmsPredictor. Switch, taps and delay start them anew.
+    void setNr(bool enable);
+    void setNrTaps(int taps);
+    void setNrDelay(int samples);
+    void setNrRate(double rate);
+    void setNrLeak(double leak);
+    void setAnf(bool enable);
+    void setAnfTaps(int taps);
+    void setAnfDelay(int samples);
+    void setAnfRate(double rate);
+    void setAnfLeak(double leak);
+
+    /// Spreads CW between the ears while binaural is off; its quality is the length in taps.
+    void setDse(bool enable);
+    void setDseQuality(int taps);
+    void setDseSwap(bool swap);
+
+    /// Gains in dB, lowest band first; any other number of them than 18 is ignored.
+    void setEqualizerEnable(bool enable);
+    void setEqualizerGains(const QVector<int> &gains);
+
+    /// Squelch by level, threshold in dBm, of one channel; in NFM by tone as well, of both. A tone
+    /// index below 0 counts as 0.
+    void setSqlEnable(unsigned int channel, bool enable);
+    void setSqlValue(unsigned int channel, int threshold);
+    void setEnableCTCSS(bool enable);
+    void setToneCTCSS(int index);
+
+    /// Wide FM in stereo where a pilot is; a change of a rate switches it on again. The region
+    /// changes nothing that is heard.
+    void setWfmStereo(bool stereo);
+    void setWfmUsa(bool usa);
 
     /// Called inside process() with the block that goes to buffer(), whether or not it fits there.
     void setSoundCardCallback(SoundCardCallback callback);
@@ -136,6 +196,14 @@ private:
     ReceiverChannel &b() { return mChannels[1]; }
     bool exists(unsigned int channel) const { return channel < mChannels.size(); }
 
+    /// Of a peak filter.
+    struct ApfSetting
+    {
+        double frequency; // Hz
+        double quality;
+        double gainDb;
+    };
+
     template <typename Step>
     void forEachWithSamples(Step step);
 
@@ -145,24 +213,36 @@ private:
     void applyAgcParams();
     void tune(int len);
     int longestInput() const;
+    void runWide(int len);
     void runNarrow(Modulation modulation, int len);
     void shiftDigital(Modulation modulation);
     void filterBand();
-    void shiftDrm();
+    void demodulate(Modulation modulation);
+    void cleanUp();
     void swapParts();
+    void controlLevel();
     void finish(Modulation modulation);
+    void finishCw();
+    void copyToBothEars();
     void runTail();
     void applyFixedGain();
     void applyMainVolume();
     void addChannelB();
+    void readMeters();
 
     void clearFilters();
+    void clearAgc();
     void setUpVolumeRamp();
     void setUpRates();
     void setUpPreFilters();
     void setUpBandFilters();
     void setUpWideBandFilter();
     void setUpMixers();
+    void setUpTools();
+    void setUpSsbApf();
+    void setUpCwApf();
+    void setToolRates();
+    void setAgcTimes(const AgcParam &param);
 
     double mInputRate = 192000.0; // Hz
     double mOutputRate = 48000.0; // Hz
@@ -175,21 +255,24 @@ private:
     bool mChannelBInUse = false;
     bool mMainMute = false;
 
+    bool mBin = false;
+    ApfSetting mSsbApf{500.0, 1.0, 20.0};
+    ApfSetting mCwApf{700.0, 6.0, 30.0}; // the frequency is the CW tone
+
     AgcParam mAgcParam;             // as asked for
-    AgcParam mAgcApplied;           // in force
     std::deque<AgcParam> mAgcQueue; // waiting for the bottom of a fade, newest at the back
 
-    double mAdcRe = -120.0;  // dB
-    double mAdcIm = -120.0;  // dB
-    double mLevelA = -120.0; // dBm
-    double mLevelB = -120.0; // dBm
+    double mAdcRe = -120.0; // dB
+    double mAdcIm = -120.0; // dB
     bool mWfmStereoSeen = false;
 
+    RxMeter mInputMeter;
     std::array<ReceiverChannel, 2> mChannels;
     DownConverter mDrmMixer; // channel A
     WideFm mWideFm;
     ModulationSwitcher mSwitcher;
     GainRamp mMainVolume{0.0f, 1.0f, 0.0f}; // the pole comes with the output rate
+    Velmora::CppDsp::Vm_Clipper<REAL> mClipper;
 
     SoundCardCallback mSoundCardCallback;
     CircularBuffer<COMPLEX> mBuffer;

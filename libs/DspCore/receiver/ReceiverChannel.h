@@ -1,9 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/agc/Vm_Agc.h"
+#include "DspCore/agc/Vm_Binaural.h"
+#include "DspCore/audio/Equalizer18.h"
+#include "DspCore/audio/RxMeter.h"
+#include "DspCore/audio/Sql.h"
+#include "DspCore/audio/SqlCtcss.h"
+#include "DspCore/demodulators/DemodulatorAM.h"
+#include "DspCore/demodulators/DemodulatorCW.h"
+#include "DspCore/demodulators/DemodulatorNFM.h"
+#include "DspCore/demodulators/DemodulatorSAM.h"
 #include "DspCore/filters/DownConverter.h"
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Resampler.h"
+#include "DspCore/noise/Apf.h"
+#include "DspCore/noise/AutoNotchFilter.h"
+#include "DspCore/noise/Dse.h"
+#include "DspCore/noise/NoiseReduction.h"
 #include "DspCore/receiver/ChannelGain.h"
 #include "DspCore/types.h"
 
@@ -27,6 +41,22 @@ struct ReceiverChannel
     DownConverter diglMixer;
     DownConverter diguMixer;
     FastFir bandFilter;
+    RxMeter meter;
+    double level = -120.0; // dBm, as the last block left it
+    DemodulatorAM am;
+    DemodulatorSAM sam;
+    DemodulatorCW cw;
+    DemodulatorNFM nfm;
+    Apf ssbApf;
+    Apf cwApf;
+    AutoNotchFilter anf;
+    NoiseReduction nr;
+    Equalizer18 equalizer;
+    Dse dse;
+    SqlCtcss sqlCtcss;
+    Velmora::CppDsp::Vm_Agc<REAL> agc;
+    Sql sql;
+    Velmora::CppDsp::Vm_Binaural<REAL> binaural;
     ChannelGain gain;
 
     /// Filters the first `count` input samples and brings them to the output rate.

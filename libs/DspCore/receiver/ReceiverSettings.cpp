@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The setters of Receiver; the chain itself stands in Receiver.cpp.
+// The setters of Receiver for rates, tuning, fades and volume. Those of the demodulators and noise
+// tools stand in ReceiverTools.cpp, the chain itself in Receiver.cpp.
 #include "DspCore/receiver/Receiver.h"
 
 #include <algorithm>
@@ -67,11 +68,14 @@ void Receiver::setOutputSampleRate(double rate)
     mOutputRate = rate;
     setUpVolumeRamp();
     setUpBandFilters();
+    // The times are samples at the new rate from here on; the switch waits for its fade.
+    setAgcTimes(mAgcParam);
+    setToolRates();
     setUpRates();
     setUpPreFilters();
     setUpMixers();
-    // The times are samples at the new rate from here on; the switch waits for its fade.
-    mAgcApplied = limited({mAgcParam.attack, mAgcParam.decay, mAgcParam.hang, mAgcApplied.on});
+    setUpSsbApf();
+    setUpCwApf();
     clear();
 }
 
@@ -140,6 +144,11 @@ void Receiver::setBandFilterIf(unsigned int, double low, double high)
     mBandHigh = high;
     setUpBandFilters();
     setUpWideBandFilter();
+    const double cutoff = std::max(std::abs(low), std::abs(high));
+    for (ReceiverChannel &channel : mChannels) {
+        channel.am.setFilterFc(cutoff);
+        channel.sam.setFilterFc(cutoff);
+    }
 }
 
 void Receiver::setFilterTaps(int taps)
@@ -160,6 +169,23 @@ void Receiver::setAgcParam(bool on, double attack, double decay, double hang)
     mAgcParam = {attack, decay, quint32(hang), on};
     mAgcQueue.push_back(mAgcParam);
     mSwitcher.setAgcParam();
+}
+
+void Receiver::setAgcTimes(const AgcParam &param)
+{
+    for (ReceiverChannel &channel : mChannels) {
+        channel.agc.setAttack(param.attack);
+        channel.agc.setDecay(param.decay);
+        channel.agc.setHang(param.hang);
+    }
+}
+
+void Receiver::setAgcGain(unsigned int, int gain)
+{
+    for (ReceiverChannel &channel : mChannels) {
+        channel.agc.setMaximumGain(gain);
+        channel.agc.setFixedGain(gain);
+    }
 }
 
 void Receiver::setDiglOffset(int offset)
@@ -225,7 +251,7 @@ void Receiver::getAdc(unsigned int, double &re, double &im) const
 
 void Receiver::getDbm(unsigned int, double &a, double &b) const
 {
-    a = mLevelA;
-    b = mLevelB;
+    a = mChannels[0].level;
+    b = mChannels[1].level;
 }
 } // namespace DspCore

@@ -182,6 +182,17 @@ TEST(AgcTest, TheGainLivesThroughAClearAndThePeakDoesNot)
     EXPECT_EQ(x.re, 0.0);
 }
 
+TEST(AgcTest, ALookAheadOfOneSampleIsLeftAtARateThatIsNoRate)
+{
+    for (const double rate : {0.0, -48000.0, 100.0, std::nan("")}) {
+        Agc agc;
+        agc.setSampleRate(rate);
+        EXPECT_EQ(agc.lookAhead(), rate == 100.0 ? 3u : 1u) << rate;
+        std::vector<COMPLEX> block = test::noise(100, 2);
+        agc.process(block.data(), 100);
+    }
+}
+
 TEST(LargestPartTest, FindsThePeakWhereverItStands)
 {
     for (const int length : {1, 2, 15, 16, 17, 33, 2880}) {

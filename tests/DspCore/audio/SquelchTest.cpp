@@ -143,6 +143,16 @@ TEST(SqlCtcssTest, LocksOnATenthAndLosesOnASixthOfASecondOfCountedBlocks)
     EXPECT_EQ(blocksUntil(false), 17); // 17 * 481 is the first above 8000
 }
 
+TEST(SqlCtcssTest, AToneOutsideTheTableOpensForNothing)
+{
+    for (const int tone : {42, 1 << 30, -(1 << 30)}) {
+        SqlCtcss squelch = tuned(tone);
+        std::vector<COMPLEX> signal = audio(tone < 0 ? 67.0 : 254.1, 100);
+        run(squelch, signal, kStrong);
+        EXPECT_LT(lastBlock(signal), 1e-7) << tone;
+    }
+}
+
 TEST(SqlCtcssTest, FrequenciesFindTheirIndex)
 {
     struct Row

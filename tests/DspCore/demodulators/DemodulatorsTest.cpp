@@ -240,6 +240,8 @@ TEST(FastArctangentTest, StaysWithinFiveMilliradiansAllAround)
     EXPECT_EQ(Velmora::fastArctangent(0.0f, 0.0f), 0.0f);
     EXPECT_EQ(Velmora::fastArctangent(1.0f, 0.0f), 1.5707963f);
     EXPECT_EQ(Velmora::fastArctangent(-1.0f, 0.0f), -1.5707963f);
+    EXPECT_EQ(Velmora::fastArctangent(1.0f, 1e-44f), 1.5707963f); // their quotient is infinite
+    EXPECT_NEAR(Velmora::fastArctangent(-1.0f, 1e-44f), -1.5707963f, 1e-6);
     EXPECT_EQ(Velmora::fastArctangent(0.0f, -1.0f), 3.1415927f);
 }
 } // namespace

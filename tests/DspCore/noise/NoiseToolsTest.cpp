@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -85,6 +86,44 @@ TEST(LmsTest, NotchAndReductionFollowThePlainForm)
         inBlocks(notch, signal, 700);
         EXPECT_LT(test::maxError(signal, expected), kRoundOff) << row.taps << " " << row.delay;
     }
+}
+
+TEST(LmsTest, AnySettingStaysWithinTheLineAndTheWeights)
+{
+    struct Row
+    {
+        int taps, delay, likeTaps, likeDelay; // the line repeats after 1024 samples
+    };
+    for (const Row row : {Row{INT_MAX, 3, 2048, 3}, Row{-7, 5, 0, 5}, Row{60, INT_MAX, 60, 1023},
+             Row{60, INT_MIN + 9, 60, 9}, Row{1500, -1, 1500, 1023}}) {
+        const auto notched = [](int taps, int delay) {
+            DspCore::AutoNotchFilter notch;
+            notch.setTaps(taps);
+            notch.setDelay(delay);
+            notch.setEnable(true);
+            std::vector<COMPLEX> signal = test::noise(2500, 12);
+            inBlocks(notch, signal);
+            return signal;
+        };
+        const std::vector<COMPLEX> out = notched(row.taps, row.delay);
+        EXPECT_EQ(out, notched(row.likeTaps, row.likeDelay)) << row.taps << " " << row.delay;
+        EXPECT_EQ(out == test::noise(2500, 12), row.taps < 1) << "without weights the input";
+    }
+}
+
+TEST(LmsTest, LevelsAndGainAreWorkedOutAsTold)
+{
+    const COMPLEX block[] = {{3.0, -4.0}, {0.0, 12.0}};
+    EXPECT_EQ(DspCore::NoiseReduction::calcRms(block, 2), 13.0);
+    EXPECT_EQ(DspCore::NoiseReduction::calcRms(block, 0), 0.0);
+    EXPECT_EQ(DspCore::AutoNotchFilter::calcRms(block, 1), 5.0);
+    EXPECT_EQ(DspCore::NoiseReduction::Cmul({1.0, 2.0}, {3.0, -4.0}), (COMPLEX{11.0, 2.0}));
+    EXPECT_EQ(DspCore::AutoNotchFilter::Cmul({0.0, 1.0}, {0.0, 1.0}), (COMPLEX{-1.0, 0.0}));
+
+    DspCore::NoiseReduction reduction;
+    EXPECT_NEAR(reduction.newGain(0.0, 0.0), 0.99, 1e-15) << "both at their floor: a half";
+    EXPECT_NEAR(reduction.newGain(100.0, 0.0), 0.98 * 0.99 + 0.02 * 30.0, 1e-15) << "at most 30";
+    EXPECT_NEAR(reduction.newGain(0.0, std::nan("")), 0.98 * 1.5702 + 0.01, 1e-12);
 }
 
 TEST(AutoNotchFilterTest, ASteadyToneIsThirtyDecibelsDownAfterTwoSeconds)
@@ -248,6 +287,18 @@ TEST(DseTest, ReportsBadInputEvenWhenSwitchedOff)
     EXPECT_TRUE(log.warned("): Incorrect input parameters!"));
     dse.process(&x, 1);
     EXPECT_EQ(log.warnings().size(), 2);
+    EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
+}
+
+TEST(ApfTest, BadInputIsPassedOverInSilence)
+{
+    const test::LogCapture log;
+    DspCore::Apf apf;
+    apf.setEnable(true);
+    COMPLEX x{1.0, 2.0};
+    apf.process(nullptr, 4);
+    apf.process(&x, 0);
+    EXPECT_TRUE(log.lines().isEmpty());
     EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
 }
 

@@ -53,6 +53,8 @@ TEST(ReceiverAllocationTest, ASteadyBlockAllocatesNothing)
 {
     DspCore::Receiver receiver;
     receiver.setEnableVfob(true);
+    test::switchToolsOn(receiver);
+    receiver.setEnableCTCSS(true);
     auto block = test::noise(4096, 1);
     for (int mode = int(Modulation::AM); mode <= int(Modulation::DRM); ++mode) {
         test::setMode(receiver, Modulation(mode));

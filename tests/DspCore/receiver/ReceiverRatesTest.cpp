@@ -25,6 +25,7 @@ TEST_P(ReceiverRatesTest, AudioComesAtItsRateAndPitch)
     constexpr double kFoldedDb = -70.0;
     const RateCase &c = GetParam();
     Receiver receiver;
+    test::holdGain(receiver);
     receiver.setBandFilterIf(0, 200, 3000);
     receiver.setOutputSampleRate(c.output);
     receiver.setInputSampleRate(c.input);

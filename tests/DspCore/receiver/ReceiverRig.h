@@ -48,6 +48,28 @@ inline Heard feed(DspCore::Receiver &receiver, const std::vector<COMPLEX> &strea
     return heard;
 }
 
+/// Makes the gain control a pure delay, for signals that stay below full scale.
+inline void holdGain(DspCore::Receiver &receiver)
+{
+    receiver.setAgcGain(0, 0);
+}
+
+/// Everything that works on the audio, but for the squelches and binaural, which stands in the way
+/// of the DSE.
+inline void switchToolsOn(DspCore::Receiver &receiver)
+{
+    receiver.setNr(true);
+    receiver.setAnf(true);
+    receiver.setApf(true);
+    receiver.setDse(true);
+    receiver.setEqualizerEnable(true);
+    receiver.setEqualizerGains(QVector<int>(18, 6));
+}
+
+/// Samples by which the gain control delays at an attack of 1 ms and 48 kHz: a ring of 30 ms, whose
+/// oldest sample comes out as the newest goes in.
+constexpr int kLookAhead = 1439;
+
 /// Makes a mode current without its fade.
 inline void setMode(DspCore::Receiver &receiver, DspCore::Modulation modulation)
 {

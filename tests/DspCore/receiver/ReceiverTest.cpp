@@ -21,7 +21,7 @@ constexpr double kStopBandDb = -70.0; // a 1000-tap filter 1 kHz off its edge
 
 std::vector<COMPLEX> station(double offset, int length = kSecond, double rate = kInputRate)
 {
-    return test::tone(length, (kTuned + offset) / rate, 0.5);
+    return test::tone(length, (kTuned + offset) / rate, 0.2);
 }
 
 struct ModeCase
@@ -41,6 +41,7 @@ TEST_P(ReceiverModeTest, BringsAStationToItsPitch)
 {
     const ModeCase &c = GetParam();
     Receiver receiver;
+    test::holdGain(receiver);
     test::setMode(receiver, c.mode);
     receiver.setBandFilterIf(0, c.low, c.high);
     receiver.setDownConverter(0, kTuned);
@@ -51,21 +52,21 @@ TEST_P(ReceiverModeTest, BringsAStationToItsPitch)
 
     // All of the power is in the wanted component: alone, or paired with its mirror image.
     const double expected = test::rms(audio) * (c.complex ? 1.0 : std::sqrt(0.5));
-    EXPECT_GT(level, 0.1);
+    EXPECT_GT(level, 0.05);
     EXPECT_NEAR(level / expected, 1.0, 0.01);
     EXPECT_LT(test::decibels(mirror / level), c.complex ? kStopBandDb : 0.01);
     const auto vac = test::last(heard.vac, kTail);
     EXPECT_NEAR(test::level(vac, c.vac / kRate) / test::rms(vac), 1.0, 0.01);
     const auto line = test::last(heard.lineout, kTail);
-    for (int i = 0; i < kTail; ++i) {
-        const double left = c.mode == Modulation::LSB ? vac[i].im : vac[i].re;
-        ASSERT_EQ(line[i], (COMPLEX{left, c.complex ? vac[i].im : left}));
+    for (int i = test::kLookAhead; i < kTail; ++i) {
+        const COMPLEX before = vac[i - test::kLookAhead];
+        const double left = c.mode == Modulation::LSB ? before.im : before.re;
+        ASSERT_EQ(line[i], (COMPLEX{left, c.complex ? before.im : left}));
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, ReceiverModeTest,
-    testing::Values(ModeCase{Modulation::AM, -4000, 4000, 1000, 1000, false, 1000},
-        ModeCase{Modulation::DSB, -4000, 4000, -1200, 1200, false, -1200},
+    testing::Values(ModeCase{Modulation::DSB, -4000, 4000, -1200, 1200, false, -1200},
         ModeCase{Modulation::LSB, -3000, -300, -1000, 1000, false, -1000},
         ModeCase{Modulation::USB, 300, 3000, 1000, 1000, false, 1000},
         ModeCase{Modulation::DIGL, 300, 3000, 3200, 1000, true, 1000},
@@ -78,6 +79,7 @@ TEST(ReceiverTest, RejectsTheOppositeSideband)
         {std::tuple{Modulation::USB, 300.0, 3000.0, 1000.0},
             std::tuple{Modulation::LSB, -3000.0, -300.0, -1000.0}}) {
         Receiver receiver;
+        test::holdGain(receiver);
         test::setMode(receiver, mode);
         receiver.setBandFilterIf(0, low, high);
         receiver.setDownConverter(0, kTuned);
@@ -132,49 +134,92 @@ TEST(ReceiverTest, ModeChangeClearsInTheOldModeAndStartsTheNewOneInTheNextBlock)
         int(std::ceil(std::log(1e-5 * kSilence) / std::log(kPole) / kAudioBlock));
 
     Receiver receiver;
+    test::holdGain(receiver);
     receiver.setBandFilterIf(0, -4000, 4000);
     test::setMode(receiver, Modulation::DSB);
     receiver.setAgcParam(true, 1, 600, 600); // one whole fade, so that the next starts at 1
-    const std::vector<COMPLEX> carrier(kSecond, {0.5, 0.1});
+    const std::vector<COMPLEX> carrier(kSecond, {0.2, 0.1});
     const double steady = test::last(test::feed(receiver, carrier).lineout, 1).front().re;
     ASSERT_GT(steady, 0.1);
 
     receiver.setModulation(Modulation::DRM);
-    const auto line = test::feed(receiver, carrier).lineout;
+    const auto heard = test::feed(receiver, carrier);
+    const auto &line = heard.lineout;
     constexpr double kFullGain = 2e-5; // the fade-in before ended that close to 1
     for (int n : {1, 100, 1000, 4000})
         EXPECT_NEAR(line[n - 1].re / steady, std::pow(kPole, n) + kSilence, kFullGain) << n;
 
     const int clearAt = fadeBlocks * kAudioBlock;
     EXPECT_NEAR(line[clearAt - 1].re / steady, kSilence, 2e-5 * kSilence);
-    EXPECT_LT(std::abs(line[clearAt].re), 1e-3 * std::abs(line[clearAt - 1].re)); // empty filters
-    for (int n = clearAt; n < clearAt + kAudioBlock; ++n)
-        ASSERT_EQ(line[n].re, line[n].im) << n; // still DSB
-    EXPECT_NE(line[clearAt + kAudioBlock].re, line[clearAt + kAudioBlock].im);
+    for (int n = clearAt; n < clearAt + test::kLookAhead; ++n)
+        ASSERT_EQ(test::magnitude(line[n]), 0.0) << n; // an empty look-ahead
+    // Behind empty filters the carrier grows from nothing, in DSB with its parts in proportion for
+    // one block more; the shift of DRM turns it.
+    const auto proportion = [&](int block) {
+        const COMPLEX sample =
+            heard.vac[std::size_t(clearAt + block * kAudioBlock + kAudioBlock - 1)];
+        EXPECT_LT(test::magnitude(sample), 0.1 * steady) << block;
+        return sample.im / sample.re;
+    };
+    EXPECT_NEAR(proportion(0), 0.5, 1e-3);
+    EXPECT_GT(std::abs(proportion(1) - 0.5), 0.1);
 
     const double full = test::magnitude(line.back());
     constexpr double kRipple =
         1e-4; // of the carrier behind the filters' delay, in single precision
-    for (int n : {1500, 2500, 5000})
+    for (int n : {3000, 4000, 6000})
         EXPECT_NEAR(test::magnitude(line[clearAt + n - 1]) / full, 1 - std::pow(kPole, n), kRipple);
+}
+
+/// Delay of the gain control, by the likeness of the line-out to the VAC before it, which passes
+/// any gain; -1 if nothing is alike.
+int lookAhead(Receiver &receiver, int length)
+{
+    constexpr std::size_t kJudged = 400;
+    auto stream = test::noise(length, 5);
+    for (COMPLEX &sample : stream)
+        sample = {0.1 * sample.re, 0.1 * sample.im};
+    const test::Heard heard = test::feed(receiver, stream);
+    const auto &line = heard.lineout;
+    const auto &vac = heard.vac;
+    for (std::size_t lag = 0; lag + kJudged <= line.size(); ++lag) {
+        double product = 0.0;
+        double linePower = 0.0;
+        double vacPower = 0.0;
+        for (std::size_t i = line.size() - kJudged; i < line.size(); ++i) {
+            product += line[i].re * vac[i - lag].re;
+            linePower += line[i].re * line[i].re;
+            vacPower += vac[i - lag].re * vac[i - lag].re;
+        }
+        if (product > 0.9 * std::sqrt(linePower * vacPower))
+            return int(lag);
+    }
+    return -1;
 }
 
 TEST(ReceiverTest, NewestAgcParametersComeIntoForceAtTheBottomOfTheFade)
 {
+    constexpr int kShort = 24000; // ends long before the bottom
     Receiver receiver;
-    const Receiver::AgcParam initial{1.0, 600.0, 600, true};
-    EXPECT_EQ(receiver.agcParam(), initial);
-    receiver.setAgcParam(false, 2.0, 400.0, 400.9);
-    receiver.setAgcParam(true, 9.0, 0.5, 250.9);
-    test::feed(receiver, test::noise(4096, 1));
-    EXPECT_EQ(receiver.agcParam(), initial);
-    test::feed(receiver, test::noise(kSecond / 2, 1));
-    EXPECT_EQ(receiver.agcParam(), (Receiver::AgcParam{5.0, 1.0, 250, true}));
+    receiver.setBandFilterIf(0, -4000, 4000);
+    test::setMode(receiver, Modulation::DRM);
+    EXPECT_EQ(lookAhead(receiver, kShort), test::kLookAhead);
+    receiver.setAgcParam(false, 2.0, 400.0, 400.0);
+    receiver.setAgcParam(true, 9.0, 600.0, 250.9);
+    EXPECT_EQ(lookAhead(receiver, kShort), test::kLookAhead);
+    EXPECT_EQ(lookAhead(receiver, kSecond), 7200 - 1); // attack limited to 5 ms
+    receiver.setAgcParam(false, 0.01, 600.0, 250.0);
+    EXPECT_EQ(lookAhead(receiver, kSecond), 0); // off
 
+    // A new output rate ends the fade: the times count from here on, the switch does not.
+    receiver.setAgcParam(true, 2.0, 400.0, 0.0);
+    receiver.setOutputSampleRate(44100.0);
+    EXPECT_EQ(lookAhead(receiver, kSecond), 0);
+    receiver.setAgcParam(true, 0.01, 400.0, 0.0);
+    EXPECT_EQ(lookAhead(receiver, kSecond), 132 - 1); // 0.1 ms at 44.1 kHz
     receiver.setAgcParam(false, 2.0, 400.0, 0.0);
-    receiver.setOutputSampleRate(
-        44100.0); // ends the fade; the times count from here, the switch not
-    EXPECT_EQ(receiver.agcParam(), (Receiver::AgcParam{2.0, 400.0, 1, true}));
+    receiver.setOutputSampleRate(48000.0);
+    EXPECT_EQ(lookAhead(receiver, kSecond), 2880 - 1);
 }
 
 TEST(ReceiverTest, AFadeEndedByClearOrRateChangeGoesStraightToTheNewMode)
@@ -185,7 +230,7 @@ TEST(ReceiverTest, AFadeEndedByClearOrRateChangeGoesStraightToTheNewMode)
         Receiver receiver;
         receiver.setBandFilterIf(0, -4000, 4000);
         receiver.setModulation(Modulation::DRM);
-        const std::vector<COMPLEX> carrier(kSecond, {0.5, 0.0});
+        const std::vector<COMPLEX> carrier(kSecond, {0.2, 0.0});
         test::feed(receiver, {carrier.begin(), carrier.begin() + 4096});
         end(receiver);
         const auto heard = test::feed(receiver, carrier);
@@ -197,20 +242,28 @@ TEST(ReceiverTest, AFadeEndedByClearOrRateChangeGoesStraightToTheNewMode)
 TEST(ReceiverTest, OutputDoesNotDependOnHowTheStreamIsCut)
 {
     constexpr double kSinglePrecision = 1e-6; // the decimator rounds sums of another order
-    const auto stream = test::noise(kSecond / 4, 7);
-    const auto run = [&stream](int block) {
-        Receiver receiver;
-        receiver.setBandFilterIf(0, -4000, 4000);
-        receiver.setEnableVfob(true);
-        receiver.setDownConverter(0, kTuned);
-        receiver.setDownConverter(1, -kTuned);
-        test::setMode(receiver, Modulation::DIGU);
-        return test::feed(receiver, stream, block).audio;
-    };
-    const auto whole = run(4096);
-    EXPECT_LT(test::maxError(whole, run(512)), kSinglePrecision);
-    EXPECT_LT(test::maxError(whole, run(333)), kSinglePrecision);
-    EXPECT_LT(test::maxError(whole, run(3)), kSinglePrecision); // blocks without any output
+    auto stream = test::noise(kSecond / 4, 7);
+    for (COMPLEX &sample : stream)
+        sample = {0.1 * sample.re, 0.1 * sample.im};
+    // The phase loops are left out: on noise they turn a rounding error into another lock.
+    for (Modulation mode : {Modulation::AM, Modulation::CW, Modulation::DIGU}) {
+        const auto run = [&stream, mode](int block) {
+            Receiver receiver;
+            test::holdGain(receiver); // it would look once per block
+            receiver.setEqualizerEnable(true);
+            receiver.setEqualizerGains(QVector<int>(18, 3));
+            receiver.setBandFilterIf(0, -4000, 4000);
+            receiver.setEnableVfob(true);
+            receiver.setDownConverter(0, kTuned);
+            receiver.setDownConverter(1, -kTuned);
+            test::setMode(receiver, mode);
+            return test::feed(receiver, stream, block).audio;
+        };
+        const auto whole = run(4096);
+        EXPECT_LT(test::maxError(whole, run(512)), kSinglePrecision);
+        EXPECT_LT(test::maxError(whole, run(333)), kSinglePrecision);
+        EXPECT_LT(test::maxError(whole, run(3)), kSinglePrecision); // blocks without any output
+    }
 }
 
 TEST(ReceiverTest, EachOutletDropsTheBlocksThatDoNotFitIt)
@@ -237,16 +290,17 @@ TEST(ReceiverTest, EachOutletDropsTheBlocksThatDoNotFitIt)
 
 TEST(ReceiverTest, ClearLeavesNothingOfTheSignal)
 {
-    for (Modulation mode : {Modulation::DRM, Modulation::WFM}) {
+    for (int mode = int(Modulation::AM); mode < int(Modulation::WFM); ++mode) {
         Receiver receiver;
-        test::setMode(receiver, mode);
+        test::switchToolsOn(receiver);
+        test::setMode(receiver, Modulation(mode));
         test::feed(receiver, test::noise(8192, 2));
         receiver.clear();
-        EXPECT_EQ(test::rms(test::feed(receiver, std::vector<COMPLEX>(8192)).lineout), 0.0);
+        EXPECT_EQ(test::rms(test::feed(receiver, std::vector<COMPLEX>(8192)).lineout), 0.0) << mode;
     }
 }
 
-TEST(ReceiverTest, WideFmIsSilentForTheDurationOfItsInput)
+TEST(ReceiverTest, WideFmGivesAudioForTheDurationOfItsInput)
 {
     for (double rate : {48000.0, 192000.0, 1920000.0, 3072000.0}) {
         Receiver receiver;
@@ -255,7 +309,7 @@ TEST(ReceiverTest, WideFmIsSilentForTheDurationOfItsInput)
         test::setMode(receiver, Modulation::WFM);
         const auto heard = test::feed(receiver, test::noise(100 * 512, 5));
         EXPECT_NEAR(double(heard.audio.size()), 100 * 512 * kRate / rate, 1.0);
-        EXPECT_EQ(test::rms(heard.audio), 0.0);
+        EXPECT_GT(test::rms(heard.audio), 0.0);
         EXPECT_TRUE(heard.vac.empty());
         EXPECT_FALSE(receiver.wfmIsStereo());
     }

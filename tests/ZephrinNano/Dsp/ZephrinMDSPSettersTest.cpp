@@ -100,7 +100,7 @@ TEST_F(EngineSettersTest, GainControlReachesTheReceiverOnlyOnAChange)
 {
     engine.setModulation(0, Modulation::USB);
     start();
-    playTone(kFadeBlocks, 1e-3);
+    const double amplified = level();
     // Every setting that reaches the receiver acts at the bottom of a fade, which is heard.
     const auto fades = [&] {
         soundCard.clear();
@@ -114,12 +114,14 @@ TEST_F(EngineSettersTest, GainControlReachesTheReceiverOnlyOnAChange)
     EXPECT_FALSE(fades()) << "present mode";
     engine.setAgcMode(AgcMode(7));
     EXPECT_TRUE(fades()) << "stored as User";
+    EXPECT_GT(level(), amplified + 6.0) << "and off: its fixed gain drives even this into clipping";
     engine.setAgcMode(AgcMode::User);
     EXPECT_FALSE(fades()) << "now the present mode";
     engine.setAgcDecay(AgcMode::Fast, 50.0);
     EXPECT_FALSE(fades()) << "times of another mode";
     engine.setAgcHangTime(AgcMode::User, 500.0);
     EXPECT_TRUE(fades()) << "times of the present mode";
+    EXPECT_NEAR(level(), amplified, 1.0) << "and on again";
 }
 
 TEST_F(EngineSettersTest, NumbersBeyondTheTablesThrow)
@@ -132,8 +134,9 @@ TEST_F(EngineSettersTest, NumbersBeyondTheTablesThrow)
 TEST_F(EngineSettersTest, VolumeAndMutesReachTheReceiver)
 {
     engine.setModulation(0, Modulation::USB);
-    engine.setAgcMode(AgcMode(7));
     start();
+    engine.setAgcGain(0, 0);
+    engine.setAgcMode(AgcMode(7)); // off: else it would make up for the level
     const double full = level();
     engine.setMainVolume(-20.0);
     EXPECT_NEAR(level(), full - 20.0, 0.1);

@@ -62,10 +62,7 @@ TEST_F(EngineStreamTest, ReadBlockFollowsTheSoundCardRateFromTheNextStartOn)
 TEST_F(EngineStreamTest, StepsOfABlockRunInOrder)
 {
     std::vector<std::string> steps;
-    const auto step = [&](const char *name) {
-        // One chunk of the VAC tap comes with every fourth block; that block is looked at.
-        steps.emplace_back(name);
-    };
+    const auto step = [&](const char *name) { steps.emplace_back(name); };
     iqServer.onWrite = [&](COMPLEX *, int) {
         steps.clear();
         step(engine.iqBuffer()->count() == (sensors.blocks + 1) * kBlock ? "tap" : "no tap yet");

@@ -73,6 +73,7 @@ void ZephrinMDSP::before()
 {
     m_inputFade.reset();
     m_bridge.audioServer()->setEnabled(true);
+    m_noiseBlanker.clear();
     m_receiver.clear();
     m_lineOut.clearHistory();
     m_vac.clearHistory();
@@ -101,6 +102,7 @@ void ZephrinMDSP::dspProcess(std::vector<COMPLEX> &block)
 {
     Lock lock(m_mutex);
     m_inputFade.process(block);
+    m_noiseBlanker.process(block.data(), int(block.size()));
     feedIqTap(block);
     feedIqServer(block);
     m_receiver.process(block.data(), int(block.size()));

@@ -5,6 +5,7 @@
 #include "Dsp/AudioTap.h"
 #include "Dsp/InputFade.h"
 #include "Dsp/StereoPull.h"
+#include "DspCore/noise/NoiseBlanker.h"
 #include "DspCore/receiver/Receiver.h"
 #include "DspCore/types.h"
 #include "host_interfaces/AudioServerAbstract.h"
@@ -19,6 +20,7 @@
 #include "vm_library/source/thread/spinlock.h"
 
 #include <QObject>
+#include <QVector>
 #include <gsl/span>
 
 #include <atomic>
@@ -32,10 +34,13 @@ class ZephrinMFunctions;
 ///
 ///     USB reader -> input ring -> engine thread, one read block after the other:
 ///
-///     input fade -> IQ tap ring -> IQ server -> receiver -+-> sound card ring -> soundCardIO()
-///                                                         +-> line out tap    -> lineOutIO()
-///                                                         +-> audio server, VAC tap -> vacIO()
-///                                                         +-> meters
+///     input fade -> noise blanker -> IQ tap ring -> IQ server -> receiver -+
+///                                                                          |
+///         +----------------------------------------------------------------+
+///         +-> sound card ring -> soundCardIO()
+///         +-> line out tap -> lineOutIO()
+///         +-> audio server, VAC tap -> vacIO()
+///         +-> meters
 ///
 /// Every hand-over between threads is a ring that takes a block whole or drops it silently; nobody
 /// waits for anybody. There is one receiver; the receiver index of the host's calls is ignored
@@ -70,7 +75,7 @@ public:
     /// stopped or the input ring has no room for all of them. Reader thread.
     void processIQ(gsl::span<COMPLEX> block);
 
-    /// The IQ stream behind the fade, for the host to read. Any thread.
+    /// The IQ stream behind the noise blanker, for the host to read. Any thread.
     CircularBuffer<COMPLEX> *iqBuffer() { return &m_iqTap; }
 
     /// Callbacks of the host's audio devices: fill `out` with out.size() / channels interleaved
@@ -84,8 +89,8 @@ public:
     bool lineOutIO(
         std::vector<float> &in, std::vector<float> &out, unsigned long, unsigned long channels);
 
-    /// Clears fade, receiver, resamplers and rings and sizes the read block. Called by open(), on
-    /// its thread.
+    /// Clears fade, noise blanker, receiver, resamplers and rings and sizes the read block. Called
+    /// by open(), on its thread.
     void before() override;
     /// Called on the closing thread.
     void after() override;
@@ -133,6 +138,33 @@ public:
     /// Mode of the gain control. A number above User stores User and switches the control off.
     void setAgcMode(AgcMode mode);
 
+    /// Highest gain of the control, and its gain while off, in decibels, whatever the channel.
+    void setAgcGain(unsigned int channel, int gain);
+
+    /// Pitch of a CW station in tune, hertz.
+    void setCwTone(int tone);
+
+    /// Switches of what cleans up the signal: the blankers on the IQ stream, the others on the
+    /// audio of both channels.
+    void setNb1(unsigned int receiver, bool state);
+    void setNb2(unsigned int receiver, bool state);
+    void setNr(unsigned int receiver, bool state);
+    void setAnf(unsigned int receiver, bool state);
+    void setBin(unsigned int receiver, bool state);
+
+    /// Gains in decibels, lowest band first; anything but 18 of them is ignored.
+    void setEqualizerEnable(unsigned int receiver, bool state);
+    void setEqualizerGains(unsigned int receiver, const QVector<int> &gains);
+
+    /// Level squelch of one channel, threshold in dBm; tone squelch of narrow FM, of both channels.
+    void setSqlEnable(unsigned int receiver, unsigned int channel, bool state);
+    void setSqlValue(unsigned int receiver, unsigned int channel, int threshold);
+    void setEnableCTCSS(int receiver, bool state);
+    void setToneCTCSS(int receiver, int index);
+
+    /// Stereo of wide FM, until the next change of a rate, which switches it on.
+    void setWfmStereo(unsigned int receiver, bool state);
+
     /// The line out starts with an empty ring.
     void setLineOutEnable(bool on);
     void setLineOutSampleRate(double rate);
@@ -155,6 +187,31 @@ public slots:
     void setAgcAttack(AgcMode mode, REAL ms);
     void setAgcDecay(AgcMode mode, REAL ms);
     void setAgcHangTime(AgcMode mode, REAL ms);
+
+    /// Peak filters of SSB and CW, and the CW spread between the ears.
+    void setApf(quint32 receiver, bool state);
+    void setDse(quint32 receiver, bool state);
+
+    /// Settings of the tools, on both channels; units as at DspCore::Receiver, the thresholds as at
+    /// DspCore::NoiseBlanker.
+    void setNrTaps(int taps);
+    void setNrDelay(int samples);
+    void setNrRate(double rate);
+    void setNrLeak(double leak);
+    void setAnfTaps(int taps);
+    void setAnfDelay(int samples);
+    void setAnfRate(double rate);
+    void setAnfLeak(double leak);
+    void setCwApfGain(int gain);
+    void setCwApfQuality(int quality);
+    void setSsbApfGain(int gain);
+    void setSsbApfQuality(double quality);
+    void setSsbApfFreq(int frequency);
+    void setNb1Threshold(double threshold);
+    void setNb2Threshold(double threshold);
+    void setDseQuality(int taps);
+    void setDseSwap(bool swap);
+    void setWfmUsa(bool usa);
 
     void lineoutOpen();
     void lineoutClose();
@@ -192,6 +249,7 @@ private:
 
     // Guarded by m_mutex.
     InputFade m_inputFade;
+    DspCore::NoiseBlanker m_noiseBlanker;
     double m_soundCardRate = 48000.0; // hertz
     bool m_lineOutEnabled = false;
     double m_lineOutRate = 48000.0; // hertz
