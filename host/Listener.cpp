@@ -2,7 +2,8 @@
 #include "Listener.h"
 
 #include "DeviceReads.h"
-#include "ReproducibleTransforms.h"
+
+#include "signal_primitives/fft_planning.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -34,7 +35,7 @@ int Listener::run()
     if (!openFiles())
         return kBadInput;
     if (m_settings.freeRun)
-        makeTransformsReproducible();
+        signal_primitives::planReproducibly();
     m_receiver.emplace(m_ledger);
     if (!m_receiver->open(m_settings) || !startStream())
         return complain(m_receiver->error(), kFailure);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FmSoft/DotProduct.h"
 
+#include "signal_primitives/Clones.h"
+
 namespace FmSoft
 {
-__attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) double dotProduct(
-    const double *a, const double *b, std::size_t length)
+SIGNAL_PRIMITIVES_CLONES double dotProduct(const double *a, const double *b, std::size_t length)
 {
     constexpr std::size_t kLanes = 16;
     double lanes[kLanes] = {};

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "signal_primitives/fft_planning.h"
 #include "signal_primitives/kernel.h"
 
 #include <fftw3.h>
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -31,6 +33,8 @@ constexpr unsigned kNarrowSearch = FFTW_NO_BUFFERING | FFTW_NO_INDIRECT_OP;
 constexpr unsigned kMeasured = FFTW_MEASURE | kNarrowSearch;
 constexpr unsigned kEstimated = FFTW_ESTIMATE | kNarrowSearch;
 constexpr int kLargestMeasuredOrder = 15;
+
+std::atomic<bool> measures{true};
 
 // A cache line. FFTW itself wants 16 bytes.
 constexpr std::size_t kAlignment = 64;
@@ -115,7 +119,7 @@ public:
     bool plan(int order, int sign, complex<T> *in, complex<T> *out)
     {
         const int size = 1 << order;
-        const unsigned flags = order <= kLargestMeasuredOrder ? kMeasured : kEstimated;
+        const unsigned flags = measures && order <= kLargestMeasuredOrder ? kMeasured : kEstimated;
         m_buffered = order <= Fftw<T>::kLargestBufferedOrder;
         m_main.reset(Fftw<T>::plan(size, in, m_buffered ? out : in, sign, flags));
         m_anyAddress.reset(Fftw<T>::plan(size, in, in, sign, kEstimated | FFTW_UNALIGNED));
@@ -358,4 +362,9 @@ IppStatus ippsFFTInv_CToC_64fc_I(
     Ipp64fc *pSrcDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer)
 {
     return inverse<double>(pSrcDst, pFFTSpec, pBuffer);
+}
+
+void signal_primitives::planReproducibly()
+{
+    measures = false;
 }

@@ -92,16 +92,16 @@ void ippsFree(void *ptr);
 
 // Complex FFT ------------------------------------------------------------------------------------
 
-/// Makes the specification of a transform over 2^order complex points. Orders are 0..26 in single
+/// Makes the set-up of a transform over 2^order complex points. Orders are 0..26 in single
 /// and 0..25 in double precision (ippStsFftOrderErr); flag is one of IPP_FFT_...
-/// (ippStsFftFlagErr). Plans are shared by order: only the first specification of an order pays for
-/// the planning. Any thread; one specification may be used from many threads at once.
+/// (ippStsFftFlagErr). Plans are shared by order: only the first set-up of an order pays for
+/// the planning. Any thread; one set-up may be used from many threads at once.
 IppStatus ippsFFTInitAlloc_C_32fc(
     IppsFFTSpec_C_32fc **ppFFTSpec, int order, int flag, IppHintAlgorithm hint);
 IppStatus ippsFFTInitAlloc_C_64fc(
     IppsFFTSpec_C_64fc **ppFFTSpec, int order, int flag, IppHintAlgorithm hint);
 
-/// Releases a specification. The plan of its order stays for the next one.
+/// Releases a set-up. The plan of its order stays for the next one.
 IppStatus ippsFFTFree_C_32fc(IppsFFTSpec_C_32fc *pFFTSpec);
 IppStatus ippsFFTFree_C_64fc(IppsFFTSpec_C_64fc *pFFTSpec);
 

@@ -8,19 +8,19 @@ namespace test
 {
 namespace
 {
-    std::mutex mutex;
-    QStringList all;
-    QStringList onlyWarnings;
-    QtMessageHandler previous = nullptr;
+std::mutex mutex;
+QStringList all;
+QStringList onlyWarnings;
+QtMessageHandler previous = nullptr;
 
-    void keep(QtMsgType type, const QMessageLogContext &, const QString &text)
-    {
-        const std::lock_guard lock(mutex);
-        all << text;
-        if (type == QtWarningMsg)
-            onlyWarnings << text;
-    }
+void keep(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    const std::lock_guard lock(mutex);
+    all << text;
+    if (type == QtWarningMsg)
+        onlyWarnings << text;
 }
+} // namespace
 
 LogCapture::LogCapture()
 {
@@ -28,7 +28,10 @@ LogCapture::LogCapture()
     previous = qInstallMessageHandler(keep);
 }
 
-LogCapture::~LogCapture() { qInstallMessageHandler(previous); }
+LogCapture::~LogCapture()
+{
+    qInstallMessageHandler(previous);
+}
 
 QStringList LogCapture::lines() const
 {
@@ -45,8 +48,8 @@ QStringList LogCapture::warnings() const
 bool LogCapture::warned(const QString &text) const
 {
     const QStringList lines = warnings();
-    return std::any_of(lines.begin(), lines.end(),
-                       [&](const QString &line) { return line.contains(text); });
+    return std::any_of(
+        lines.begin(), lines.end(), [&](const QString &line) { return line.contains(text); });
 }
 
 void LogCapture::clear()

@@ -29,7 +29,7 @@ public:
         double rateHz = 192000.0; // one of the nine
         double centerHz = 14.1e6; // of the device
         double tuneHz = 14.1e6;   // of channel A
-        double tuneBHz = 0.0;      // of channel B, 0: not heard
+        double tuneBHz = 0.0;     // of channel B, 0: not heard
         DspCore::Modulation mode = DspCore::Modulation::USB;
         double lowHz = 300.0; // band filter, relative to the tuned frequency
         double highHz = 2700.0;

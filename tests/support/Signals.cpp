@@ -11,29 +11,28 @@ namespace test
 {
 namespace
 {
-    constexpr double kTwoPi = 2.0 * std::numbers::pi;
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
-    // Turns to radians in -pi..pi; the product is split exactly so that n may be large.
-    double angle(double frequency, long long n)
-    {
-        const long double turns = static_cast<long double>(frequency) * static_cast<long double>(n);
-        return kTwoPi * static_cast<double>(turns - std::round(turns));
-    }
-
-    // A not-a-number counts as an infinite error, so that it cannot pass a bound.
-    void raise(double &worst, double error)
-    {
-        if (!(std::abs(error) <= worst))
-            worst = std::isnan(error) ? std::numeric_limits<double>::infinity() : std::abs(error);
-    }
-
-    double blackmanHarris(int n, int length)
-    {
-        const double x = kTwoPi * (n + 0.5) / length;
-        return 0.35875 - 0.48829 * std::cos(x) + 0.14128 * std::cos(2 * x)
-            - 0.01168 * std::cos(3 * x);
-    }
+// Turns to radians in -pi..pi; the product is split exactly so that n may be large.
+double angle(double frequency, long long n)
+{
+    const long double turns = static_cast<long double>(frequency) * static_cast<long double>(n);
+    return kTwoPi * static_cast<double>(turns - std::round(turns));
 }
+
+// A not-a-number counts as an infinite error, so that it cannot pass a bound.
+void raise(double &worst, double error)
+{
+    if (!(std::abs(error) <= worst))
+        worst = std::isnan(error) ? std::numeric_limits<double>::infinity() : std::abs(error);
+}
+
+double blackmanHarris(int n, int length)
+{
+    const double x = kTwoPi * (n + 0.5) / length;
+    return 0.35875 - 0.48829 * std::cos(x) + 0.14128 * std::cos(2 * x) - 0.01168 * std::cos(3 * x);
+}
+} // namespace
 
 std::vector<COMPLEX> noise(int length, unsigned seed)
 {
@@ -47,8 +46,8 @@ std::vector<COMPLEX> noise(int length, unsigned seed)
     return out;
 }
 
-std::vector<COMPLEX> tone(int length, double frequency, double amplitude, double phase,
-                          long long firstSample)
+std::vector<COMPLEX> tone(
+    int length, double frequency, double amplitude, double phase, long long firstSample)
 {
     std::vector<COMPLEX> out(static_cast<std::size_t>(length));
     for (int n = 0; n < length; ++n) {
@@ -98,7 +97,7 @@ double rms(const std::vector<COMPLEX> &signal)
 
 COMPLEX component(const std::vector<COMPLEX> &signal, double frequency)
 {
-    COMPLEX sum {0.0, 0.0};
+    COMPLEX sum{0.0, 0.0};
     double weight = 0.0;
     const int length = static_cast<int>(signal.size());
     for (int n = 0; n < length; ++n) {
@@ -113,7 +112,13 @@ COMPLEX component(const std::vector<COMPLEX> &signal, double frequency)
     return {sum.re / weight, sum.im / weight};
 }
 
-double magnitude(COMPLEX value) { return std::hypot(value.re, value.im); }
+double magnitude(COMPLEX value)
+{
+    return std::hypot(value.re, value.im);
+}
 
-double decibels(double ratio) { return 20.0 * std::log10(ratio); }
+double decibels(double ratio)
+{
+    return 20.0 * std::log10(ratio);
+}
 } // namespace test

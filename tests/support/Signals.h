@@ -14,7 +14,7 @@ std::vector<COMPLEX> noise(int length, unsigned seed);
 /// amplitude * exp(j (2 pi frequency n + phase)), frequency in cycles per sample; the argument is
 /// reduced in extended precision, so sample n is right to rounding for any n.
 std::vector<COMPLEX> tone(int length, double frequency, double amplitude = 1.0, double phase = 0.0,
-                          long long firstSample = 0);
+    long long firstSample = 0);
 
 /// Adds b to a, element by element.
 void add(std::vector<COMPLEX> &a, const std::vector<COMPLEX> &b);

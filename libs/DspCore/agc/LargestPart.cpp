@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/agc/LargestPart.h"
 
+#include "signal_primitives/Clones.h"
+
 #include <array>
 #include <cmath>
 
@@ -8,8 +10,7 @@ namespace DspCore
 {
 // The gain control scans its whole look-ahead for every block, however short, so the scan runs in
 // independent lanes: one running maximum alone is bound by the latency of the comparison.
-__attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) double largestPart(
-    const COMPLEX *samples, std::size_t length)
+SIGNAL_PRIMITIVES_CLONES double largestPart(const COMPLEX *samples, std::size_t length)
 {
     constexpr std::size_t kLanes = 32;
     const double *parts = &samples->re;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/audio/RxMeter.h"
 
+#include "signal_primitives/Clones.h"
+
 #include <cmath>
 
 namespace DspCore
@@ -12,8 +14,7 @@ constexpr int kLanes = 16; // even: real and imaginary parts keep to lanes of th
 
 // Sums of the squares of the real and of the imaginary parts; in lanes, as the order of plain
 // summation would forbid vectors.
-__attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) COMPLEX sumOfSquares(
-    const COMPLEX *buffer, int length)
+SIGNAL_PRIMITIVES_CLONES COMPLEX sumOfSquares(const COMPLEX *buffer, int length)
 {
     const double *parts = &buffer->re;
     const int count = 2 * length;

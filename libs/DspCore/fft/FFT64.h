@@ -15,11 +15,11 @@ class FFT64
 public:
     /// Prepares transforms of `length` points; what is below 2 or not a power of two is rounded up
     /// to the next one. No effect if the length is the present one. False with a warning, and the
-    /// transform not set up, if the specification cannot be made; throws std::bad_alloc if there is
-    /// no memory for the work buffer. Earlier specifications stay allocated until free().
+    /// transform not set up, if it cannot be made; throws std::bad_alloc if there is
+    /// no memory for the work buffer. Earlier set-ups stay allocated until free().
     bool init(int length);
 
-    /// Releases all specifications and work buffers; the transform is then not set up.
+    /// Releases all set-ups and work buffers; the transform is then not set up.
     void free();
 
     /// Transforms `length` samples, which must be the length that init() settled on. Otherwise, for

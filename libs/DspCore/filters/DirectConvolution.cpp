@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/DirectConvolution.h"
 
+#include "signal_primitives/Clones.h"
+
 #include <algorithm>
 
 namespace DspCore
@@ -91,13 +93,19 @@ template <int kBytes, typename Real>
 }
 
 // The loader takes the widest form that the processor has.
+#if SIGNAL_PRIMITIVES_DISPATCH
+#define DEFAULT_VERSION __attribute__((target("default")))
+#else
+#define DEFAULT_VERSION
+#endif
 
-__attribute__((target("default"))) void versioned(const COMPLEX *x, int n,
-    const DirectTaps<double> &taps, const COMPLEX *sum, COMPLEX *out, int first, int last)
+DEFAULT_VERSION void versioned(const COMPLEX *x, int n, const DirectTaps<double> &taps,
+    const COMPLEX *sum, COMPLEX *out, int first, int last)
 {
     convolve<16>(x, n, taps, sum, out, first, last);
 }
 
+#if SIGNAL_PRIMITIVES_DISPATCH
 __attribute__((target("arch=x86-64-v3"))) void versioned(const COMPLEX *x, int n,
     const DirectTaps<double> &taps, const COMPLEX *sum, COMPLEX *out, int first, int last)
 {
@@ -109,13 +117,15 @@ __attribute__((target("arch=x86-64-v4"))) void versioned(const COMPLEX *x, int n
 {
     convolve<64>(x, n, taps, sum, out, first, last);
 }
+#endif
 
-__attribute__((target("default"))) void versioned(const COMPLEX32 *x, int n,
-    const DirectTaps<float> &taps, const COMPLEX32 *sum, COMPLEX32 *out, int first, int last)
+DEFAULT_VERSION void versioned(const COMPLEX32 *x, int n, const DirectTaps<float> &taps,
+    const COMPLEX32 *sum, COMPLEX32 *out, int first, int last)
 {
     convolve<16>(x, n, taps, sum, out, first, last);
 }
 
+#if SIGNAL_PRIMITIVES_DISPATCH
 __attribute__((target("arch=x86-64-v3"))) void versioned(const COMPLEX32 *x, int n,
     const DirectTaps<float> &taps, const COMPLEX32 *sum, COMPLEX32 *out, int first, int last)
 {
@@ -127,6 +137,7 @@ __attribute__((target("arch=x86-64-v4"))) void versioned(const COMPLEX32 *x, int
 {
     convolve<64>(x, n, taps, sum, out, first, last);
 }
+#endif
 } // namespace
 
 void directConvolution(const COMPLEX *x, int n, const DirectTaps<double> &taps, const COMPLEX *sum,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/noise/LmsPredictor.h"
 
+#include "signal_primitives/Clones.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -20,9 +22,8 @@ struct Sums
 };
 
 // The sums run in independent lanes, as the order of plain summation would forbid vectors.
-__attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) Sums predict(
-    const double *lineRe, const double *lineIm, const double *weightsRe, const double *weightsIm,
-    int length)
+SIGNAL_PRIMITIVES_CLONES Sums predict(const double *lineRe, const double *lineIm,
+    const double *weightsRe, const double *weightsIm, int length)
 {
     double re[kLanes] = {};
     double im[kLanes] = {};
@@ -56,9 +57,9 @@ __attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) Su
 }
 
 // w = keep w + x step, one stretch.
-__attribute__((target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4"))) void adapt(
-    const double *__restrict lineRe, const double *__restrict lineIm, double *__restrict weightsRe,
-    double *__restrict weightsIm, int length, double keep, COMPLEX step)
+SIGNAL_PRIMITIVES_CLONES void adapt(const double *__restrict lineRe,
+    const double *__restrict lineIm, double *__restrict weightsRe, double *__restrict weightsIm,
+    int length, double keep, COMPLEX step)
 {
     for (int j = 0; j < length; ++j) {
         weightsRe[j] = keep * weightsRe[j] + (lineRe[j] * step.re - lineIm[j] * step.im);
