@@ -3,6 +3,8 @@
 
 #include "DeviceRates.h"
 #include "Numbers.h"
+#include "OptionReader.h"
+#include "ToolOptions.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -21,11 +23,6 @@ constexpr double kLongestRunSeconds = 86400.0;
 
 const QStringList kSceneFormats = {"wav", "f64", "f32", "s16", "u8"};
 
-[[noreturn]] void refuse(const QString &text)
-{
-    throw UsageError{text};
-}
-
 /// Declares the options and turns their texts into settings, checking one after the other.
 class Reader
 {
@@ -42,7 +39,7 @@ public:
             refuse("unexpected argument '" + m_parser.positionalArguments().first() + "'");
     }
 
-    bool isSet(const char *option) const { return m_parser.isSet(option); }
+    bool isSet(const char *option) const { return m_options.isSet(option); }
     QString helpText() const { return m_parser.helpText(); }
 
     HostSettings settings()
@@ -52,6 +49,7 @@ public:
         readScene();
         readTuning();
         readFilter();
+        readTools();
         readRun();
         return m_settings;
     }
@@ -84,26 +82,7 @@ private:
             {"help", "Show this text."},
             {"version", "Show the version."},
         });
-    }
-
-    double number(const char *option, double fallback) const
-    {
-        if (!isSet(option))
-            return fallback;
-        const auto value = parseNumber(m_parser.value(option));
-        if (!value)
-            refuse(QString("--%1: '%2' is not a number").arg(option, m_parser.value(option)));
-        return *value;
-    }
-
-    double numberIn(const char *option, double fallback, double lowest, double highest) const
-    {
-        const double value = number(option, fallback);
-        if (value < lowest || value > highest)
-            refuse(QString("--%1: %2 is outside %3 to %4")
-                       .arg(option, m_parser.value(option), formatNumber(lowest),
-                           formatNumber(highest)));
-        return value;
+        declareToolOptions(m_parser);
     }
 
     void readScene()
@@ -116,22 +95,29 @@ private:
             refuse(QString("--scene-format: '%1' is none of %2")
                        .arg(m_settings.sceneFormat, kSceneFormats.join(", ")));
         for (const char *option : {"scene-format", "scene-rate", "scene-frequency"})
-            if (isSet(option) && !isSet("scene"))
-                refuse(QString("--%1 needs --scene").arg(option));
+            m_options.require(option, "scene");
         m_settings.sceneRateHz =
-            numberIn("scene-rate", 0.0, isSet("scene-rate") ? 1.0 : 0.0, 100e6);
-        m_settings.sceneFrequencyHz = numberIn("scene-frequency", 0.0, 0.0, kHighestFrequencyHz);
+            m_options.numberIn("scene-rate", 0.0, isSet("scene-rate") ? 1.0 : 0.0, 100e6);
+        m_settings.sceneFrequencyHz =
+            m_options.numberIn("scene-frequency", 0.0, 0.0, kHighestFrequencyHz);
     }
 
     void readTuning()
     {
         m_settings.deviceRateHz = readRate();
-        m_settings.centerHz = numberIn("center", defaultCenter(), 0.0, kHighestFrequencyHz);
-        m_settings.tuneHz = numberIn("tune", m_settings.centerHz, 0.0, kHighestFrequencyHz);
+        m_settings.centerHz =
+            m_options.numberIn("center", defaultCenter(), 0.0, kHighestFrequencyHz);
+        m_settings.tuneHz =
+            m_options.numberIn("tune", m_settings.centerHz, 0.0, kHighestFrequencyHz);
+        checkReach("tune", m_settings.tuneHz);
+    }
+
+    void checkReach(const char *option, double frequencyHz) const
+    {
         const double half = m_settings.deviceRateHz / 2.0;
-        if (std::abs(m_settings.tuneHz - m_settings.centerHz) > half)
-            refuse(QString("--tune: %1 is not within %2 of the centre %3")
-                       .arg(formatNumber(m_settings.tuneHz), formatNumber(half),
+        if (std::abs(frequencyHz - m_settings.centerHz) > half)
+            refuse(QString("--%1: %2 is not within %3 of the centre %4")
+                       .arg(option, formatNumber(frequencyHz), formatNumber(half),
                            formatNumber(m_settings.centerHz)));
     }
 
@@ -140,13 +126,13 @@ private:
     {
         const double scene =
             m_settings.sceneFrequencyHz > 0.0 ? m_settings.sceneFrequencyHz : m_settings.centerHz;
-        const double tune = number("tune", scene);
+        const double tune = m_options.number("tune", scene);
         return std::abs(tune - scene) <= m_settings.deviceRateHz / 2.0 ? scene : tune;
     }
 
     int readRate() const
     {
-        const double rate = number("rate", m_settings.deviceRateHz);
+        const double rate = m_options.number("rate", m_settings.deviceRateHz);
         if (!isDeviceRate(rate))
             refuse(
                 QString("--rate: %1 is none of %2").arg(m_parser.value("rate"), deviceRateNames()));
@@ -179,10 +165,17 @@ private:
         m_settings.filterHighHz = *high;
     }
 
+    void readTools()
+    {
+        m_settings.tools = readToolOptions(m_options);
+        if (m_settings.tools.tuneBHz)
+            checkReach("tune-b", *m_settings.tools.tuneBHz);
+    }
+
     void readRun()
     {
         const double shortest = isSet("seconds") ? 1e-3 : 0.0;
-        m_settings.seconds = numberIn("seconds", 0.0, shortest, kLongestRunSeconds);
+        m_settings.seconds = m_options.numberIn("seconds", 0.0, shortest, kLongestRunSeconds);
         m_settings.freeRun = isSet("free-run");
         m_settings.outFile = m_parser.value("out");
         m_settings.reportFile = m_parser.value("report");
@@ -194,6 +187,7 @@ private:
     }
 
     QCommandLineParser m_parser;
+    OptionReader m_options{m_parser};
     HostSettings m_settings;
 };
 } // namespace

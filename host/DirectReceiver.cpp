@@ -15,7 +15,6 @@ namespace
 constexpr unsigned kReceiver = 0;
 constexpr unsigned kChannelA = 0;
 
-constexpr double kFullVolumeDb = 0.0;
 constexpr float kNoPreampDb = 0.0f;
 
 // Long enough for a steep band filter at 48 kHz, the same for all modes.
@@ -31,7 +30,7 @@ DWORD attachedReceivers()
 DirectReceiver::DirectReceiver(StreamLedger &ledger)
     : m_bridge(ledger), m_iqTap(ledger), m_sensors(ledger),
       m_engine(std::make_shared<ZephrinMDSP>(m_bridge.threadPool(), m_bridge, nullptr)),
-      m_driver(std::make_unique<HardwareZephrinNANO>(m_engine, nullptr))
+      m_tools(*m_engine), m_driver(std::make_unique<HardwareZephrinNANO>(m_engine, nullptr))
 {
     m_engine->setIqServer(&m_iqTap);
     m_engine->setSensors(&m_sensors);
@@ -63,7 +62,7 @@ void DirectReceiver::setUpEngine(const HostSettings &settings)
     m_engine->setBandFilterIf(kChannelA, settings.filterLowHz, settings.filterHighHz);
     m_engine->setDds(kReceiver, settings.centerHz);
     m_engine->setDownConverter(kChannelA, settings.tuneHz - settings.centerHz);
-    m_engine->setMainVolume(kFullVolumeDb);
+    m_tools.prepare(settings.tools, settings.centerHz);
 }
 
 bool DirectReceiver::setUpDevice(const HostSettings &settings)
@@ -77,10 +76,12 @@ bool DirectReceiver::setUpDevice(const HostSettings &settings)
     return true;
 }
 
-bool DirectReceiver::start()
+bool DirectReceiver::start(const ToolSettings &tools)
 {
-    return m_driver->startStream(HardwareZephrinNANO::SampleRate(m_rateCode))
-        || fail("the receiver does not start its stream");
+    if (!m_driver->startStream(HardwareZephrinNANO::SampleRate(m_rateCode)))
+        return fail("the receiver does not start its stream");
+    m_tools.begin(tools);
+    return true;
 }
 
 void DirectReceiver::stop()

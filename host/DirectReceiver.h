@@ -5,6 +5,7 @@
 #include "HostBridge.h"
 #include "HostSettings.h"
 #include "StreamLedger.h"
+#include "ToolSetup.h"
 
 #include "host_interfaces/AudioCallback.h"
 
@@ -31,7 +32,9 @@ public:
     /// Finds and opens the first receiver on the bus, sets the engine up and tunes both. False if
     /// that failed; error() tells why in one line.
     bool open(const HostSettings &settings);
-    bool start();
+    /// Starts the stream and switches on what a start would undo. On a paced stream this is done
+    /// before the first sample.
+    bool start(const ToolSettings &tools);
     void stop();
 
     /// False also when the stream has ended by itself.
@@ -40,8 +43,7 @@ public:
     AudioCallback audio();
     void wakeEngine();
 
-    /// Level behind the band filter.
-    double channelDbm() const { return m_sensors.channelDbm(); }
+    const HostSensors &meters() const { return m_sensors; }
     const QString &error() const { return m_error; }
 
 private:
@@ -55,6 +57,7 @@ private:
     IqTap m_iqTap;
     HostSensors m_sensors;
     std::shared_ptr<ZephrinMDSP> m_engine;
+    ToolSetup m_tools;
     std::unique_ptr<HardwareZephrinNANO> m_driver; // ends before the engine that it feeds
 };
 } // namespace host

@@ -7,6 +7,7 @@
 #include "host_interfaces/IqServerAbstract.h"
 #include "host_interfaces/SensorsAbstract.h"
 
+#include <array>
 #include <atomic>
 
 namespace host
@@ -56,18 +57,27 @@ class HostSensors : public SensorsAbstract
 public:
     explicit HostSensors(StreamLedger &ledger) : m_ledger(ledger) { }
 
-    /// Level of channel A in the last block. Any thread.
-    double channelDbm() const { return m_channelDbm; }
+    /// Meters after the last block. Any thread. Levels behind the band filter, dBm, of channel 0
+    /// (A) or 1 (B); levels of the two parts of the input, dB; whether wide FM was heard in stereo.
+    double channelDbm(uint channel) const { return m_channelDbm.at(channel); }
+    double inputReDb() const { return m_inputReDb; }
+    double inputImDb() const { return m_inputImDb; }
+    bool isStereo() const { return m_stereo; }
 
-    void rxAdc(uint, float, float) override { }
-    void rxDbm(uint, uint channel, float value) override
+    void rxAdc(uint, float re, float im) override
     {
-        if (channel == 0)
-            m_channelDbm = value;
+        m_inputReDb = re;
+        m_inputImDb = im;
     }
 
+    void rxDbm(uint, uint channel, float value) override { m_channelDbm.at(channel) = value; }
+
     /// The last of the engine's words on a block.
-    void wfmStereo(uint, bool) override { m_ledger.endBlock(); }
+    void wfmStereo(uint, bool state) override
+    {
+        m_stereo = state;
+        m_ledger.endBlock();
+    }
 
     void reserved4() override { }
     void reserved5() override { }
@@ -94,6 +104,9 @@ public:
 
 private:
     StreamLedger &m_ledger;
-    std::atomic<float> m_channelDbm = -120.0f;
+    std::array<std::atomic<float>, 2> m_channelDbm{-120.0f, -120.0f};
+    std::atomic<float> m_inputReDb = -120.0f;
+    std::atomic<float> m_inputImDb = -120.0f;
+    std::atomic<bool> m_stereo = false;
 };
 } // namespace host

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ReceptionMode.h"
+#include "ToolSettings.h"
 
 #include <QString>
 
@@ -21,6 +22,7 @@ struct HostSettings
     const ReceptionMode *mode = findMode("USB");
     double filterLowHz = 300.0; ///< relative to tuneHz
     double filterHighHz = 2700.0;
+    ToolSettings tools;
 
     double seconds = 0.0; ///< 0: a finite scene as long as it is, else kDefaultSeconds
     bool freeRun = false; ///< as fast as the machine can instead of real time

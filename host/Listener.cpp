@@ -68,7 +68,7 @@ bool Listener::startStream()
         m_settings.freeRun);
     m_cpuAtStart = cpuTimes();
     m_wallClock.start();
-    if (!m_receiver->start())
+    if (!m_receiver->start(m_settings.tools))
         return false;
     m_sound->start(
         [this] { QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection); });
@@ -140,7 +140,12 @@ Measurement Listener::measurement() const
     m.blocksDropped = m_feed->droppedBlocks(m_ledger);
     m.inputRmsDbfs = m_ledger.inputLevel().rmsDb();
     m.inputPeakDbfs = m_ledger.inputLevel().peakDb();
-    m.channelDbm = m_receiver->channelDbm();
+    const HostSensors &meters = m_receiver->meters();
+    m.channelDbm = meters.channelDbm(0);
+    m.channelBDbm = meters.channelDbm(1);
+    m.inputReDb = meters.inputReDb();
+    m.inputImDb = meters.inputImDb();
+    m.isStereo = meters.isStereo();
     m.audioFrames = m_sound->frames();
     m.audioFramesLost = m_ledger.lostFrames();
     m.shortBlocks = m_sound->shortBlocks();

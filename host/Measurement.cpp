@@ -3,6 +3,7 @@
 
 #include "AudioFile.h"
 #include "Numbers.h"
+#include "ToolReport.h"
 
 #include <QJsonArray>
 #include <QStringList>
@@ -28,6 +29,7 @@ QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
         {"mode", settings.mode->name},
         {"filter_hz", QJsonArray{settings.filterLowHz, settings.filterHighHz}},
         {"free_run", settings.freeRun},
+        {"tools", toJson(settings.tools)},
     };
 }
 
@@ -46,6 +48,17 @@ QJsonObject iqJson(const HostSettings &settings, const Measurement &m)
         {"input_rms_dbfs", m.inputRmsDbfs},
         {"input_peak_dbfs", m.inputPeakDbfs},
         {"channel_dbm", m.channelDbm},
+    };
+}
+
+QJsonObject metersJson(const Measurement &m)
+{
+    return {
+        {"channel_a_dbm", m.channelDbm},
+        {"channel_b_dbm", m.channelBDbm},
+        {"input_re_db", m.inputReDb},
+        {"input_im_db", m.inputImDb},
+        {"wfm_stereo", m.isStereo},
     };
 }
 
@@ -103,6 +116,7 @@ QJsonObject toJson(const HostSettings &settings, const Measurement &measurement)
         {"settings", settingsJson(settings, measurement)},
         {"ending", measurement.ending},
         {"iq", iqJson(settings, measurement)},
+        {"meters", metersJson(measurement)},
         {"audio", audioJson(settings, measurement)},
         {"time", timeJson(settings, measurement)},
     };

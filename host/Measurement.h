@@ -38,7 +38,13 @@ struct Measurement
     std::uint64_t clippedSamples = 0;
     double inputRmsDbfs = 0.0;
     double inputPeakDbfs = 0.0;
+
+    // The receiver's own meters after the last block.
     double channelDbm = 0.0;
+    double channelBDbm = 0.0;
+    double inputReDb = 0.0;
+    double inputImDb = 0.0;
+    bool isStereo = false; ///< wide FM
 
     std::uint64_t audioFrames = 0;
     std::uint64_t audioFramesLost = 0; ///< refused by the engine's audio ring

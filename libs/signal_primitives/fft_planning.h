@@ -3,8 +3,8 @@
 
 namespace signal_primitives
 {
-/// From here on transforms are planned without measuring, so that every run of the program takes the
-/// same plans and gives the same bits, at a loss of speed of up to 15 % in the receiver. Plans made
-/// before stay. Any thread.
+/// From here on transforms are planned without measuring, so that every run of the program takes
+/// the same plans and gives the same bits, at a loss of speed of up to 15 % in the receiver. Plans
+/// made before stay. Any thread.
 void planReproducibly();
 } // namespace signal_primitives

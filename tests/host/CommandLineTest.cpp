@@ -81,10 +81,48 @@ TEST(CommandLineTest, SideBandsHaveTheirSigns)
         EXPECT_LT(s.filterLowHz, s.filterHighHz) << upper;
         EXPECT_GE(s.filterLowHz, 0.0) << upper;
     }
-    for (const char *both : {"DSB", "DRM"}) {
+    for (const char *both : {"AM", "SAM", "DSB", "CW", "NFM", "WFM", "DRM"}) {
         const auto s = settingsOf(QString("--headless --mode ") + both);
         EXPECT_EQ(s.filterLowHz, -s.filterHighHz) << both;
     }
+}
+
+TEST(CommandLineTest, EveryToolArrives)
+{
+    const auto t = settingsOf(
+        "--headless --agc fast --agc-gain -20 --agc-attack 1.5 --agc-decay 90 --agc-hang 80 --nb1 "
+        "--nb1-threshold 4.5 --nb2 --nb2-threshold 3 --nr --nr-taps 50 --nr-delay 40 --nr-rate "
+        "1e-4 --nr-leak 2e-4 --anf --anf-taps 61 --anf-delay 65 --anf-rate 0.001 --anf-leak 3e-5 "
+        "--apf --dse --binaural --equalizer 1,-2,3,0,0,0,0,0,0,0,0,0,0,0,0,0,0,-40 --squelch -95 "
+        "--ctcss 100 --tune-b 7.11M --volume -3 --volume-b -6 --balance -4.5 --cw-tone 650 --mono")
+                       .tools;
+    EXPECT_EQ(t.agcMode, DspCore::AgcMode::Fast);
+    EXPECT_EQ(t.agcGainDb, -20);
+    EXPECT_EQ(t.agcAttackMs, 1.5);
+    EXPECT_EQ(t.agcDecayMs, 90.0);
+    EXPECT_EQ(t.agcHangMs, 80.0);
+    EXPECT_TRUE(t.nb1 && t.nb2 && t.apf && t.dse && t.binaural && t.mono);
+    EXPECT_EQ(t.nb1Threshold, 4.5);
+    EXPECT_EQ(t.nb2Threshold, 3.0);
+    EXPECT_TRUE(t.nr.on && t.anf.on);
+    EXPECT_EQ(t.nr.taps, 50);
+    EXPECT_EQ(t.nr.delay, 40);
+    EXPECT_EQ(t.nr.rate, 1e-4);
+    EXPECT_EQ(t.nr.leak, 2e-4);
+    EXPECT_EQ(t.anf.taps, 61);
+    EXPECT_EQ(t.anf.delay, 65);
+    EXPECT_EQ(t.anf.rate, 0.001);
+    EXPECT_EQ(t.anf.leak, 3e-5);
+    ASSERT_EQ(t.equalizerDb.size(), 18);
+    EXPECT_EQ(t.equalizerDb[1], -2);
+    EXPECT_EQ(t.equalizerDb[17], -40);
+    EXPECT_EQ(t.squelchDbm, -95);
+    EXPECT_EQ(t.ctcssIndex, 12);
+    EXPECT_EQ(t.tuneBHz, 7.11e6);
+    EXPECT_EQ(t.volumeDb, -3.0);
+    EXPECT_EQ(t.volumeBDb, -6.0);
+    EXPECT_EQ(t.balanceDb, -4.5);
+    EXPECT_EQ(t.cwToneHz, 650);
 }
 
 TEST(CommandLineTest, ASlipIsNamedInOneLine)
@@ -101,7 +139,10 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--headless --rate 44100", "48k, 96k, 192k, 384k, 768k, 1.536M, 1.92M, 2.56M, 3.072M"},
         {"--headless --rate 192000.5", "192000.5"},
         {"--headless --rate fast", "fast"},
-        {"--headless --mode AM", "DSB, LSB, USB, DIGL, DIGU, DRM"},
+        {"--headless --mode FM", "AM, SAM, DSB, LSB, USB, CW, NFM, DIGL, DIGU, WFM, DRM"},
+        {"--headless --mode AM --filter -18001:4000", "-18000:18000"},
+        {"--headless --mode CW --filter 0:10001", "limits of CW"},
+        {"--headless --mode WFM --filter -156001:0", "-156000:156000"},
         {"--headless --center -1", "--center"},
         {"--headless --center 801M", "800M"},
         {"--headless --center x", "'x' is not a number"},
@@ -121,6 +162,35 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--headless --scene-rate 192k", "--scene"},
         {"--headless --scene=", "--scene"},
         {"--headless --out=", "--out"},
+        {"--headless --agc quick", "off, long, slow, med, fast, user"},
+        {"--headless --agc-gain 121", "-20 to 120"},
+        {"--headless --agc-gain 10.5", "whole number"},
+        {"--headless --agc-attack 5.1", "--agc-attack"},
+        {"--headless --agc-decay 0", "--agc-decay"},
+        {"--headless --agc-hang 3001", "--agc-hang"},
+        {"--headless --agc off --agc-hang 10", "--agc off"},
+        {"--headless --nb1-threshold 3", "needs --nb1"},
+        {"--headless --nb1 --nb2-threshold 3", "needs --nb2"},
+        {"--headless --nb1 --nb1-threshold 0.5", "--nb1-threshold"},
+        {"--headless --nr --anf-taps 60", "needs --anf"},
+        {"--headless --nr --nr-taps 0", "--nr-taps"},
+        {"--headless --nr --nr-taps 900 --nr-delay 125", "1024"},
+        {"--headless --anf --anf-rate 1.5", "--anf-rate"},
+        {"--headless --anf --anf-leak much", "much"},
+        {"--headless --equalizer 1,2,3", "3 gains"},
+        {"--headless --equalizer 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1.5", "'1.5'"},
+        {"--headless --equalizer 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,41", "'41'"},
+        {"--headless --squelch -161", "--squelch"},
+        {"--headless --squelch loud", "loud"},
+        {"--headless --ctcss 100.2", "100.0"},
+        {"--headless --ctcss 254.3", "254.1"},
+        {"--headless --tune-b 7.2M", "--tune-b"},
+        {"--headless --volume 1", "-60 to 0"},
+        {"--headless --volume-b -6", "needs --tune-b"},
+        {"--headless --tune-b 7.11M --volume-b -61", "--volume-b"},
+        {"--headless --balance 3", "needs --tune-b"},
+        {"--headless --tune-b 7.11M --balance 61", "--balance"},
+        {"--headless --cw-tone 50", "--cw-tone"},
     };
     for (const auto &c : cases) {
         const auto result = read(c.options);
@@ -137,7 +207,7 @@ TEST(CommandLineTest, HelpNamesEveryOptionAndMode)
     const auto *help = std::get_if<host::Information>(&result);
     ASSERT_TRUE(help);
     for (const char *text :
-        {"--scene-frequency", "--free-run", "--eeprom", "--fault", "DIGU", "3.072M"})
+        {"--scene-frequency", "--free-run", "--eeprom", "--fault", "--agc-hang", "WFM", "3.072M"})
         EXPECT_TRUE(help->text.contains(text)) << text;
 }
 } // namespace

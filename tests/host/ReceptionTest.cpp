@@ -97,6 +97,129 @@ INSTANTIATE_TEST_SUITE_P(RatesAndModes, ReceptionToneTest,
         ToneCase{1920000, "USB", 400000, 2000}, ToneCase{2560000, "LSB", -900000, -1234},
         ToneCase{3072000, "USB", 1200000, 1000}));
 
+/// Writes a scene of 192 kHz with its centre at 14 MHz and receives it.
+void receive(HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options)
+{
+    host.run(QString("--scene %1 --scene-rate 192k --scene-frequency 14M --rate 192k --free-run "
+                     "--out a.wav --report r.json ")
+                 .arg(host.writeScene("scene.f64", iq))
+        + options);
+    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+}
+
+constexpr int kSceneRateHz = 192000;
+constexpr int kTwoSeconds = 2 * kSceneRateHz;
+
+std::vector<COMPLEX> carrier(double hz, double amplitude)
+{
+    return test::tone(kTwoSeconds, hz / kSceneRateHz, amplitude);
+}
+
+TEST(ReceptionTest, AmGivesTheToneOfItsSideBands)
+{
+    constexpr double kToneHz = 800.0;
+    constexpr double kPure = 0.99; // the gain control follows the tone a little
+    for (const char *mode : {"AM", "SAM"}) {
+        HostProcess host;
+        auto iq = carrier(10000.0, 0.1);
+        for (const double side : {-kToneHz, kToneHz})
+            test::add(iq, carrier(10000.0 + side, 0.025)); // 50 % modulation
+        receive(host, iq, QString("--tune 14.01M --mode ") + mode);
+        EXPECT_GT(purity(settledLeft(host.audio("a.wav")), kToneHz), kPure) << mode;
+    }
+}
+
+/// A carrier at 10 kHz whose phase swings by a tone: 2.5 kHz deviation at 1 kHz.
+std::vector<COMPLEX> narrowFm()
+{
+    constexpr double kToneHz = 1000.0;
+    constexpr double kIndex = 2.5;
+    std::vector<COMPLEX> iq(kTwoSeconds);
+    for (int n = 0; n < kTwoSeconds; ++n) {
+        const double time = double(n) / kSceneRateHz;
+        const double phase =
+            2.0 * M_PI * 10000.0 * time + kIndex * std::sin(2.0 * M_PI * kToneHz * time);
+        iq[std::size_t(n)] = {0.1 * std::cos(phase), 0.1 * std::sin(phase)};
+    }
+    return iq;
+}
+
+TEST(ReceptionTest, NarrowFmGivesTheToneOfItsSwing)
+{
+    constexpr double kPure = 0.99;
+    HostProcess host;
+    receive(host, narrowFm(), "--tune 14.01M --mode NFM");
+    EXPECT_GT(purity(settledLeft(host.audio("a.wav")), 1000.0), kPure);
+}
+
+TEST(ReceptionTest, TheSquelchOpensAboveItsThresholdOnly)
+{
+    constexpr double kAudible = 1e-3; // full scale is 1
+    constexpr double kMargin = 10.0;  // dB between the channel's level and the threshold
+    HostProcess open;
+    receive(open, narrowFm(), "--tune 14.01M --mode NFM");
+    const double level = open.report("r.json")["meters"].toObject()["channel_a_dbm"].toDouble();
+    for (const char *mode : {"NFM", "AM"}) { // its two places in the receiver
+        for (const double distance : {-kMargin, kMargin}) {
+            HostProcess host;
+            receive(host, narrowFm(),
+                QString("--tune 14.01M --mode %1 --filter -6000:6000 --squelch %2")
+                    .arg(mode)
+                    .arg(qRound(level + distance)));
+            const double heard = test::rms(settledLeft(host.audio("a.wav")));
+            EXPECT_EQ(heard > kAudible, distance < 0.0) << mode << ' ' << distance << ' ' << heard;
+        }
+    }
+}
+
+TEST(ReceptionTest, ASecondStationIsHeardAlong)
+{
+    constexpr double kEqualDb = 1.0;
+    constexpr double kAbsentDb = -40.0;
+    auto iq = carrier(11000.0, 0.05);       // 1 kHz above A
+    test::add(iq, carrier(-28500.0, 0.05)); // 1.5 kHz above B
+    const struct
+    {
+        const char *options;
+        double lowestDb; // B's tone against A's
+        double highestDb;
+    } cases[] = {
+        {"", -400.0, kAbsentDb},
+        {"--tune-b 13.97M", -kEqualDb, kEqualDb},
+        {"--tune-b 13.97M --volume-b -20", -20.0 - kEqualDb, -20.0 + kEqualDb},
+    };
+    for (const auto &c : cases) {
+        HostProcess host;
+        receive(host, iq, QString("--tune 14.01M --mode USB ") + c.options);
+        const auto left = settledLeft(host.audio("a.wav"));
+        const auto level = [&left](double hz) {
+            return test::magnitude(test::component(left, hz / kAudioRateHz));
+        };
+        const double difference = test::decibels(level(1500.0) / level(1000.0));
+        EXPECT_GE(difference, c.lowestDb) << c.options;
+        EXPECT_LE(difference, c.highestDb) << c.options;
+        const auto tools = host.report("r.json")["settings"].toObject()["tools"].toObject();
+        EXPECT_EQ(tools.keys().size(), QString(c.options).count("--")) << c.options;
+    }
+}
+
+TEST(ReceptionTest, TheGainControlObeysItsMode)
+{
+    constexpr double kToleranceDb = 0.5;
+    // 40 dB between two stations: hidden while the control is on, fully there while it is off.
+    const auto change = [](const QString &agc) {
+        double rms[2] = {};
+        for (int i = 0; i < 2; ++i) {
+            HostProcess host;
+            receive(host, carrier(11000.0, i == 0 ? 0.001 : 0.1), "--tune 14.01M " + agc);
+            rms[i] = test::rms(settledLeft(host.audio("a.wav")));
+        }
+        return test::decibels(rms[1] / rms[0]);
+    };
+    EXPECT_NEAR(change("--agc off --agc-gain 0"), 40.0, kToleranceDb);
+    EXPECT_NEAR(change("--agc fast --agc-gain 120"), 0.0, kToleranceDb);
+}
+
 TEST(ReceptionTest, NeighboursAndTheOtherSideBandAreSuppressed)
 {
     constexpr int kRateHz = 192000;
