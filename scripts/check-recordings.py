@@ -64,8 +64,9 @@ CASES = [
          allowed_loss=1, start_s=1.0, rates=ALL_RATES),
     Case('FT4', 'ft4/*.wav', 'ft8', 'ft4', 'jt9', 'wsjtx', 'USB', '100:3500', 14.080e6,
          allowed_loss=1, start_s=1.0),
+    # The weakest of the nine stands at the decoder's limit: it comes and goes with the file's cut.
     Case('WSPR', 'wspr/*.wav', 'ft8', 'wspr', 'wsprd', 'wsjtx', 'USB', '1000:2000', 14.0956e6,
-         start_s=1.0),
+         start_s=0.8, host_options=LEVEL),
     Case('300Bd', 'balloon/*.wav', 'ssb', 'balloon', 'minimodem', 'minimodem', 'USB', '100:3500',
          14.1e6, start_s=0.5),
     Case('VOR', 'vor/*.wav', 'am', 'vor', 'sox', 'sox', 'AM', '-12000:12000', 113.0e6,
@@ -79,7 +80,10 @@ CASES = [
     Case('AFSK', '', 'packet', 'packet', 'gen_packets', 'direwolf', 'NFM', NFM, 144.8e6,
          judge='least', least=20, start_s=0.0),
     Case('AFSKct', '', 'packet', 'packet', 'gen_packets', 'direwolf', 'NFM', NFM, 144.8e6,
-         judge='least', least=20, scene_options=['--ctcss', '67.0'],
+         judge='least', least=20, scene_options=['--ctcss', '67.0']),
+    # The tone squelch opens after the first packets have begun.
+    Case('AFSKsql', '', 'packet', 'packet', 'gen_packets', 'direwolf', 'NFM', NFM, 144.8e6,
+         judge='least', least=18, scene_options=['--ctcss', '67.0'],
          host_options=['--ctcss', '67.0']),
     Case('Satel', 'packet/*.wav', 'packet', 'packet', 'atest', 'direwolf', 'NFM', NFM, 145.8e6,
          start_s=0.5),
@@ -105,6 +109,9 @@ CASES = [
 
 # The signal's place for modes that are tuned to a carrier beside the dial.
 TUNE_SHIFT_HZ = {'DCFusb': -1000.0}
+
+VOR_LEAD_S = 1.0
+FILTER_DELAY_S = 0.018       # half of the band filter's and of the pre-filter's taps
 
 # Device rate, and where in the band the station stands: far from the centre, never on it.
 OFFSETS_HZ = {192000: 10e3, 1536000: -310e3, 3072000: 920e3}
@@ -149,6 +156,14 @@ def code_of(case, recording):
     return ['--text', os.path.basename(recording)[:4]] if case.client == 'selcal' else []
 
 
+def part_of(case, recording):
+    """Bearings are measured over just the length of the recording."""
+    if case.client != 'vor':
+        return ['--start', str(case.start_s)] if case.start_s else []
+    seconds = float(run(['soxi', '-D', recording]))
+    return ['--start', str(case.start_s + VOR_LEAD_S + FILTER_DELAY_S), '--len', str(seconds)]
+
+
 def dc_blocked(recording, wav, inverted):
     """The recording behind the receiver's own direct-current block, which turns a 30 Hz tone by 52
     degrees and a 9960 Hz one by none; synchronous AM also inverts."""
@@ -175,10 +190,14 @@ def reference_of(args, case, recording, folder):
 
 
 def sendable(recording, folder):
-    """Raw audio without a header becomes a WAV; make_scenes.py reads the rest."""
+    """Raw audio without a header becomes a WAV; make_scenes.py reads the rest. A VOR, which may be as
+    short as a second, gets a lead of bare carrier in which the receiver fades in."""
+    wav = os.path.join(folder, 'recording.wav')
+    if '/vor/' in recording:
+        run(['sox', recording, wav, 'remix', '1', 'pad', str(VOR_LEAD_S), '1'])
+        return wav
     if not recording.endswith('.bin'):
         return recording
-    wav = os.path.join(folder, 'recording.wav')
     run(['sox', '-t', 'raw', '-r', '22050', '-e', 'signed', '-b', '16', '-c', '1', recording, wav])
     return wav
 
@@ -202,9 +221,8 @@ def receive(args, case, recording, rate, folder):
     if case.inverted:
         received, wav = wav, os.path.join(folder, 'inverted.wav')
         run(['sox', received, wav, 'vol', '-1'])
-    start = ['--start', str(case.start_s)] if case.start_s else []
     with open(report) as file:
-        return score(args, case, wav, *start, *code_of(case, recording),
+        return score(args, case, wav, *part_of(case, recording), *code_of(case, recording),
                      *case.client_options), json.load(file)
 
 

@@ -2,7 +2,10 @@
 // The whole road, from USB frames to the sound card: CPU seconds per second of IQ, all threads
 // counted, two channels as always. Real time needs a real-time factor above 1 on one core.
 //
+// Then every mode at two rates, plain and with all tools on the audio switched on.
+//
 //   bench_road [--seconds S] [--rate HZ] [--taps N]
+#include "Dsp/ZephrinMDSP.h"
 #include "road/ReplayDevice.h"
 #include "support/Road.h"
 #include "support/Signals.h"
@@ -47,7 +50,25 @@ std::vector<COMPLEX> band(double rate)
     return signal;
 }
 
-Figures measure(double rate, int taps, double length)
+// What a listener could switch on all at once.
+void switchToolsOn(ZephrinMDSP &engine)
+{
+    engine.setNb1(0, true);
+    engine.setNb2(0, true);
+    engine.setNr(0, true);
+    engine.setAnf(0, true);
+    engine.setApf(0u, true);
+    engine.setDse(0u, true);
+    engine.setBin(0, true);
+    engine.setEqualizerGains(0, QVector<int>(18, 3));
+    engine.setEqualizerEnable(0, true);
+    engine.setSqlEnable(0, 0, true);
+    engine.setSqlValue(0, 0, -140);
+    engine.setEnableCTCSS(0, true);
+}
+
+Figures measure(double rate, int taps, double length,
+    DspCore::Modulation mode = DspCore::Modulation::USB, bool tools = false)
 {
     replay::load(band(rate));
     test::Road::Settings settings;
@@ -55,7 +76,12 @@ Figures measure(double rate, int taps, double length)
     settings.taps = taps;
     settings.tuneHz = settings.centerHz + 0.1015625 * rate;
     settings.tuneBHz = settings.centerHz - 0.078125 * rate;
+    settings.mode = mode;
+    settings.lowHz = mode == DspCore::Modulation::USB ? 300.0 : -4000.0;
+    settings.highHz = mode == DspCore::Modulation::USB ? 2700.0 : 4000.0;
     test::Road road(settings, replay::grant);
+    if (tools)
+        switchToolsOn(road.engine());
 
     road.drain(static_cast<std::uint64_t>(rate * 0.3)); // fade in, caches, clock frequency
     const double processStart = seconds(CLOCK_PROCESS_CPUTIME_ID);
@@ -66,6 +92,28 @@ Figures measure(double rate, int taps, double length)
     const Figures figures{(seconds(CLOCK_PROCESS_CPUTIME_ID) - processStart) / iqSeconds,
         (seconds(road.engineClock()) - engineStart) / iqSeconds, test::rms(road.receive(4800))};
     return figures;
+}
+} // namespace
+
+namespace
+{
+void printModes(int taps, double length)
+{
+    constexpr const char *kNames[] = {
+        "AM", "SAM", "DSB", "LSB", "USB", "CW", "NFM", "DIGL", "DIGU", "WFM", "DRM"};
+    std::printf("\nCPU s per s of IQ\n%6s %14s %14s %14s %14s\n", "mode", "192 kHz", "all tools",
+        "3.072 MHz", "all tools");
+    for (int mode = 0; mode < 11; ++mode) {
+        std::printf("%6s", kNames[mode]);
+        for (const double rate : {192e3, 3072e3}) {
+            for (const bool tools : {false, true}) {
+                const auto modulation = static_cast<DspCore::Modulation>(mode);
+                std::printf(" %14.4f", measure(rate, taps, length, modulation, tools).all);
+                std::fflush(stdout);
+            }
+        }
+        std::printf("\n");
+    }
 }
 } // namespace
 
@@ -96,5 +144,7 @@ int main(int argc, char **argv)
             figures.all - figures.engine, 1.0 / figures.all);
         std::fflush(stdout);
     }
+    if (only == 0.0)
+        printModes(parser.value("taps").toInt(), 0.4 * parser.value("seconds").toDouble());
     return 0;
 }
