@@ -13,7 +13,7 @@ namespace DspCore
 SIGNAL_PRIMITIVES_CLONES double largestPart(const COMPLEX *samples, std::size_t length)
 {
     constexpr std::size_t kLanes = 32;
-    const double *parts = &samples->re;
+    const auto *parts = reinterpret_cast<const double *>(samples); // null for an empty block
     const std::size_t count = 2 * length;
 
     std::array<double, kLanes> largest{};
