@@ -8,6 +8,10 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# What a shared library shows is marked where it is declared; the rest may be inlined freely.
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
 # Programming errors (a block above SIGNAL_MAX_SIZE, a missing owner) stop the program in every
 # build, so assert() stays on: no NDEBUG.
 set(CMAKE_CXX_FLAGS_RELEASE "-O3")
@@ -41,10 +45,16 @@ function(zephrin_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LIBS} PRIVATE zephrin_warnings)
 endfunction()
 
-# zephrin_test(<name> SOURCES ... LIBS ...): one test program of a folder, run with a Qt core
-# application around it so that timers, threads and queued signals work.
+# zephrin_test(<name> [WIDGETS] SOURCES ... LIBS ...): one test program of a folder, run with a Qt
+# core application around it so that timers, threads and queued signals work; with WIDGETS it is
+# one that has widgets, too.
 function(zephrin_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;LIBS" ${ARGN})
+    if(ARG_WIDGETS)
+        # Found before the main() in the library of test helpers.
+        list(APPEND ARG_SOURCES "${CMAKE_SOURCE_DIR}/tests/support/WidgetMain.cpp")
+        list(APPEND ARG_LIBS Qt5::Widgets)
+    endif()
     add_executable(test_${name} ${ARG_SOURCES})
     target_link_libraries(test_${name} PRIVATE test_support ${ARG_LIBS} zephrin_warnings)
     add_test(NAME ${name} COMMAND test_${name})

@@ -13,10 +13,10 @@ void AudioFile::Closer::operator()(sf_private_tag *file) const
     sf_close(file);
 }
 
-bool AudioFile::open(const QString &path)
+bool AudioFile::open(const QString &path, int rateHz)
 {
     SF_INFO info{};
-    info.samplerate = kRateHz;
+    info.samplerate = rateHz;
     info.channels = kChannels;
     info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
     m_path = path;

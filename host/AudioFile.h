@@ -10,7 +10,7 @@ struct sf_private_tag; // libsndfile's handle
 
 namespace host
 {
-/// Writes a WAV of 48 kHz, stereo, 32-bit float. One thread at a time.
+/// Writes a WAV: stereo, 32-bit float, 48 kHz unless told otherwise. One thread at a time.
 class AudioFile
 {
 public:
@@ -20,7 +20,7 @@ public:
     ~AudioFile();
 
     /// Creates the file or empties it. On failure false, and error() tells why in one line.
-    bool open(const QString &path);
+    bool open(const QString &path, int rateHz = kRateHz);
 
     /// Appends frames of left and right in turn. False once the disk refuses.
     bool write(const float *interleaved, std::size_t frames);

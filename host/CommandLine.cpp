@@ -4,6 +4,7 @@
 #include "DeviceRates.h"
 #include "Numbers.h"
 #include "OptionReader.h"
+#include "OutputOptions.h"
 #include "ToolOptions.h"
 
 #include <QCommandLineParser>
@@ -20,6 +21,11 @@ constexpr double kHighestFrequencyHz = 800e6;
 
 // A day; a longer run is a slip of the finger.
 constexpr double kLongestRunSeconds = 86400.0;
+
+// Of a notch filter; the receiver has eight of them for a band.
+constexpr double kNarrowestNotchHz = 20.0;
+constexpr double kWidestNotchHz = 20000.0;
+constexpr int kMostNotches = 8;
 
 const QStringList kSceneFormats = {"wav", "f64", "f32", "s16", "u8"};
 
@@ -46,11 +52,14 @@ public:
     {
         if (!isSet("headless"))
             refuse("there is no window; add --headless");
+        readParts();
         readScene();
         readTuning();
         readFilter();
+        readNotches();
         readTools();
         readRun();
+        readOutputOptions(m_options, m_settings);
         return m_settings;
     }
 
@@ -59,6 +68,16 @@ private:
     {
         m_parser.addOptions({
             {"headless", "Run without a window (the only way so far)."},
+            {"plugin", "Device plugin to load; default: the one that came with the program.",
+                "FILE"},
+            {"d2xx",
+                "Library behind which the receiver is; default: the virtual receiver that came "
+                "with the program.",
+                "FILE"},
+            {"settings",
+                "Settings file of the receiver's options; default: the user's own. What options "
+                "say holds for this run only.",
+                "FILE"},
             {"scene", "IQ recording or band description (.band); default: the built-in band.",
                 "FILE"},
             {"scene-format", "wav, f64, f32, s16 or u8; default: by the file's name.", "FORMAT"},
@@ -72,25 +91,38 @@ private:
             {"mode", modeNames() + ". Default USB.", "MODE"},
             {"filter", "Band filter relative to --tune, as 300:2700 (USB) or -2700:-300 (LSB).",
                 "LOW:HIGH"},
+            {"preamp",
+                "Level in front of the receiver's converter, 0 being neither attenuator nor "
+                "amplifier. Default 0.",
+                "DB"},
+            {"auto-preamp", "Let the receiver choose it while it runs; in real time only."},
+            {"notch",
+                "Take out a frequency of the band, 100 Hz or so many wide; up to eight times.",
+                "HZ[:WIDTH]"},
             {"seconds", "Seconds of IQ; default: the whole scene, 10 for an endless one.", "S"},
             {"free-run",
                 "As fast as possible, without losing a sample; gives the same file each time."},
-            {"out", "Audio file to write: 48 kHz, stereo, 32-bit float.", "FILE.wav"},
-            {"report", "Report to write.", "FILE.json"},
             {"eeprom", "File that holds the receiver's EEPROM.", "FILE"},
             {"fault", "Faults to produce, for example lost-byte@1000.", "SPEC"},
             {"help", "Show this text."},
             {"version", "Show the version."},
         });
+        declareOutputOptions(m_parser);
         declareToolOptions(m_parser);
+    }
+
+    void readParts()
+    {
+        m_settings.pluginFile = m_options.file("plugin");
+        m_settings.d2xxFile = m_options.file("d2xx");
+        m_settings.settingsFile = m_options.file("settings");
+        m_settings.eepromFile = m_options.file("eeprom");
     }
 
     void readScene()
     {
-        m_settings.sceneFile = m_parser.value("scene");
+        m_settings.sceneFile = m_options.file("scene");
         m_settings.sceneFormat = m_parser.value("scene-format");
-        if (isSet("scene") && m_settings.sceneFile.isEmpty())
-            refuse("--scene: no file given");
         if (isSet("scene-format") && !kSceneFormats.contains(m_settings.sceneFormat))
             refuse(QString("--scene-format: '%1' is none of %2")
                        .arg(m_settings.sceneFormat, kSceneFormats.join(", ")));
@@ -110,6 +142,10 @@ private:
         m_settings.tuneHz =
             m_options.numberIn("tune", m_settings.centerHz, 0.0, kHighestFrequencyHz);
         checkReach("tune", m_settings.tuneHz);
+        m_settings.preampDb = m_options.number("preamp", m_settings.preampDb);
+        m_settings.autoPreamp = isSet("auto-preamp");
+        if (m_settings.autoPreamp && isSet("free-run"))
+            refuse("--auto-preamp goes by the clock, which --free-run does not");
     }
 
     void checkReach(const char *option, double frequencyHz) const
@@ -165,6 +201,28 @@ private:
         m_settings.filterHighHz = *high;
     }
 
+    void readNotches()
+    {
+        for (const QString &text : m_parser.values("notch")) {
+            const QStringList parts = text.split(':');
+            const auto frequency = parseNumber(parts.first());
+            const auto width =
+                parts.size() == 1 ? NotchSettings().widthHz : parseNumber(parts.last());
+            if (parts.size() > 2 || !frequency || !width)
+                refuse(QString("--notch: '%1' is not HZ or HZ:WIDTH").arg(text));
+            checkReach("notch", *frequency);
+            if (*width < kNarrowestNotchHz || *width > kWidestNotchHz)
+                refuse(QString("--notch: the width %1 is outside %2 to %3")
+                           .arg(parts.last(), formatNumber(kNarrowestNotchHz),
+                               formatNumber(kWidestNotchHz)));
+            m_settings.notches.append({*frequency, *width});
+        }
+        if (m_settings.notches.size() > kMostNotches)
+            refuse(QString("--notch: %1 of them, there are %2 filters")
+                       .arg(m_settings.notches.size())
+                       .arg(kMostNotches));
+    }
+
     void readTools()
     {
         m_settings.tools = readToolOptions(m_options);
@@ -177,13 +235,7 @@ private:
         const double shortest = isSet("seconds") ? 1e-3 : 0.0;
         m_settings.seconds = m_options.numberIn("seconds", 0.0, shortest, kLongestRunSeconds);
         m_settings.freeRun = isSet("free-run");
-        m_settings.outFile = m_parser.value("out");
-        m_settings.reportFile = m_parser.value("report");
-        m_settings.eepromFile = m_parser.value("eeprom");
         m_settings.fault = m_parser.value("fault");
-        for (const char *option : {"out", "report", "eeprom"})
-            if (isSet(option) && m_parser.value(option).isEmpty())
-                refuse(QString("--%1: no file given").arg(option));
     }
 
     QCommandLineParser m_parser;

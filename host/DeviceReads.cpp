@@ -4,12 +4,13 @@
 #include "d2xx/ftd2xx.h"
 
 #include <ctime>
-#include <dlfcn.h>
 
 namespace host
 {
 namespace
 {
+decltype(&FT_Read) g_library = nullptr; // written before the plugin is loaded
+
 std::uint64_t threadNanoseconds()
 {
     timespec time{};
@@ -18,6 +19,12 @@ std::uint64_t threadNanoseconds()
 }
 } // namespace
 
+bool DeviceReads::standBefore(void *read)
+{
+    g_library = reinterpret_cast<decltype(g_library)>(read);
+    return g_library != nullptr;
+}
+
 DeviceReads &DeviceReads::instance()
 {
     static DeviceReads reads;
@@ -25,14 +32,15 @@ DeviceReads &DeviceReads::instance()
 }
 } // namespace host
 
-// A definition in the program is found before that of any library, also by libraries.
-FT_STATUS FT_Read(FT_HANDLE handle, LPVOID buffer, DWORD bytesToRead, LPDWORD bytesReturned)
+// A definition that the program exports is found before that of any library, also by libraries and
+// plugins that are loaded later.
+__attribute__((visibility("default"))) FT_STATUS FT_Read(
+    FT_HANDLE handle, LPVOID buffer, DWORD bytesToRead, LPDWORD bytesReturned)
 {
-    static const auto library = reinterpret_cast<decltype(&FT_Read)>(dlsym(RTLD_NEXT, "FT_Read"));
     auto &reads = host::DeviceReads::instance();
     reads.thread.attach();
     const std::uint64_t before = host::threadNanoseconds();
-    const FT_STATUS status = library(handle, buffer, bytesToRead, bytesReturned);
+    const FT_STATUS status = host::g_library(handle, buffer, bytesToRead, bytesReturned);
     reads.nanoseconds.fetch_add(host::threadNanoseconds() - before, std::memory_order_relaxed);
     if (status == FT_OK && *bytesReturned < bytesToRead)
         reads.lostBytes.fetch_add(*bytesReturned, std::memory_order_relaxed);

@@ -20,6 +20,9 @@ struct DeviceReads
     /// Bytes of reads that came back short. The driver reads that range again, so they are lost.
     std::atomic<std::uint64_t> lostBytes = 0;
 
+    /// The FT_Read() that the reads go on to. Before the first read; false for null.
+    bool standBefore(void *read);
+
     static DeviceReads &instance();
 };
 } // namespace host

@@ -3,7 +3,7 @@
 
 #include <QLoggingCategory>
 #include <QString>
-#include <cstdint>
+#include <atomic>
 #include <cstdio>
 #include <map>
 #include <mutex>
@@ -12,6 +12,12 @@ namespace host
 {
 namespace
 {
+// Qt's own remarks on a user without a session and on a window without a screen.
+constexpr QLatin1String kOfNoUse[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
+    QLatin1String("This plugin does not support propagateSizeHints")};
+const QLatin1String kRefusedBlock("failed to write IQ to file");
+
+std::atomic<std::uint64_t> g_refusedBlocks = 0;
 std::mutex g_mutex;
 std::map<QString, std::uint64_t> g_lines; // by text, how often; guarded by g_mutex
 
@@ -22,8 +28,14 @@ void print(const QString &text)
 
 void onMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
-    if (type == QtDebugMsg)
+    if (type == QtDebugMsg) {
+        if (text.contains(kRefusedBlock))
+            ++g_refusedBlocks;
         return;
+    }
+    for (const QLatin1String &remark : kOfNoUse)
+        if (text.startsWith(remark))
+            return;
     const QString line = text.simplified();
     const std::lock_guard lock(g_mutex);
     if (++g_lines[line] == 1)
@@ -46,5 +58,15 @@ HostLog::~HostLog()
         if (count > 1)
             print(QString("%1 times: %2").arg(count).arg(line));
     g_lines.clear();
+}
+
+void HostLog::countRefusedBlocks()
+{
+    QLoggingCategory::setFilterRules("default.debug=true");
+}
+
+std::uint64_t HostLog::refusedBlocks()
+{
+    return g_refusedBlocks;
 }
 } // namespace host

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 namespace host
 {
@@ -24,6 +25,17 @@ public:
         m_squares = m_squares + squares;
         m_peak = std::max(m_peak.load(), peak);
         m_samples = m_samples + samples;
+    }
+
+    /// Adds values of full scale 1.
+    void add(std::span<const float> values)
+    {
+        double squares = 0.0, peak = 0.0;
+        for (const double value : values) {
+            squares += value * value;
+            peak = std::max(peak, std::abs(value));
+        }
+        add(squares, peak, values.size());
     }
 
     double rmsDb() const

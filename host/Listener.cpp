@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Listener.h"
 
-#include "DeviceReads.h"
+#include "Numbers.h"
 
 #include "signal_primitives/fft_planning.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
 
 #include <algorithm>
 #include <cstdio>
@@ -15,8 +14,14 @@ namespace host
 {
 namespace
 {
-constexpr int kTickMs = 250; // progress line, and a look at whether the receiver is still there
-const QString kReceiverLost = "receiver lost";
+constexpr int kTickMs = 250; // progress line
+
+template <typename Outlet>
+AudioCallback pullFrom(Outlet &outlet)
+{
+    return [&outlet](std::vector<float> &in, std::vector<float> &out, unsigned long frames,
+               unsigned long channels) { return outlet.pull(in, out, frames, channels); };
+}
 } // namespace
 
 Listener::Listener(const HostSettings &settings) : m_settings(settings)
@@ -30,46 +35,95 @@ Listener::~Listener() = default;
 
 int Listener::run()
 {
-    if (!m_scene.open(m_settings))
-        return complain(m_scene.error(), kBadInput);
-    if (!openFiles())
-        return kBadInput;
-    if (m_settings.freeRun)
-        signal_primitives::planReproducibly();
-    m_receiver.emplace(m_ledger);
-    if (!m_receiver->open(m_settings) || !startStream())
-        return complain(m_receiver->error(), kFailure);
+    if (!openLibrary() || !openFiles() || !openReceiver() || !openOutlets() || !startStream())
+        return m_status;
     QCoreApplication::exec();
-    return keepResults() ? kSuccess : kFailure;
+    keepResults();
+    return m_status;
+}
+
+bool Listener::openLibrary()
+{
+    if (!m_library.open(m_settings.d2xxFile))
+        return refuse(m_library.error(), kBadInput);
+    m_virtualReceiver = VirtualReceiver::of(m_library);
+    m_scene.emplace(virtualReceiver());
+    return m_scene->open(m_settings) || refuse(m_scene->error(), kBadInput);
 }
 
 bool Listener::openFiles()
 {
-    if (!m_settings.outFile.isEmpty() && !m_audioFile.open(m_settings.outFile)) {
-        complain(m_audioFile.error(), kBadInput);
-        return false;
+    if (!m_settings.outFile.isEmpty() && !m_audioFile.open(m_settings.outFile))
+        return refuse(m_audioFile.error(), kBadInput);
+    if (!m_settings.spectrum.audioSpectrumFile.isEmpty()) {
+        // Plans its transform here, while nobody else does.
+        m_audioPicture.emplace();
+        m_audioPicture->setTitle(QString("Audio of %1 in %2")
+                                     .arg(formatHertz(m_settings.tuneHz), m_settings.mode->name));
     }
     if (m_settings.reportFile.isEmpty())
         return true;
     m_reportFile.emplace(m_settings.reportFile);
-    if (!m_reportFile->open(QIODevice::WriteOnly)) {
-        complain(m_settings.reportFile + ": " + m_reportFile->errorString(), kBadInput);
-        return false;
+    return m_reportFile->open(QIODevice::WriteOnly)
+        || refuse(m_settings.reportFile + ": " + m_reportFile->errorString(), kBadInput);
+}
+
+bool Listener::openReceiver()
+{
+    if (m_settings.freeRun)
+        signal_primitives::planReproducibly();
+    m_receiver.emplace(m_ledger);
+    connect(&*m_receiver, &PluginReceiver::lost, this, [this] { finish(kReceiverLost); });
+    if (!m_receiver->load(m_settings))
+        return refuse(m_receiver->error(), kBadInput);
+    const bool isOpen = m_receiver->open(m_settings);
+    tell(m_receiver->notice());
+    return isOpen || refuse(m_receiver->error(), kFailure);
+}
+
+// The outlets are open before the stream begins, which is where their count of frames begins.
+bool Listener::openOutlets()
+{
+    HostBridge &bridge = m_receiver->bridge();
+    if (const OutletSettings &vac = m_settings.vac; vac.isOn()) {
+        m_vac.emplace(pullFrom(bridge.vac()), m_ledger, vac.rateHz);
+        if (!m_vac->open(vac.file))
+            return refuse(m_vac->error(), kBadInput);
+        bridge.vac().open(quint64(vac.rateHz));
+    }
+    if (const OutletSettings &lineOut = m_settings.lineOut; lineOut.isOn()) {
+        m_lineOut.emplace(pullFrom(bridge.lineOut()), m_ledger, lineOut.rateHz);
+        if (!m_lineOut->open(lineOut.file))
+            return refuse(m_lineOut->error(), kBadInput);
+        bridge.lineOut().open(quint64(lineOut.rateHz));
     }
     return true;
 }
 
 bool Listener::startStream()
 {
-    m_feed.emplace(m_settings, m_scene.seconds());
-    m_feed->prepare();
-    m_sound.emplace(SoundDevice::Source{m_receiver->audio(), [this] { m_receiver->wakeEngine(); }},
-        *m_feed, m_ledger, m_settings.outFile.isEmpty() ? nullptr : &m_audioFile,
+    m_feed.emplace(m_settings, m_scene->seconds(), virtualReceiver());
+    for (const auto *outlet : {&m_vac, &m_lineOut})
+        if (*outlet)
+            m_feed->respect((*outlet)->ring());
+    m_feed->prepare(m_ledger);
+    m_pictures.emplace(m_receiver->device(), m_settings, m_ledger, m_receiver->panoramaHz());
+    m_sound.emplace(pullFrom(*m_receiver->bridge().soundOut()), *m_feed, m_ledger,
+        SoundDevice::Sinks{m_settings.outFile.isEmpty() ? nullptr : &m_audioFile,
+            m_audioPicture ? &*m_audioPicture : nullptr},
         m_settings.freeRun);
     m_cpuAtStart = cpuTimes();
     m_wallClock.start();
     if (!m_receiver->start(m_settings.tools))
-        return false;
+        return refuse(m_receiver->error(), kFailure);
+    if (m_settings.recording.isOn()) {
+        m_recording.emplace(m_receiver->device(), *m_receiver->bridge().iqRecorderConfigure());
+        if (!m_recording->start())
+            return refuse(m_recording->error(), kFailure);
+    }
+    for (auto *outlet : {&m_vac, &m_lineOut})
+        if (*outlet)
+            (*outlet)->start();
     m_sound->start(
         [this] { QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection); });
     m_tick.start(kTickMs);
@@ -80,13 +134,12 @@ void Listener::finish(const QString &ending)
 {
     if (m_result.ending.isEmpty())
         m_result.ending = ending;
-    m_sound->finish();
+    if (m_sound)
+        m_sound->finish();
 }
 
 void Listener::onTick()
 {
-    if (!m_receiver->isStreaming())
-        finish(kReceiverLost);
     const double seconds = double(m_ledger.processedSamples()) / m_settings.deviceRateHz;
     const double planned = m_feed->plannedSeconds();
     m_progress.show(
@@ -104,6 +157,7 @@ void Listener::onEnd()
     m_result.wallSeconds = double(m_wallClock.nsecsElapsed()) * 1e-9;
     m_tick.stop();
     m_sound->join();
+    endOutlets();
     if (m_result.ending.isEmpty())
         m_result.ending = m_feed->status().scene_ended ? "scene ended" : "duration reached";
     m_result = measurement();
@@ -112,73 +166,28 @@ void Listener::onEnd()
     QCoreApplication::exit();
 }
 
-CpuTimes Listener::cpuTimes() const
+// Before the stream ends, and with it the device's answers.
+void Listener::endOutlets()
 {
-    const auto &reads = DeviceReads::instance();
-    CpuTimes times;
-    times.device = double(reads.nanoseconds) * 1e-9;
-    times.reader = std::max(0.0, reads.thread.seconds() - times.device);
-    times.engine = m_ledger.engineThread().seconds();
-    times.sound = m_sound->thread().seconds();
-    times.main = m_mainThread.seconds();
-    times.process = ThreadClock::processSeconds();
-    return times;
+    for (auto *outlet : {&m_vac, &m_lineOut})
+        if (*outlet)
+            (*outlet)->finish();
+    if (m_recording)
+        m_recording->stop();
 }
 
-Measurement Listener::measurement() const
+void Listener::tell(const QString &text)
 {
-    Measurement m = m_result;
-    const vr_status &receiver = m_feed->status();
-    m.scene = m_scene.name();
-    m.samplesSent = receiver.samples_sent;
-    m.samplesProcessed = m_ledger.processedSamples();
-    m.shortReads = receiver.short_reads;
-    m.fifoOverruns = receiver.fifo_overruns;
-    m.clippedSamples = receiver.clipped_samples;
-    m.samplesLostInShortReads = m_feed->lostSamples();
-    m.samplesDropped = m_feed->droppedSamples(m_ledger);
-    m.blocksDropped = m_feed->droppedBlocks(m_ledger);
-    m.inputRmsDbfs = m_ledger.inputLevel().rmsDb();
-    m.inputPeakDbfs = m_ledger.inputLevel().peakDb();
-    const HostSensors &meters = m_receiver->meters();
-    m.channelDbm = meters.channelDbm(0);
-    m.channelBDbm = meters.channelDbm(1);
-    m.inputReDb = meters.inputReDb();
-    m.inputImDb = meters.inputImDb();
-    m.isStereo = meters.isStereo();
-    m.audioFrames = m_sound->frames();
-    m.audioFramesLost = m_ledger.lostFrames();
-    m.shortBlocks = m_sound->shortBlocks();
-    m.audioRmsDbfs = m_sound->level().rmsDb();
-    m.audioPeakDbfs = m_sound->level().peakDb();
-    m.cpu = cpuTimes() - m_cpuAtStart;
-    return m;
-}
-
-bool Listener::keepResults()
-{
-    std::fputs(toText(m_settings, m_result).toLocal8Bit().constData(), stdout);
-    bool good = m_result.ending != kReceiverLost;
-    if (!good)
-        complain("the receiver was lost", kFailure);
-    if (!m_audioFile.close() || !m_sound->isFileGood()) {
-        complain(m_audioFile.error(), kFailure);
-        good = false;
-    }
-    if (m_reportFile) {
-        m_reportFile->write(QJsonDocument(toJson(m_settings, m_result)).toJson());
-        if (!m_reportFile->commit()) {
-            complain(m_settings.reportFile + ": " + m_reportFile->errorString(), kFailure);
-            good = false;
-        }
-    }
-    return good;
-}
-
-int Listener::complain(const QString &text, int status)
-{
+    if (text.isEmpty())
+        return;
     m_progress.clear();
     std::fputs(("velmora-host: " + text + '\n').toLocal8Bit().constData(), stderr);
-    return status;
+}
+
+bool Listener::refuse(const QString &text, int status)
+{
+    tell(text);
+    m_status = status;
+    return false;
 }
 } // namespace host

@@ -2,15 +2,23 @@
 #pragma once
 
 #include "AudioFile.h"
-#include "DirectReceiver.h"
+#include "BandPictures.h"
+#include "D2xxLibrary.h"
 #include "HostSettings.h"
+#include "IqRecording.h"
 #include "Measurement.h"
+#include "OutletFile.h"
+#include "PluginReceiver.h"
 #include "Progress.h"
 #include "Scene.h"
 #include "SoundDevice.h"
 #include "StopSignal.h"
 #include "StreamFeed.h"
 #include "StreamLedger.h"
+#include "VirtualReceiver.h"
+
+#include "pictures/AudioSpectrumPicture.h"
+#include "services/DialogGuard.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -24,10 +32,12 @@ namespace host
 /// One run from the command line to the files: sets everything up, waits in the event loop until
 /// the stream is over, measures, writes.
 ///
-///     Scene -> virtual receiver -> DirectReceiver -> SoundDevice -> AudioFile
-///                     ^ StreamFeed ------ StreamLedger -------'
+///     Scene -> virtual receiver -> plugin in PluginReceiver -> SoundDevice -> AudioFile
+///                     ^                        |-> OutletFile, BandPictures, IqRecording
+///                     '- StreamFeed ------ StreamLedger -------'
 ///
-/// Threads: main (this class), the driver's reader, the engine, the sound device.
+/// Threads: main (this class), the driver's reader, the engine, the host's pool, the sound device,
+/// one for each outlet that is open.
 class Listener : public QObject
 {
     Q_OBJECT
@@ -44,23 +54,51 @@ public:
     int run();
 
 private:
+    // In this order. False: told on stderr, with the status to end with in m_status.
+    bool openLibrary();
     bool openFiles();
+    bool openReceiver();
+    bool openOutlets();
     bool startStream();
+
     void finish(const QString &ending);
     void onTick();
     void onEnd();
-    bool keepResults();
+    void endOutlets();
+
+    // ListenerResults.cpp: what comes after the stream.
     CpuTimes cpuTimes() const;
     Measurement measurement() const;
-    int complain(const QString &text, int status);
+    OutputResults outputs() const;
+    void keepResults();
+    void keepAudio();
+    void keepPictures();
+    void keepReport();
+
+    const VirtualReceiver *virtualReceiver() const
+    {
+        return m_virtualReceiver ? &*m_virtualReceiver : nullptr;
+    }
+    void tell(const QString &text);
+    bool refuse(const QString &text, int status);
+
+    static constexpr const char *kReceiverLost = "receiver lost";
 
     HostSettings m_settings;
-    Scene m_scene;
+    DialogGuard m_dialogGuard;
+    D2xxLibrary m_library;
+    std::optional<VirtualReceiver> m_virtualReceiver; // empty for real hardware
+    std::optional<Scene> m_scene;
     AudioFile m_audioFile;
+    std::optional<AudioSpectrumPicture> m_audioPicture;
     std::optional<QSaveFile> m_reportFile;
     StreamLedger m_ledger;
-    std::optional<DirectReceiver> m_receiver;
+    std::optional<PluginReceiver> m_receiver;
+    std::optional<BandPictures> m_pictures;
+    std::optional<IqRecording> m_recording;
     std::optional<StreamFeed> m_feed;
+    std::optional<OutletFile> m_vac;
+    std::optional<OutletFile> m_lineOut;
     std::optional<SoundDevice> m_sound;
     Progress m_progress;
     StopSignal m_stopSignal;
@@ -69,5 +107,6 @@ private:
     ThreadClock m_mainThread;
     CpuTimes m_cpuAtStart;
     Measurement m_result;
+    int m_status = kSuccess;
 };
 } // namespace host

@@ -3,6 +3,7 @@
 
 #include "AudioFile.h"
 #include "Numbers.h"
+#include "OutputReport.h"
 #include "ToolReport.h"
 
 #include <QJsonArray>
@@ -19,15 +20,26 @@ double ratio(double a, double b)
     return b > 0.0 ? a / b : 0.0;
 }
 
+QJsonArray notchesJson(const QVector<NotchSettings> &notches)
+{
+    QJsonArray array;
+    for (const NotchSettings &notch : notches)
+        array += QJsonArray{notch.frequencyHz, notch.widthHz};
+    return array;
+}
+
 QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
 {
     return {
+        {"plugin", m.plugin},
+        {"d2xx", m.library},
         {"scene", m.scene},
         {"rate_hz", settings.deviceRateHz},
         {"center_hz", settings.centerHz},
         {"tune_hz", settings.tuneHz},
         {"mode", settings.mode->name},
         {"filter_hz", QJsonArray{settings.filterLowHz, settings.filterHighHz}},
+        {"notches", notchesJson(settings.notches)},
         {"free_run", settings.freeRun},
         {"tools", toJson(settings.tools)},
     };
@@ -35,20 +47,23 @@ QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
 
 QJsonObject iqJson(const HostSettings &settings, const Measurement &m)
 {
-    return {
-        {"samples_sent", double(m.samplesSent)},
+    QJsonObject json{
         {"samples_processed", double(m.samplesProcessed)},
         {"seconds", m.iqSeconds(settings)},
-        {"dropped_blocks", double(m.blocksDropped)},
-        {"dropped_samples", double(m.samplesDropped)},
-        {"short_reads", double(m.shortReads)},
         {"short_read_samples", double(m.samplesLostInShortReads)},
-        {"fifo_overruns", double(m.fifoOverruns)},
-        {"clipped_samples", double(m.clippedSamples)},
         {"input_rms_dbfs", m.inputRmsDbfs},
         {"input_peak_dbfs", m.inputPeakDbfs},
         {"channel_dbm", m.channelDbm},
     };
+    if (!m.isVirtual)
+        return json;
+    json["samples_sent"] = double(m.samplesSent);
+    json["dropped_blocks"] = double(m.blocksDropped);
+    json["dropped_samples"] = double(m.samplesDropped);
+    json["short_reads"] = double(m.shortReads);
+    json["fifo_overruns"] = double(m.fifoOverruns);
+    json["clipped_samples"] = double(m.clippedSamples);
+    return json;
 }
 
 QJsonObject metersJson(const Measurement &m)
@@ -97,6 +112,13 @@ QJsonObject timeJson(const HostSettings &settings, const Measurement &m)
             }},
     };
 }
+/// What only the virtual receiver tells.
+QString losses(const Measurement &m)
+{
+    if (!m.isVirtual)
+        return {};
+    return QString("; %1 blocks dropped, %2 short reads").arg(m.blocksDropped).arg(m.shortReads);
+}
 } // namespace
 
 CpuTimes CpuTimes::operator-(const CpuTimes &start) const
@@ -112,7 +134,7 @@ double Measurement::iqSeconds(const HostSettings &settings) const
 
 QJsonObject toJson(const HostSettings &settings, const Measurement &measurement)
 {
-    return {
+    QJsonObject json{
         {"settings", settingsJson(settings, measurement)},
         {"ending", measurement.ending},
         {"iq", iqJson(settings, measurement)},
@@ -120,6 +142,8 @@ QJsonObject toJson(const HostSettings &settings, const Measurement &measurement)
         {"audio", audioJson(settings, measurement)},
         {"time", timeJson(settings, measurement)},
     };
+    addTo(json, settings, measurement.outputs);
+    return json;
 }
 
 QString toText(const HostSettings &settings, const Measurement &m)
@@ -128,20 +152,18 @@ QString toText(const HostSettings &settings, const Measurement &m)
     const auto load = [seconds](double cpu) {
         return QString::number(100.0 * ratio(cpu, seconds), 'f', 1) + " %";
     };
-    const QStringList lines = {
+    QStringList lines = {
         QString("Received  %1 %2, filter %3:%4 Hz, from %5 (%6 at %7): %8")
             .arg(formatHertz(settings.tuneHz), settings.mode->name)
             .arg(settings.filterLowHz)
             .arg(settings.filterHighHz)
             .arg(m.scene, formatHertz(settings.deviceRateHz), formatHertz(settings.centerHz),
                 m.ending),
-        QString(
-            "Input     %1 s of IQ, rms %2 dBFS, peak %3 dBFS; %4 blocks dropped, %5 short reads")
+        QString("Input     %1 s of IQ, rms %2 dBFS, peak %3 dBFS%4")
             .arg(seconds, 0, 'f', 2)
             .arg(m.inputRmsDbfs, 0, 'f', 1)
             .arg(m.inputPeakDbfs, 0, 'f', 1)
-            .arg(m.blocksDropped)
-            .arg(m.shortReads),
+            .arg(losses(m)),
         QString("Audio     %1 s, rms %2 dBFS, peak %3 dBFS; %4 short blocks")
             .arg(double(m.audioFrames) / AudioFile::kRateHz, 0, 'f', 2)
             .arg(m.audioRmsDbfs, 0, 'f', 1)
@@ -153,6 +175,7 @@ QString toText(const HostSettings &settings, const Measurement &m)
             .arg(ratio(seconds, m.wallSeconds), 0, 'f', 1)
             .arg(load(m.cpu.engine), load(m.cpu.reader), load(m.cpu.device), load(m.cpu.process)),
     };
+    lines += toLines(settings, m.outputs);
     return lines.join('\n') + '\n';
 }
 } // namespace host

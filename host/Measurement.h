@@ -2,6 +2,7 @@
 #pragma once
 
 #include "HostSettings.h"
+#include "OutputResults.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -26,8 +27,11 @@ struct CpuTimes
 struct Measurement
 {
     QString scene;
-    QString ending; ///< "scene ended", "duration reached", "interrupted", "receiver lost"
+    QString plugin;  ///< file
+    QString library; ///< file of the device library
+    QString ending;  ///< "scene ended", "duration reached", "interrupted", "receiver lost"
 
+    bool isVirtual = true; ///< else nobody knows what the receiver sent, and what got lost of it
     std::uint64_t samplesSent = 0;      ///< by the receiver
     std::uint64_t samplesProcessed = 0; ///< by the engine
     std::uint64_t samplesLostInShortReads = 0;
@@ -51,6 +55,8 @@ struct Measurement
     std::uint64_t shortBlocks = 0;     ///< asked for in real time and not there
     double audioRmsDbfs = 0.0;
     double audioPeakDbfs = 0.0;
+
+    OutputResults outputs;
 
     double wallSeconds = 0.0;
     CpuTimes cpu;

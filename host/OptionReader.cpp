@@ -8,6 +8,13 @@
 
 namespace host
 {
+QString OptionReader::file(const char *option) const
+{
+    if (isSet(option) && text(option).isEmpty())
+        refuse(QString("--%1: no file given").arg(option));
+    return text(option);
+}
+
 double OptionReader::number(const char *option, double fallback) const
 {
     if (!isSet(option))

@@ -17,6 +17,9 @@ public:
     bool isSet(const char *option) const { return m_parser.isSet(option); }
     QString text(const char *option) const { return m_parser.value(option); }
 
+    /// A name of a file or folder, empty if the option is not given.
+    QString file(const char *option) const;
+
     double number(const char *option, double fallback) const;
     double numberIn(const char *option, double fallback, double lowest, double highest) const;
 

@@ -1,49 +1,73 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Scene.h"
 
-#include "virtual_receiver/virtual_receiver.h"
-
 #include <QFile>
 
 namespace host
 {
 bool Scene::open(const HostSettings &settings)
 {
-    vr_reset();
+    if (!m_receiver)
+        return checkHardware(settings);
+    m_receiver->reset();
     if (!choose(settings))
         return false;
     if (!settings.eepromFile.isEmpty()
-        && !isGood(vr_set_eeprom(QFile::encodeName(settings.eepromFile)), settings.eepromFile))
+        && !isGood(
+            m_receiver->setEeprom(QFile::encodeName(settings.eepromFile)), settings.eepromFile))
         return false;
     return settings.fault.isEmpty()
-        || isGood(vr_fault(settings.fault.toUtf8()), "--fault " + settings.fault);
+        || isGood(m_receiver->fault(settings.fault.toUtf8()), "--fault " + settings.fault);
+}
+
+bool Scene::checkHardware(const HostSettings &settings)
+{
+    m_name = "on the air";
+    const struct
+    {
+        const char *option;
+        bool isSet;
+    } needs[] = {
+        {"scene", !settings.sceneFile.isEmpty()},
+        {"eeprom", !settings.eepromFile.isEmpty()},
+        {"fault", !settings.fault.isEmpty()},
+        {"free-run", settings.freeRun},
+    };
+    for (const auto &need : needs) {
+        if (need.isSet) {
+            m_error = QString("--%1 needs the virtual receiver, and %2 is another library")
+                          .arg(need.option, settings.d2xxFile);
+            return false;
+        }
+    }
+    return true;
 }
 
 bool Scene::choose(const HostSettings &settings)
 {
     if (settings.sceneFile.isEmpty()) {
         m_name = "built-in";
-        return isGood(vr_scene_builtin(), "built-in scene");
+        return isGood(m_receiver->sceneBuiltin(), "built-in scene");
     }
     m_name = settings.sceneFile;
     const QByteArray path = QFile::encodeName(m_name);
     if (settings.sceneFormat.isEmpty() && m_name.endsWith(".band", Qt::CaseInsensitive))
-        return isGood(vr_scene_band(path), m_name);
+        return isGood(m_receiver->sceneBand(path), m_name);
     const QByteArray format = settings.sceneFormat.toLatin1();
-    return isGood(vr_scene_file(path, format.isEmpty() ? nullptr : format.constData(),
+    return isGood(m_receiver->sceneFile(path, format.isEmpty() ? nullptr : format.constData(),
                       settings.sceneRateHz, settings.sceneFrequencyHz),
         m_name);
 }
 
 double Scene::seconds() const
 {
-    return vr_scene_seconds();
+    return m_receiver ? m_receiver->sceneSeconds() : 0.0;
 }
 
 bool Scene::isGood(int result, const QString &subject)
 {
     if (result != 0) {
-        const QString reason = QString::fromLocal8Bit(vr_last_error()).simplified();
+        const QString reason = QString::fromLocal8Bit(m_receiver->lastError()).simplified();
         m_error = reason.contains(subject) ? reason : subject + ": " + reason;
     }
     return result == 0;

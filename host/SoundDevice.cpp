@@ -11,12 +11,12 @@ constexpr std::size_t kBlockFrames = 1024; // 21 ms, what a desktop's sound serv
 constexpr std::size_t kStartFrames = 2 * kBlockFrames; // waiting before the first block is due
 constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kBlockFrames / AudioFile::kRateHz};
 constexpr auto kIdle = 500us; // between looks at an engine that is still busy
-constexpr auto kGiveUp = 2s;  // without any progress while the last samples are awaited
 } // namespace
 
 SoundDevice::SoundDevice(
-    Source source, StreamFeed &feed, StreamLedger &ledger, AudioFile *file, bool freeRun)
-    : m_source(std::move(source)), m_feed(feed), m_ledger(ledger), m_file(file), m_freeRun(freeRun)
+    AudioCallback source, StreamFeed &feed, StreamLedger &ledger, const Sinks &sinks, bool freeRun)
+    : m_source(std::move(source)), m_feed(feed), m_ledger(ledger), m_sinks(sinks),
+      m_freeRun(freeRun)
 { }
 
 SoundDevice::~SoundDevice()
@@ -51,11 +51,8 @@ void SoundDevice::runFree()
 {
     while (!isOver()) {
         m_feed.advance(m_ledger);
-        if (pullReady())
-            continue;
-        // The engine may have missed its last wake-up, and without credit no other follows.
-        m_source.wakeEngine();
-        std::this_thread::sleep_for(kIdle);
+        if (!pullReady())
+            std::this_thread::sleep_for(kIdle);
     }
 }
 
@@ -77,19 +74,9 @@ void SoundDevice::runInRealTime()
 
 void SoundDevice::drain()
 {
-    auto progress = Clock::now();
-    std::uint64_t processed = m_ledger.processedSamples();
-    while (m_feed.openSamples(m_ledger) > StreamFeed::kLargestRest
-        && Clock::now() - progress < kGiveUp) {
-        if (processed != m_ledger.processedSamples())
-            progress = Clock::now();
-        processed = m_ledger.processedSamples();
-        m_feed.isFinished(); // what was on its way when the feed was halted counts, too
-        if (pullReady())
-            continue;
-        m_source.wakeEngine();
-        std::this_thread::sleep_for(kIdle);
-    }
+    while (m_feed.isDraining(m_ledger))
+        if (!pullReady())
+            std::this_thread::sleep_for(kIdle);
     pullReady();
     if (const std::size_t rest = m_ledger.readyFrames(); rest > 0)
         pull(rest);
@@ -115,21 +102,19 @@ bool SoundDevice::pullReady()
 void SoundDevice::pull(std::size_t frames)
 {
     m_out.resize(frames * AudioFile::kChannels);
-    m_source.pull(m_in, m_out, frames, AudioFile::kChannels);
+    m_source(m_in, m_out, frames, AudioFile::kChannels);
     m_ledger.took(frames);
     keep(frames);
 }
 
 void SoundDevice::keep(std::size_t frames)
 {
-    double squares = 0.0, peak = 0.0;
-    for (const float value : m_out) {
-        squares += double(value) * value;
-        peak = std::max(peak, std::abs(double(value)));
-    }
-    m_level.add(squares, peak, m_out.size());
+    frames = std::min<std::uint64_t>(frames, m_ledger.wantedFrames() - m_frames);
+    m_level.add(std::span(m_out).first(frames * AudioFile::kChannels));
     m_frames += frames;
-    if (m_file && m_fileGood)
-        m_fileGood = m_file->write(m_out.data(), frames);
+    if (m_sinks.picture)
+        m_sinks.picture->addFrames(m_out.data(), frames);
+    if (m_sinks.file && m_fileGood)
+        m_fileGood = m_sinks.file->write(m_out.data(), frames);
 }
 } // namespace host

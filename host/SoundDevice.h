@@ -7,6 +7,8 @@
 #include "StreamLedger.h"
 #include "ThreadClock.h"
 
+#include "pictures/AudioSpectrumPicture.h"
+
 #include "host_interfaces/AudioCallback.h"
 
 #include <atomic>
@@ -22,19 +24,21 @@ namespace host
 ///
 /// In real time it asks for a block whenever one is due, and a block that is not ready in time is
 /// silence, as with any sound card. In a free run it asks for nothing that is not there. When the
-/// feed has sent everything, both pull what is left and end.
+/// feed has sent everything, both pull what is left and end; what does not belong to the run is not
+/// kept.
 class SoundDevice
 {
 public:
-    struct Source
+    /// Where the audio goes; either may be null.
+    struct Sinks
     {
-        AudioCallback pull;               ///< the engine's soundCardIO()
-        std::function<void()> wakeEngine; ///< makes the engine look at its input; any thread
+        AudioFile *file = nullptr;
+        AudioSpectrumPicture *picture = nullptr;
     };
 
-    /// feed and ledger must outlive the device. file may be null.
-    SoundDevice(
-        Source source, StreamFeed &feed, StreamLedger &ledger, AudioFile *file, bool freeRun);
+    /// source is the host's sound-card output. feed, ledger and the sinks must outlive the device.
+    SoundDevice(AudioCallback source, StreamFeed &feed, StreamLedger &ledger, const Sinks &sinks,
+        bool freeRun);
     ~SoundDevice();
 
     /// onEnd is called on the device's thread when it has pulled the last frame.
@@ -59,16 +63,16 @@ private:
     void runFree();
     void runInRealTime();
     void drain();
-    bool isOver() { return m_finish || m_feed.isFinished(); }
+    bool isOver() { return m_finish || m_feed.isFinished(m_ledger); }
     bool isBlockReady() const;
     bool pullReady();
     void pull(std::size_t frames);
     void keep(std::size_t frames);
 
-    Source m_source;
+    AudioCallback m_source;
     StreamFeed &m_feed;
     StreamLedger &m_ledger;
-    AudioFile *m_file;
+    Sinks m_sinks;
     bool m_freeRun;
     std::thread m_thread;
     std::function<void()> m_onEnd;

@@ -7,6 +7,8 @@ void StreamLedger::beginBlock(const COMPLEX *iq, int samples)
 {
     m_engineThread.attach();
     m_blockSamples += std::uint64_t(samples);
+    if (isGoalReached())
+        return;
 
     double squaresI = 0.0, squaresQ = 0.0, peakI = 0.0, peakQ = 0.0;
     for (int i = 0; i < samples; ++i) {
@@ -31,6 +33,9 @@ void StreamLedger::addAudio(std::uint64_t frames)
 
 void StreamLedger::endBlock()
 {
+    // Before the frames count as ready, so that nobody pulls some without knowing the limit.
+    if (m_blockSamples >= m_goal && !isGoalReached())
+        m_wantedFrames = m_madeFrames.load();
     m_readyFrames = m_madeFrames.load();
     m_processedSamples = m_blockSamples;
 }

@@ -18,26 +18,23 @@ namespace
 constexpr int kLowestAgcGainDb = -20;
 constexpr int kHighestAgcGainDb = 120;
 
-// What the gain control itself limits its times to.
+// The ranges of the controls on the receiver's options page, which would limit a value silently.
 constexpr double kShortestAttackMs = 0.1;
-constexpr double kLongestAttackMs = 5.0;
-constexpr double kShortestReleaseMs = 1.0; // decay and hang
-constexpr double kLongestReleaseMs = 3000.0;
-
-// Blanking below the running mean would leave nothing of the signal.
-constexpr double kLowestThreshold = 1.0;
-constexpr double kHighestThreshold = 1000.0;
-
-// The predictors' delay line has 1024 samples, which taps and delay share.
-constexpr int kPredictorLine = 1024;
+constexpr double kLongestAttackMs = 2.5;
+constexpr double kShortestReleaseMs = 10.0; // decay and hang
+constexpr double kLongestReleaseMs = 5000.0;
+constexpr double kLowestThreshold = 0.01;
+constexpr double kHighestThreshold = 20.0;
+constexpr int kMostPredictorSamples = 257; // taps and delay
+constexpr double kSmallestStep = 1e-6;
+constexpr int kLowestCwToneHz = 300;
+constexpr int kHighestCwToneHz = 1000;
 
 constexpr int kMostEqualizerDb = 40; // up or down
 constexpr int kLowestSquelchDbm = -160;
 constexpr int kHighestSquelchDbm = 20;
 constexpr double kCtcssToleranceHz = 0.05; // the tones are given to a tenth of a hertz
-constexpr double kSilenceDb = -60.0;
-constexpr int kLowestCwToneHz = 100;
-constexpr int kHighestCwToneHz = 3000;
+constexpr int kSilenceDb = -60;
 
 /// The texts of the options of one predictor.
 struct PredictorOptions
@@ -57,14 +54,10 @@ PredictorSettings readPredictor(const OptionReader &options, const PredictorOpti
         options.require(detail, names.on);
     PredictorSettings settings;
     settings.on = options.isSet(names.on);
-    settings.taps = options.findInteger(names.taps, 1, kPredictorLine);
-    settings.delay = options.findInteger(names.delay, 1, kPredictorLine - 1);
-    settings.rate = options.find(names.rate, 0.0, 1.0);
-    settings.leak = options.find(names.leak, 0.0, 1.0);
-    if (settings.taps.value_or(0) + settings.delay.value_or(0) > kPredictorLine)
-        refuse(QString("--%1 and --%2 exceed %3 samples together")
-                   .arg(names.taps, names.delay)
-                   .arg(kPredictorLine));
+    settings.taps = options.findInteger(names.taps, 1, kMostPredictorSamples);
+    settings.delay = options.findInteger(names.delay, 1, kMostPredictorSamples);
+    settings.rate = options.find(names.rate, kSmallestStep, 1.0);
+    settings.leak = options.find(names.leak, kSmallestStep, 1.0);
     return settings;
 }
 
@@ -144,9 +137,9 @@ void readChannels(const OptionReader &options, ToolSettings &settings)
     options.require("balance", "tune-b");
     if (options.isSet("tune-b"))
         settings.tuneBHz = options.number("tune-b", 0.0);
-    settings.volumeDb = options.numberIn("volume", settings.volumeDb, kSilenceDb, 0.0);
-    settings.volumeBDb = options.numberIn("volume-b", settings.volumeBDb, kSilenceDb, 0.0);
-    settings.balanceDb = options.numberIn("balance", settings.balanceDb, kSilenceDb, -kSilenceDb);
+    settings.volumeDb = options.findInteger("volume", kSilenceDb, 0).value_or(0);
+    settings.volumeBDb = options.findInteger("volume-b", kSilenceDb, 0).value_or(0);
+    settings.balanceDb = options.findInteger("balance", kSilenceDb, -kSilenceDb).value_or(0);
 }
 } // namespace
 
@@ -155,23 +148,23 @@ void declareToolOptions(QCommandLineParser &parser)
     parser.addOptions({
         {"agc", "Gain control: off, long, slow, med, fast or user. Default med.", "MODE"},
         {"agc-gain", "Highest gain of the gain control, or its gain while off: -20 to 120.", "DB"},
-        {"agc-attack", "Attack time of the gain control's mode, 0.1 to 5.", "MS"},
-        {"agc-decay", "Decay time of the gain control's mode, 1 to 3000.", "MS"},
-        {"agc-hang", "Hang time of the gain control's mode, 1 to 3000.", "MS"},
+        {"agc-attack", "Attack time of the gain control's mode, 0.1 to 2.5.", "MS"},
+        {"agc-decay", "Decay time of the gain control's mode, 10 to 5000.", "MS"},
+        {"agc-hang", "Hang time of the gain control's mode, 10 to 5000.", "MS"},
         {"nb1", "Mute impulses in the IQ."},
         {"nb1-threshold", "How far an impulse stands out, as a ratio of amplitudes.", "RATIO"},
         {"nb2", "Smooth impulses in the IQ."},
         {"nb2-threshold", "The same for --nb2.", "RATIO"},
         {"nr", "Noise reduction."},
-        {"nr-taps", "Length of its filter in samples.", "N"},
-        {"nr-delay", "Distance of its filter in samples.", "N"},
-        {"nr-rate", "Its step size, 0 to 1.", "X"},
-        {"nr-leak", "How fast it forgets, 0 to 1.", "X"},
+        {"nr-taps", "Length of its filter in samples, 1 to 257.", "N"},
+        {"nr-delay", "Distance of its filter in samples, 1 to 257.", "N"},
+        {"nr-rate", "Its step size, 1e-6 to 1.", "X"},
+        {"nr-leak", "How fast it forgets, 1e-6 to 1.", "X"},
         {"anf", "Automatic notch filter."},
         {"anf-taps", "Length of its filter in samples.", "N"},
         {"anf-delay", "Distance of its filter in samples.", "N"},
-        {"anf-rate", "Its step size, 0 to 1.", "X"},
-        {"anf-leak", "How fast it forgets, 0 to 1.", "X"},
+        {"anf-rate", "Its step size, 1e-6 to 1.", "X"},
+        {"anf-leak", "How fast it forgets, 1e-6 to 1.", "X"},
         {"apf", "Audio peak filter (LSB, USB, CW)."},
         {"dse", "Spread CW between the ears."},
         {"binaural", "Binaural audio."},
@@ -179,10 +172,11 @@ void declareToolOptions(QCommandLineParser &parser)
         {"squelch", "Silence below this level.", "DBM"},
         {"ctcss", "Silence without this squelch tone (NFM).", "HZ"},
         {"tune-b", "Frequency of a second station, heard along with --tune.", "HZ"},
-        {"volume", "-60 (silence) to 0. Default 0.", "DB"},
+        {"volume", "Whole dB from -60 (silence) to 0. Default 0.", "DB"},
         {"volume-b", "The same for the second station.", "DB"},
-        {"balance", "-60 to 60, above 0 the right side is quieter; needs --tune-b.", "DB"},
-        {"cw-tone", "Pitch of a CW station in tune.", "HZ"},
+        {"balance", "Whole dB from -60 to 60, above 0 the right side is quieter; needs --tune-b.",
+            "DB"},
+        {"cw-tone", "Pitch of a CW station in tune, 300 to 1000.", "HZ"},
         {"mono", "Wide FM without stereo."},
     });
 }

@@ -49,9 +49,9 @@ struct ToolSettings
     std::optional<int> ctcssIndex; ///< into Velmora::CTCSS; empty: open
 
     std::optional<double> tuneBHz; ///< frequency of channel B; empty: it is not heard
-    double volumeDb = 0.0;         ///< -60..0 of everything, -60 being silence
-    double volumeBDb = 0.0;        ///< the same of channel B
-    double balanceDb = 0.0;        ///< -60..60 of both channels, above 0: right quieter
+    int volumeDb = 0;              ///< -60..0 of everything, -60 being silence
+    int volumeBDb = 0;             ///< the same of channel B
+    int balanceDb = 0;             ///< -60..60 of both channels, above 0: right quieter
 
     std::optional<int> cwToneHz;
     bool mono = false; ///< wide FM

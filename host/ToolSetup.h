@@ -3,32 +3,39 @@
 
 #include "ToolSettings.h"
 
-class ZephrinMDSP;
+class DeviceAbstract;
+class DeviceManagerAbstract;
 
 namespace host
 {
-/// Hands the settings of the tools to an engine. Main thread.
+class SettingsStore;
+
+/// Hands the settings of the tools to a device: their details as stored settings that hold for this
+/// run only, their switches and levels by the host's calls. Main thread.
 class ToolSetup
 {
 public:
-    /// engine must outlive the set-up.
-    explicit ToolSetup(ZephrinMDSP &engine) : m_engine(engine) { }
+    /// Both must outlive the set-up.
+    ToolSetup(DeviceAbstract &device, DeviceManagerAbstract &manager)
+        : m_device(device), m_manager(manager)
+    { }
 
-    /// Before the start and behind the sample rate, a change of which forgets the tuning and
-    /// switches stereo on. centerHz is the receiver's frequency.
+    /// Before the device reads its settings.
+    static void overlay(const ToolSettings &settings, SettingsStore &store);
+
+    /// Before the start and behind the settings, among them the sample rate, a change of which
+    /// forgets the tuning and switches stereo on. centerHz is the receiver's frequency.
     void prepare(const ToolSettings &settings, double centerHz);
 
     /// Behind the start, which would cancel the fade at whose bottom the gain control changes.
     void begin(const ToolSettings &settings);
 
 private:
-    void setUpBlankers(const ToolSettings &settings);
-    void setUpNr(const PredictorSettings &settings);
-    void setUpAnf(const PredictorSettings &settings);
     void setUpEffects(const ToolSettings &settings);
     void setUpSquelch(const ToolSettings &settings);
     void setUpChannels(const ToolSettings &settings, double centerHz);
 
-    ZephrinMDSP &m_engine;
+    DeviceAbstract &m_device;
+    DeviceManagerAbstract &m_manager;
 };
 } // namespace host

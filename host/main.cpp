@@ -3,7 +3,7 @@
 #include "HostLog.h"
 #include "Listener.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <cstdio>
 
@@ -13,15 +13,32 @@ void print(std::FILE *where, const QString &text)
 {
     std::fputs(text.toLocal8Bit().constData(), where);
 }
+
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    // Qt would take some of the program's options for its own.
+    const QStringList arguments = argumentsOf(argc, argv);
+    int taken = 1;
+    // The device has an options page, which nobody sees.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const host::HostLog log;
+    QApplication application(taken, argv);
     QCoreApplication::setApplicationName("velmora-host");
     QCoreApplication::setApplicationVersion(HOST_VERSION);
+    // The last window is a message box that nobody answered.
+    QApplication::setQuitOnLastWindowClosed(false);
 
-    const auto command = host::readCommandLine(QCoreApplication::arguments());
+    const auto command = host::readCommandLine(arguments);
     if (const auto *information = std::get_if<host::Information>(&command)) {
         print(stdout, information->text);
         return 0;
@@ -30,6 +47,5 @@ int main(int argc, char **argv)
         print(stderr, "velmora-host: " + error->text + '\n');
         return host::kUsageError;
     }
-    const host::HostLog log;
     return host::Listener(std::get<host::HostSettings>(command)).run();
 }

@@ -9,6 +9,7 @@ packages=(
     qtbase5-dev libmsgsl-dev libspdlog-dev libfmt-dev
     libfftw3-dev libsndfile1-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    fonts-dejavu-core # letters in the pictures of the options page
     alsa-utils # its speech samples are the voices of the built-in scene
 )
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Receives a station of the built-in band and leaves the audio and the report in a folder.
+# Receives a station of the built-in band, the host by way of the plugin from the virtual receiver,
+# and leaves the audio, the pictures and the report in a folder.
 # usage: run.sh BUILD OUT
 set -euo pipefail
 [ $# -eq 2 ] || { echo "usage: $0 BUILD OUT" >&2; exit 2; }
@@ -11,8 +12,11 @@ seconds=15
 mkdir -p "$out"
 echo "Receiving $seconds s of the built-in band at 192 kHz in USB, faster than real time ..."
 "$build/host/velmora-host" --headless --rate 192k --center 7.1M --tune 7.105M --mode USB \
-    --filter 300:2700 --seconds "$seconds" --free-run \
-    --out "$out/station.wav" --report "$out/report.json"
+    --filter 300:2700 --seconds "$seconds" --free-run --settings "$out/settings.ini" \
+    --out "$out/station.wav" --report "$out/report.json" \
+    --panorama "$out/panorama.png" --waterfall "$out/waterfall.png"
 echo
-echo "Audio:  $out/station.wav"
-echo "Report: $out/report.json"
+echo "Audio:     $out/station.wav"
+echo "Panorama:  $out/panorama.png"
+echo "Waterfall: $out/waterfall.png"
+echo "Report:    $out/report.json"

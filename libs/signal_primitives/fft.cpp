@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <dlfcn.h>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -59,6 +60,7 @@ struct Fftw<double>
         fftw_execute_dft(plan, raw(in), raw(out));
     }
     static void destroy(Plan plan) { fftw_destroy_plan(plan); }
+    static void *address() { return reinterpret_cast<void *>(&fftw_plan_dft_1d); }
     static bool aligned(complex<double> *data) { return fftw_alignment_of(&data->re) == 0; }
 
 private:
@@ -84,6 +86,7 @@ struct Fftw<float>
         fftwf_execute_dft(plan, raw(in), raw(out));
     }
     static void destroy(Plan plan) { fftwf_destroy_plan(plan); }
+    static void *address() { return reinterpret_cast<void *>(&fftwf_plan_dft_1d); }
     static bool aligned(complex<float> *data) { return fftwf_alignment_of(&data->re) == 0; }
 
 private:
@@ -161,9 +164,20 @@ struct Plans
     Transform<T> inverse;
 };
 
+/// Keeps the library in the process. It would go with a plugin that is unloaded, leave the memory
+/// of its planner behind, and start anew with the next plugin.
+template <typename T>
+void keepLibrary()
+{
+    Dl_info library;
+    if (dladdr(Fftw<T>::address(), &library) != 0)
+        dlopen(library.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
 template <typename T>
 std::shared_ptr<const Plans<T>> newPlans(int order)
 {
+    keepLibrary<T>();
     // Uninitialised, and untouched by an estimate: a large order costs address space only.
     const std::size_t size = std::size_t(1) << order;
     const std::align_val_t alignment{kAlignment};
@@ -367,4 +381,8 @@ IppStatus ippsFFTInv_CToC_64fc_I(
 void signal_primitives::planReproducibly()
 {
     measures = false;
+    // The library itself is one for the process, with whatever copies of this file are in it. A
+    // search without time ends with the estimate that it begins with.
+    fftw_set_timelimit(0.0);
+    fftwf_set_timelimit(0.0);
 }

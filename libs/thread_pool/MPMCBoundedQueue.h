@@ -61,6 +61,9 @@ public:
         if (!cell)
             return false;
         task = std::move(cell->task);
+        // What a move leaves knows the code it came from, which may be a plugin that is unloaded
+        // before the next lap.
+        cell->task = T();
         cell->sequence.store(position + m_mask + 1, std::memory_order_release);
         return true;
     }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <cerrno>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
+#include <semaphore.h>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -25,6 +26,10 @@ inline std::size_t &thread_id()
 /// One thread of the pool and the queue it works off, oldest task first. It sleeps in the kernel
 /// while the queue is empty.
 ///
+/// Host and plugin each compile this header and share one worker. What wakes the thread is
+/// therefore a semaphore of the C library: the waiting of std::atomic goes through a table that
+/// each of the two would have for itself.
+///
 /// Threads: post() from any; start(), stop() and join() from the owner. A task must not throw: an
 /// exception that leaves it ends the program, as on any thread.
 template <typename Task, template <typename> class Queue>
@@ -32,12 +37,13 @@ class Worker
 {
 public:
     /// Capacity of the queue in tasks. The thread does not run yet.
-    explicit Worker(std::size_t queueSize) : m_queue(queueSize) { }
+    explicit Worker(std::size_t queueSize) : m_queue(queueSize) { sem_init(&m_signals, 0, 0); }
 
     ~Worker()
     {
         stop();
         join();
+        sem_destroy(&m_signals);
     }
 
     Worker(const Worker &) = delete;
@@ -76,24 +82,17 @@ public:
     }
 
 private:
-    void signal()
-    {
-        m_signals.fetch_add(1);
-        m_signals.notify_one();
-    }
+    void signal() { sem_post(&m_signals); }
 
+    // Each post and each stop is one signal, given after the fact, so none is slept through.
     void work()
     {
         for (;;) {
-            // Both looks come before the pop: what is posted after it moves the counter, so the
-            // wait returns at once; what was posted before the stop is popped before the return.
-            const std::uint32_t seen = m_signals.load();
-            const bool stopping = m_stop.load();
-            if (runOne())
-                continue;
+            while (sem_wait(&m_signals) != 0 && errno == EINTR) { }
+            const bool stopping = m_stop.load(); // before the queue: what was posted still runs
+            while (runOne()) { }
             if (stopping)
                 return;
-            m_signals.wait(seen);
         }
     }
 
@@ -108,7 +107,7 @@ private:
     }
 
     Queue<Task> m_queue;
-    std::atomic<std::uint32_t> m_signals = 0; // posts and stops so far; wraps harmlessly
+    sem_t m_signals; // posts and stops that the thread has not taken notice of
     std::atomic<bool> m_stop = false;
     std::thread m_thread;
 };

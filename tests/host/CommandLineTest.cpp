@@ -94,7 +94,7 @@ TEST(CommandLineTest, EveryToolArrives)
         "--nb1-threshold 4.5 --nb2 --nb2-threshold 3 --nr --nr-taps 50 --nr-delay 40 --nr-rate "
         "1e-4 --nr-leak 2e-4 --anf --anf-taps 61 --anf-delay 65 --anf-rate 0.001 --anf-leak 3e-5 "
         "--apf --dse --binaural --equalizer 1,-2,3,0,0,0,0,0,0,0,0,0,0,0,0,0,0,-40 --squelch -95 "
-        "--ctcss 100 --tune-b 7.11M --volume -3 --volume-b -6 --balance -4.5 --cw-tone 650 --mono")
+        "--ctcss 100 --tune-b 7.11M --volume -3 --volume-b -6 --balance -4 --cw-tone 650 --mono")
                        .tools;
     EXPECT_EQ(t.agcMode, DspCore::AgcMode::Fast);
     EXPECT_EQ(t.agcGainDb, -20);
@@ -119,10 +119,42 @@ TEST(CommandLineTest, EveryToolArrives)
     EXPECT_EQ(t.squelchDbm, -95);
     EXPECT_EQ(t.ctcssIndex, 12);
     EXPECT_EQ(t.tuneBHz, 7.11e6);
-    EXPECT_EQ(t.volumeDb, -3.0);
-    EXPECT_EQ(t.volumeBDb, -6.0);
-    EXPECT_EQ(t.balanceDb, -4.5);
+    EXPECT_EQ(t.volumeDb, -3);
+    EXPECT_EQ(t.volumeBDb, -6);
+    EXPECT_EQ(t.balanceDb, -4);
     EXPECT_EQ(t.cwToneHz, 650);
+}
+
+TEST(CommandLineTest, EveryOutputArrives)
+{
+    const auto s = settingsOf(
+        "--headless --plugin p.so --d2xx d.so --settings s.ini --preamp -9.5 --auto-preamp "
+        "--notch 7.11M:250 --notch 7.12M --fft-size 8192 --averaging 7 --averaging-type exp "
+        "--fft-interval 25 --hide-slopes --waterfall-filter --panorama p.png --waterfall w.png "
+        "--audio-spectrum s.png --record wave --record-path iq --vac-out v.wav --vac-rate 44.1k "
+        "--line-out l.wav");
+    EXPECT_EQ(s.pluginFile, "p.so");
+    EXPECT_EQ(s.d2xxFile, "d.so");
+    EXPECT_EQ(s.settingsFile, "s.ini");
+    EXPECT_EQ(s.preampDb, -9.5);
+    EXPECT_TRUE(s.autoPreamp);
+    ASSERT_EQ(s.notches.size(), 2);
+    EXPECT_EQ(s.notches[0].frequencyHz, 7.11e6);
+    EXPECT_EQ(s.notches[0].widthHz, 250.0);
+    EXPECT_EQ(s.notches[1].widthHz, 100.0);
+    EXPECT_EQ(s.spectrum.fftSize, 8192);
+    EXPECT_EQ(s.spectrum.averaging, 7);
+    EXPECT_EQ(s.spectrum.averagingType, 2);
+    EXPECT_EQ(s.spectrum.intervalMs, 25);
+    EXPECT_TRUE(s.spectrum.hideSlopes && s.spectrum.waterfallFilter);
+    EXPECT_EQ(s.spectrum.panoramaFile, "p.png");
+    EXPECT_EQ(s.spectrum.waterfallFile, "w.png");
+    EXPECT_EQ(s.spectrum.audioSpectrumFile, "s.png");
+    EXPECT_EQ(s.recording.format, vm::file::IQFile::StandartWave);
+    EXPECT_EQ(s.recording.folder, "iq");
+    EXPECT_EQ(s.vac.file, "v.wav");
+    EXPECT_EQ(s.vac.rateHz, 44100);
+    EXPECT_EQ(s.lineOut.file, "l.wav");
 }
 
 TEST(CommandLineTest, ASlipIsNamedInOneLine)
@@ -165,16 +197,16 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--headless --agc quick", "off, long, slow, med, fast, user"},
         {"--headless --agc-gain 121", "-20 to 120"},
         {"--headless --agc-gain 10.5", "whole number"},
-        {"--headless --agc-attack 5.1", "--agc-attack"},
-        {"--headless --agc-decay 0", "--agc-decay"},
-        {"--headless --agc-hang 3001", "--agc-hang"},
+        {"--headless --agc-attack 2.6", "--agc-attack"},
+        {"--headless --agc-decay 9", "--agc-decay"},
+        {"--headless --agc-hang 5001", "--agc-hang"},
         {"--headless --agc off --agc-hang 10", "--agc off"},
         {"--headless --nb1-threshold 3", "needs --nb1"},
         {"--headless --nb1 --nb2-threshold 3", "needs --nb2"},
-        {"--headless --nb1 --nb1-threshold 0.5", "--nb1-threshold"},
+        {"--headless --nb1 --nb1-threshold 20.5", "--nb1-threshold"},
         {"--headless --nr --anf-taps 60", "needs --anf"},
         {"--headless --nr --nr-taps 0", "--nr-taps"},
-        {"--headless --nr --nr-taps 900 --nr-delay 125", "1024"},
+        {"--headless --nr --nr-delay 258", "1 to 257"},
         {"--headless --anf --anf-rate 1.5", "--anf-rate"},
         {"--headless --anf --anf-leak much", "much"},
         {"--headless --equalizer 1,2,3", "3 gains"},
@@ -186,11 +218,29 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--headless --ctcss 254.3", "254.1"},
         {"--headless --tune-b 7.2M", "--tune-b"},
         {"--headless --volume 1", "-60 to 0"},
+        {"--headless --volume -3.5", "whole number"},
         {"--headless --volume-b -6", "needs --tune-b"},
         {"--headless --tune-b 7.11M --volume-b -61", "--volume-b"},
         {"--headless --balance 3", "needs --tune-b"},
         {"--headless --tune-b 7.11M --balance 61", "--balance"},
-        {"--headless --cw-tone 50", "--cw-tone"},
+        {"--headless --cw-tone 299", "300 to 1k"},
+        {"--headless --plugin=", "--plugin"},
+        {"--headless --preamp loud", "loud"},
+        {"--headless --auto-preamp --free-run", "--free-run"},
+        {"--headless --notch 7.11M:x", "7.11M:x"},
+        {"--headless --notch 7.2M", "--notch"},
+        {"--headless --notch 7.11M:19", "20 to 20k"},
+        {"--headless --notch 7.1M --notch 7.1M --notch 7.1M --notch 7.1M --notch 7.1M --notch "
+         "7.1M --notch 7.1M --notch 7.1M --notch 7.1M",
+            "8 filters"},
+        {"--headless --record mp3", "vsdr, wave, hdsdr"},
+        {"--headless --record-path /tmp", "needs --record"},
+        {"--headless --vac-rate 48k", "needs --vac-out"},
+        {"--headless --vac-out v.wav --vac-rate 7999", "8k to 192k"},
+        {"--headless --averaging-type peak", "linear, rms, exp"},
+        {"--headless --averaging 31", "1 to 30"},
+        {"--headless --fft-size 255", "256"},
+        {"--headless --fft-interval 41", "10 to 40"},
     };
     for (const auto &c : cases) {
         const auto result = read(c.options);

@@ -20,6 +20,10 @@ void HostProcess::run(const QString &options)
 
 void HostProcess::start(const QString &options)
 {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_CONFIG_HOME", path("config"));
+    environment.insert("HOME", path("home"));
+    m_process.setProcessEnvironment(environment);
     m_process.setWorkingDirectory(m_folder.path());
     m_process.start(VELMORA_HOST, ("--headless " + options).split(' ', Qt::SkipEmptyParts));
     m_process.waitForStarted();
@@ -39,11 +43,11 @@ QString HostProcess::writeScene(const QString &name, const std::vector<COMPLEX> 
     return file.fileName();
 }
 
-std::vector<COMPLEX> HostProcess::audio(const QString &name) const
+std::vector<COMPLEX> HostProcess::audio(const QString &name, int rateHz) const
 {
     SF_INFO info{};
     SNDFILE *file = sf_open(QFile::encodeName(path(name)), SFM_READ, &info);
-    if (!file || info.channels != 2 || info.samplerate != 48000)
+    if (!file || info.channels != 2 || info.samplerate != rateHz)
         return {};
     std::vector<COMPLEX> audio(std::size_t(info.frames));
     sf_readf_double(file, &audio.data()->re, info.frames);

@@ -11,7 +11,8 @@
 
 namespace test
 {
-/// The listener as a program of its own, with a folder for its files.
+/// The listener as a program of its own, with a folder for its files, the user's settings among
+/// them.
 class HostProcess
 {
 public:
@@ -33,7 +34,9 @@ public:
     QString writeScene(const QString &name, const std::vector<COMPLEX> &iq);
 
     /// Left and right as real and imaginary part. Empty if the file is not as it should be.
-    std::vector<COMPLEX> audio(const QString &name) const;
+    std::vector<COMPLEX> audio(const QString &name) const { return audio(name, 48000); }
+    /// The same of an outlet that runs at another rate.
+    std::vector<COMPLEX> audio(const QString &name, int rateHz) const;
     QByteArray bytes(const QString &name) const;
     QJsonObject report(const QString &name) const;
 

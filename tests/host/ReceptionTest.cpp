@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HostProcess.h"
+#include "Tones.h"
 
 #include "support/Signals.h"
 
@@ -11,10 +12,15 @@
 
 namespace
 {
+using test::carrier;
 using test::HostProcess;
-
-constexpr double kCenterHz = 14e6;
-constexpr double kAudioRateHz = 48000.0;
+using test::kAudioRateHz;
+using test::kCenterHz;
+using test::kSceneRateHz;
+using test::levelAt;
+using test::purity;
+using test::receive;
+using test::settledLeft;
 
 /// A scene with one carrier of -20 dBFS.
 QString carrierScene(HostProcess &host, int rateHz, double offsetHz, double seconds)
@@ -24,23 +30,6 @@ QString carrierScene(HostProcess &host, int rateHz, double offsetHz, double seco
         .arg(host.writeScene("scene.f64", iq))
         .arg(rateHz)
         .arg(kCenterHz, 0, 'f', 0);
-}
-
-/// The left channel after fade-in and gain control have settled.
-std::vector<COMPLEX> settledLeft(const std::vector<COMPLEX> &audio)
-{
-    std::vector<COMPLEX> left;
-    for (std::size_t i = audio.size() / 2; i < audio.size(); ++i)
-        left.push_back({audio[i].re, 0.0});
-    return left;
-}
-
-/// 1 for a real sine of that frequency and nothing else.
-double purity(const std::vector<COMPLEX> &signal, double frequencyHz)
-{
-    const double amplitude =
-        2.0 * test::magnitude(test::component(signal, frequencyHz / kAudioRateHz));
-    return amplitude / (test::rms(signal) * std::sqrt(2.0));
 }
 
 struct ToneCase
@@ -64,7 +53,7 @@ TEST_P(ReceptionToneTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
     constexpr double kPure = 0.999; // unwanted parts 27 dB down or more
     constexpr double kLevelDb = 0.1;
     constexpr double kSeconds = 2.0;
-    constexpr double kLargestReadSamples = 64 * 84; // the last read is filled up with silence
+    constexpr double kLargestRestSamples = 65536; // the credit that may be on its way in the end
     const auto &c = GetParam();
     HostProcess host;
     host.run(carrierScene(host, c.rateHz, c.tuneOffsetHz + c.carrierHz, kSeconds)
@@ -80,7 +69,9 @@ TEST_P(ReceptionToneTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
     const auto report = host.report("r.json");
     const auto iq = report["iq"].toObject();
     EXPECT_EQ(iq["dropped_blocks"].toDouble(-1), 0.0);
-    EXPECT_NEAR(iq["samples_sent"].toDouble(), c.rateHz * kSeconds, kLargestReadSamples);
+    EXPECT_GE(iq["samples_sent"].toDouble(), c.rateHz * kSeconds);
+    EXPECT_LT(iq["samples_sent"].toDouble(), c.rateHz * kSeconds + kLargestRestSamples);
+    EXPECT_EQ(iq["samples_processed"].toDouble(), c.rateHz * kSeconds); // whole blocks
     EXPECT_NEAR(iq["input_rms_dbfs"].toDouble(), -20.0, kLevelDb);
     EXPECT_EQ(report["audio"].toObject()["frames"].toDouble(), double(audio.size()));
     EXPECT_EQ(report["audio"].toObject()["short_blocks"].toDouble(-1), 0.0);
@@ -96,24 +87,6 @@ INSTANTIATE_TEST_SUITE_P(RatesAndModes, ReceptionToneTest,
         ToneCase{192000, "LSB", 30000, -700}, ToneCase{192000, "DSB", 0, 1500},
         ToneCase{1920000, "USB", 400000, 2000}, ToneCase{2560000, "LSB", -900000, -1234},
         ToneCase{3072000, "USB", 1200000, 1000}));
-
-/// Writes a scene of 192 kHz with its centre at 14 MHz and receives it.
-void receive(HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options)
-{
-    host.run(QString("--scene %1 --scene-rate 192k --scene-frequency 14M --rate 192k --free-run "
-                     "--out a.wav --report r.json ")
-                 .arg(host.writeScene("scene.f64", iq))
-        + options);
-    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
-}
-
-constexpr int kSceneRateHz = 192000;
-constexpr int kTwoSeconds = 2 * kSceneRateHz;
-
-std::vector<COMPLEX> carrier(double hz, double amplitude)
-{
-    return test::tone(kTwoSeconds, hz / kSceneRateHz, amplitude);
-}
 
 TEST(ReceptionTest, AmGivesTheToneOfItsSideBands)
 {
@@ -134,8 +107,8 @@ std::vector<COMPLEX> narrowFm()
 {
     constexpr double kToneHz = 1000.0;
     constexpr double kIndex = 2.5;
-    std::vector<COMPLEX> iq(kTwoSeconds);
-    for (int n = 0; n < kTwoSeconds; ++n) {
+    std::vector<COMPLEX> iq(2 * kSceneRateHz);
+    for (int n = 0; n < 2 * kSceneRateHz; ++n) {
         const double time = double(n) / kSceneRateHz;
         const double phase =
             2.0 * M_PI * 10000.0 * time + kIndex * std::sin(2.0 * M_PI * kToneHz * time);
@@ -192,10 +165,7 @@ TEST(ReceptionTest, ASecondStationIsHeardAlong)
         HostProcess host;
         receive(host, iq, QString("--tune 14.01M --mode USB ") + c.options);
         const auto left = settledLeft(host.audio("a.wav"));
-        const auto level = [&left](double hz) {
-            return test::magnitude(test::component(left, hz / kAudioRateHz));
-        };
-        const double difference = test::decibels(level(1500.0) / level(1000.0));
+        const double difference = test::decibels(levelAt(left, 1500.0) / levelAt(left, 1000.0));
         EXPECT_GE(difference, c.lowestDb) << c.options;
         EXPECT_LE(difference, c.highestDb) << c.options;
         const auto tools = host.report("r.json")["settings"].toObject()["tools"].toObject();
@@ -237,12 +207,8 @@ TEST(ReceptionTest, NeighboursAndTheOtherSideBandAreSuppressed)
                      .arg(host.writeScene("scene.f64", iq)));
         ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
         const auto left = settledLeft(host.audio("a.wav"));
-        const auto level = [&left](double hz) {
-            return test::magnitude(test::component(left, std::abs(hz) / kAudioRateHz));
-        };
-        EXPECT_LT(
-            test::decibels(level(interfererHz) / level(kStationHz) / kStronger), -kRejectionDb)
-            << interfererHz;
+        const double ratio = levelAt(left, std::abs(interfererHz)) / levelAt(left, kStationHz);
+        EXPECT_LT(test::decibels(ratio / kStronger), -kRejectionDb) << interfererHz;
     }
 }
 

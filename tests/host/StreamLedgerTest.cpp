@@ -50,6 +50,23 @@ TEST(StreamLedgerTest, ABlockThatTheFullRingRefusesIsCountedAsLost)
     EXPECT_EQ(ledger.lostFrames(), 1u);
 }
 
+TEST(StreamLedgerTest, WhatFollowsTheGoalIsNeitherWantedNorMetered)
+{
+    host::StreamLedger ledger;
+    ledger.setGoal(2 * kBlock);
+    const auto iq = test::tone(kBlock, 1.0 / 16, 0.1);
+    runBlock(ledger, iq, 100);
+    EXPECT_FALSE(ledger.isGoalReached());
+    EXPECT_GT(ledger.wantedFrames(), 1u << 30);
+    runBlock(ledger, iq, 101);
+    ASSERT_TRUE(ledger.isGoalReached());
+    const double level = ledger.inputLevel().rmsDb();
+    runBlock(ledger, test::tone(kBlock, 0.1, 1.0), 102);
+    EXPECT_EQ(ledger.wantedFrames(), 201u);
+    EXPECT_EQ(ledger.finishedFrames(), 303u);
+    EXPECT_EQ(ledger.inputLevel().rmsDb(), level);
+}
+
 TEST(StreamLedgerTest, MetersTheInputInDecibelsOfFullScale)
 {
     constexpr double kDb = 0.01;

@@ -137,6 +137,6 @@ public:
     void reserved8() override { }
 
 private:
-    tp::ThreadPool m_pool{tp::ThreadPoolOptions{.workerCount = 1, .queueSize = 16}};
+    tp::ThreadPool m_pool{tp::ThreadPoolOptions{.workerCount = 1}};
 };
 } // namespace test

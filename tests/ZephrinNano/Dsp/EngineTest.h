@@ -19,7 +19,8 @@ protected:
     static constexpr int kBlock = 512;  // read block at a sound card rate of 48 kHz
     static constexpr int kChunk = 2048; // stereo pairs that a tap takes at a time
 
-    EngineTest()
+    explicit EngineTest(std::shared_ptr<ZephrinMFunctions> functions = nullptr)
+        : engine(bridge.threadPool(), bridge, std::move(functions))
     {
         engine.setSampleRate(48000.0);
         engine.setSensors(&sensors);
@@ -85,7 +86,7 @@ protected:
     test::TestIqServer iqServer;
     test::TestAudioServer audioServer;
     test::TestSensors sensors;
-    ZephrinMDSP engine{bridge.threadPool(), bridge, nullptr};
+    ZephrinMDSP engine;
     std::vector<COMPLEX32> soundCard;
     std::vector<COMPLEX> vacSource;
     std::vector<float> noInput;

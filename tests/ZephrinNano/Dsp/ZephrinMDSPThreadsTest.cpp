@@ -4,6 +4,8 @@
 #include "AllocationCounter.h"
 #include "vm_library/source/log/Log.h"
 
+#include <QTemporaryDir>
+
 #include <atomic>
 
 using EngineThreadsTest = EngineTest;
@@ -33,6 +35,16 @@ TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
             }
         });
 
+    threads.emplace_back([&] {
+        std::vector<float> line;
+        std::vector<float> waterfall;
+        while (!quit) {
+            engine.readSpectrum(0, line, waterfall);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
+
+    QTemporaryDir folder;
     const double rates[] = {48000.0, 192000.0};
     for (int round = 0; round < 60; ++round) {
         const double rate = rates[round % 2];
@@ -67,6 +79,17 @@ TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
         engine.setIqServer(round % 2 == 0 ? &iqServer : nullptr);
         engine.setAudioServer(round % 2 == 0 ? nullptr : &audioServer);
         engine.setSensors(&sensors);
+        engine.setSpectrumSize(256u << round % 5);
+        engine.setSpectrumAveraging(unsigned(round % 10));
+        engine.setSpectrumAveragingType(unsigned(round % 4));
+        engine.setSpectrumUpdateTime(10);
+        engine.setWaterfallFilter(round % 2 == 0);
+        engine.setHideSpectrumSlopes(round % 3 == 0);
+        engine.iqRecorder()->setFrequency(round);
+        if (engine.isIqRecording())
+            engine.iqRecorderStop();
+        engine.setIQFormat(vm::file::IQFile::Format(round % 3));
+        EXPECT_TRUE(engine.iqRecorderStart(folder.path() + "/iq.wav"));
         EXPECT_TRUE(waitForBlocks(sensors.blocks + 2));
         if (round % 4 == 3) {
             engine.close();
@@ -82,6 +105,9 @@ TEST_F(EngineThreadsTest, TheSteadyStreamAllocatesNothing)
 {
     if (!test::countsAllocations())
         return; // a sanitizer owns the allocator
+    QTemporaryDir folder;
+    ASSERT_TRUE(engine.iqRecorderStart(folder.path() + "/iq.wav"));
+    engine.setSpectrumUpdateTime(10);
     engine.setIqServer(&iqServer);
     engine.setAudioServer(&audioServer);
     engine.vacOpen();
@@ -95,6 +121,8 @@ TEST_F(EngineThreadsTest, TheSteadyStreamAllocatesNothing)
             before = test::allocationsOfThisThread();
         if (sensors.blocks == kWarmUp + kCounted)
             after = test::allocationsOfThisThread();
+        // Slow enough for a frame of the panorama now and then, and for the recorder's file.
+        std::this_thread::sleep_for(std::chrono::microseconds(500));
     };
     start();
     playTone(kWarmUp + kCounted + 1, 0.1);

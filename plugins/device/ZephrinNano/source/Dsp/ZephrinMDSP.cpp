@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Dsp/ZephrinMDSP.h"
 
+#include "CheckedConnect.h"
 #include "Dsp/FilterTapsClass.h"
 #include "signal_primitives/ipps.h"
 
@@ -10,6 +11,13 @@ namespace
 {
 constexpr double kFirstDdsHz = 1900000.0;
 constexpr double kSoundCardRateHz = 48000.0;
+constexpr unsigned kSpectrumId = 0; // of the receiver
+constexpr int kSpectrumSize = 4096;
+
+// What the device's filter takes from either end of the band, and at which rate. It is the same
+// share at all rates.
+constexpr double kSlopeHz = 2500.0;
+constexpr double kSlopeRateHz = 48000.0;
 
 // Linear gains into the two taps.
 constexpr double kLineOutGain = 0.4;
@@ -39,12 +47,14 @@ void rewind(CircularBuffer<COMPLEX> &ring, unsigned gate)
 }
 } // namespace
 
-// The pool is for the panorama's jobs; audio is made on the engine thread alone.
-ZephrinMDSP::ZephrinMDSP(tp::ThreadPool &, BridgeAbstract &bridge,
+ZephrinMDSP::ZephrinMDSP(tp::ThreadPool &pool, BridgeAbstract &bridge,
     std::shared_ptr<ZephrinMFunctions> functions, QObject *parent)
     : QObject(parent), m_bridge(bridge), m_functions(std::move(functions)), m_dds{kFirstDdsHz},
-      m_filterTaps(kFilterTapsClasses, kDefaultFilterTaps), m_receiver(nullptr),
-      m_chunk(SIGNAL_MAX_SIZE), m_lineOut(kLineOutGain), m_vac(kVacGain)
+      m_spectrum(pool, kSpectrumId, nullptr), m_filterTaps(kFilterTapsClasses, kDefaultFilterTaps),
+      m_receiver(nullptr), m_chunk(SIGNAL_MAX_SIZE),
+      m_iqFile(vm::memory::make_safe_ptr<vm::file::IQFile>()),
+      m_notches{vm::memory::make_safe_ptr<IQNotchFilter>(kNotches)}, m_lineOut(kLineOutGain),
+      m_vac(kVacGain)
 {
     ippInit();
     m_input.resize(kInputCapacity);
@@ -52,7 +62,10 @@ ZephrinMDSP::ZephrinMDSP(tp::ThreadPool &, BridgeAbstract &bridge,
     m_lineOut.setSampleRates(m_soundCardRate, m_lineOutRate);
     m_vac.setSampleRates(m_soundCardRate, m_vacRate);
     setSampleRateSC(kSoundCardRateHz);
+    m_spectrum.setSize(kSpectrumSize);
+    m_spectrum.removeEdges(kSlopeHz, kSlopeRateHz);
     m_receiver.setSoundCardCallback([this](gsl::span<COMPLEX> audio) { feedSoundCard(audio); });
+    CHECKED_CONNECT(&m_spectrum, SIGNAL(spectrum(uint)), this, SIGNAL(spectrum(quint32)));
 }
 
 ZephrinMDSP::~ZephrinMDSP()
@@ -69,11 +82,19 @@ void ZephrinMDSP::processIQ(gsl::span<COMPLEX> block)
         wake();
 }
 
+void ZephrinMDSP::readSpectrum(
+    unsigned int receiver, std::vector<float> &spectrum, std::vector<float> &waterfall)
+{
+    if (receiver == kSpectrumId && !stopping())
+        m_spectrum.read(spectrum, waterfall);
+}
+
 void ZephrinMDSP::before()
 {
     m_inputFade.reset();
     m_bridge.audioServer()->setEnabled(true);
     m_noiseBlanker.clear();
+    m_spectrum.open();
     m_receiver.clear();
     m_lineOut.clearHistory();
     m_vac.clearHistory();
@@ -89,6 +110,7 @@ void ZephrinMDSP::before()
 
 void ZephrinMDSP::after()
 {
+    m_spectrum.close();
     m_bridge.audioServer()->setEnabled(false);
 }
 
@@ -103,8 +125,11 @@ void ZephrinMDSP::dspProcess(std::vector<COMPLEX> &block)
     Lock lock(m_mutex);
     m_inputFade.process(block);
     m_noiseBlanker.process(block.data(), int(block.size()));
+    m_notches.at(0)->process(block.data(), int(block.size()));
     feedIqTap(block);
     feedIqServer(block);
+    feedRecorder(block);
+    m_spectrum.append(block.data(), int(block.size()));
     m_receiver.process(block.data(), int(block.size()));
     feedLineOut();
     feedVac();

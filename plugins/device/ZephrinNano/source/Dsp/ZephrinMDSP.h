@@ -3,10 +3,12 @@
 
 #include "Dsp/AgcTable.h"
 #include "Dsp/AudioTap.h"
+#include "Dsp/IQNotchFilter.h"
 #include "Dsp/InputFade.h"
 #include "Dsp/StereoPull.h"
 #include "DspCore/noise/NoiseBlanker.h"
 #include "DspCore/receiver/Receiver.h"
+#include "DspCore/spectrum/Spectrum.h"
 #include "DspCore/types.h"
 #include "host_interfaces/AudioServerAbstract.h"
 #include "host_interfaces/BridgeAbstract.h"
@@ -16,8 +18,10 @@
 #include "thread_pool/ThreadPool.h"
 #include "vm_library/source/containers/CircularBuffer.h"
 #include "vm_library/source/containers/ring_buffer.h"
+#include "vm_library/source/file/IQFile.h"
 #include "vm_library/source/thread/jthread.h"
 #include "vm_library/source/thread/spinlock.h"
+#include "vm_library/source/thread/vm_thread_safe_ptr.h"
 
 #include <QObject>
 #include <QVector>
@@ -30,13 +34,17 @@
 
 class ZephrinMFunctions;
 
-/// The engine: turns the stream of IQ blocks into audio, taps and meter values.
+/// The engine: turns the stream of IQ blocks into audio, panorama, recording, taps and meter
+/// values.
 ///
 ///     USB reader -> input ring -> engine thread, one read block after the other:
 ///
-///     input fade -> noise blanker -> IQ tap ring -> IQ server -> receiver -+
+///     input fade -> noise blanker -> IQ notch -> IQ tap ring -> IQ server -+
 ///                                                                          |
 ///         +----------------------------------------------------------------+
+///         +-> recorder -> spectrum -> receiver -+
+///                                               |
+///         +-------------------------------------+
 ///         +-> sound card ring -> soundCardIO()
 ///         +-> line out tap -> lineOutIO()
 ///         +-> audio server, VAC tap -> vacIO()
@@ -47,14 +55,20 @@ class ZephrinMFunctions;
 /// unless stated otherwise. open() starts the engine thread after before(), close() ends it and
 /// calls after(). A stopped engine takes settings and drops samples.
 ///
+/// The panorama's lines are computed in the host's thread pool. A pool that refuses the job ends
+/// the engine thread: the stream stands still until close() and open().
+///
 /// Threads:
 /// 1. Reader: processIQ(). Touches the input ring and the stop flag only.
 /// 2. Engine: run(). Holds the engine mutex for one read block at a time.
 /// 3. GUI: open(), close(), before(), after() and every setter. A setter waits for at most one read
-///    block and never acts in the middle of one. A mutex that fails to lock throws
-///    std::system_error to the caller.
+///    block and never acts in the middle of one. The panorama, the notches and the recorder have
+///    locks of their own; where only these are concerned nobody waits for a block. A mutex that
+///    fails to lock throws std::system_error to the caller.
 /// 4. Host audio: soundCardIO(), vacIO(), lineOutIO(), each on a thread of its own with its own
 ///    ring and scratch. They take no lock but the ring's.
+/// 5. Thread pool: the panorama's jobs, inside m_spectrum. spectrum() reaches receivers on the GUI
+///    thread through their event loop.
 class ZephrinMDSP : public QObject, public vm::thread::jthread
 {
     Q_OBJECT
@@ -75,8 +89,14 @@ public:
     /// stopped or the input ring has no room for all of them. Reader thread.
     void processIQ(gsl::span<COMPLEX> block);
 
-    /// The IQ stream behind the noise blanker, for the host to read. Any thread.
+    /// The IQ stream behind the IQ notch, for the host to read. Any thread.
     CircularBuffer<COMPLEX> *iqBuffer() { return &m_iqTap; }
+
+    /// The last lines of panorama and waterfall in dB, lowest frequency first. Both vectors take
+    /// the size of the transform. Left alone for a receiver other than 0 and while the engine is
+    /// stopped. Any thread.
+    void readSpectrum(
+        unsigned int receiver, std::vector<float> &spectrum, std::vector<float> &waterfall);
 
     /// Callbacks of the host's audio devices: fill `out` with out.size() / channels interleaved
     /// stereo pairs. `channels` must not be 0; the first and third argument are unused. While the
@@ -102,20 +122,43 @@ public:
     void setAudioServer(AudioServerAbstract *server) { m_audioServer = server; }
     void setSensors(SensorsAbstract *sensors);
 
-    /// Rate of the IQ stream in hertz.
+    /// Rate of the IQ stream in hertz, for the receiver, the notches and the next recording.
     void setSampleRate(double rate);
 
     /// Rate of the receiver's audio in hertz. The line out follows at once, the VAC at its next
     /// setVacSampleRate(), the read block at the next start.
     void setSampleRateSC(double rate);
 
-    /// Centre frequency to which the device is tuned, in hertz. Throws std::out_of_range for a
-    /// receiver other than 0.
+    /// Centre frequency to which the device is tuned, in hertz; the notches stay where they are on
+    /// the band. Throws std::out_of_range for a receiver other than 0.
     void setDds(unsigned int receiver, double hz);
 
     /// Index of the amateur band in which the receiver is tuned; the number of bands if in none.
     /// Throws std::out_of_range for a receiver other than 0.
     int currentBand(unsigned long receiver) const;
+
+    /// The panorama: size of the transform (256 up, a power of two), averaging as at
+    /// DspCore::SpectrumAverager, time between frames in milliseconds, and whether the ends of the
+    /// band, where the device's filter falls off, are left out.
+    void setSpectrumSize(unsigned int size) { m_spectrum.setSize(int(size)); }
+    void setSpectrumAveraging(unsigned int count) { m_spectrum.setAveraging(int(count)); }
+    void setSpectrumAveragingType(unsigned int type) { m_spectrum.setAveragingType(int(type)); }
+    void setSpectrumUpdateTime(unsigned int ms) { m_spectrum.setUpdateInterval(int(ms)); }
+    void setHideSpectrumSlopes(bool hide) { m_spectrum.setRemoveSide(hide); }
+
+    /// Records the stream behind the IQ notch into a file. False, with a warning, if a recording
+    /// runs or the file cannot be written.
+    bool iqRecorderStart(const QString &path);
+
+    /// Returns when the file is complete; the engine stands still until then.
+    void iqRecorderStop();
+
+    /// Layout of the next recording; not to be set while one runs.
+    void setIQFormat(vm::file::IQFile::Format format);
+
+    /// Any thread. They wait for a recorder that is being stopped and for nothing else.
+    bool isIqRecording() const { return m_iqFile->isOpen(); }
+    vm::memory::safe_ptr<vm::file::IQFile> iqRecorder() const { return m_iqFile; }
 
     /// Mode of the receiver, with the filter length of that mode's class.
     void setModulation(unsigned int receiver, DspCore::Modulation modulation);
@@ -171,6 +214,17 @@ public:
     void setVacSampleRate(double rate);
 
 public slots:
+    /// One notch of the host's list for a band: absolute frequency and whole width in hertz. A band
+    /// other than the current one is ignored; an index from 8 on throws std::out_of_range.
+    void onRnfParam(
+        unsigned long band, unsigned long index, bool enable, double frequency, double width);
+
+    /// Switch of all notches. A band other than the current one is ignored.
+    void onRnfEnabled(unsigned long band, bool enabled);
+
+    /// Smooths the waterfall.
+    void setWaterfallFilter(bool state) { m_spectrum.setWaterfallAveraging(state); }
+
     /// Filter lengths of the mode classes, limited to 200..8000 taps. The length of the current
     /// mode's class acts at once, and so does that of AM in any mode.
     void setSsbFilterTaps(int taps);
@@ -218,6 +272,10 @@ public slots:
     void vacOpen();
     void vacClose();
 
+signals:
+    /// New lines for readSpectrum().
+    void spectrum(quint32 receiver);
+
 private:
     using Lock = std::lock_guard<std::recursive_mutex>;
 
@@ -225,11 +283,13 @@ private:
     void dspProcess(std::vector<COMPLEX> &block);
     void feedIqTap(std::vector<COMPLEX> &block);
     void feedIqServer(std::vector<COMPLEX> &block);
+    void feedRecorder(std::vector<COMPLEX> &block);
     void feedLineOut();
     void feedVac();
     void feedSensors();
     void feedSoundCard(gsl::span<COMPLEX> audio);
 
+    bool isCurrentBand(unsigned long band) const;
     bool takeChunk(CircularBuffer<COMPLEX> &ring);
     void setFilterTaps(std::size_t tapsClass, int taps, bool apply);
     void setAgcTime(AgcMode mode, double AgcParam::*field, double ms);
@@ -237,6 +297,7 @@ private:
 
     static constexpr unsigned kIqTapCapacity = 65536;
     static constexpr std::size_t kInputCapacity = 131072;
+    static constexpr unsigned long kNotches = 8; // as many as the host keeps for a band
 
     BridgeAbstract &m_bridge;
     std::shared_ptr<ZephrinMFunctions> m_functions;
@@ -244,12 +305,15 @@ private:
     // GUI thread.
     std::vector<double> m_dds; // hertz, by receiver
 
-    // Held for one read block, and by each setter.
+    // Any thread; has locks of its own.
+    DspCore::Spectrum m_spectrum;
+
+    // Held for one read block, and by each setter but those of what has a lock of its own.
     std::recursive_mutex m_mutex;
 
     // Guarded by m_mutex.
     InputFade m_inputFade;
-    DspCore::NoiseBlanker m_noiseBlanker;
+    double m_sampleRate = 48000.0;    // hertz
     double m_soundCardRate = 48000.0; // hertz
     bool m_lineOutEnabled = false;
     double m_lineOutRate = 48000.0; // hertz
@@ -259,12 +323,17 @@ private:
     std::vector<int> m_filterTaps;
     AgcTable m_agc;
     DspCore::Receiver m_receiver;
+    DspCore::NoiseBlanker m_noiseBlanker;
     SensorsAbstract *m_sensors = nullptr;
     std::vector<COMPLEX> m_chunk; // the part of a receiver ring that a tap takes
 
     // Written by the GUI thread, read by the engine without a lock.
     std::atomic<IqServerAbstract *> m_iqServer{nullptr};
     std::atomic<AudioServerAbstract *> m_audioServer{nullptr};
+
+    // GUI and engine thread; each access takes the pointer's mutex, inside m_mutex or alone.
+    vm::memory::safe_ptr<vm::file::IQFile> m_iqFile;
+    std::vector<vm::memory::safe_ptr<IQNotchFilter>> m_notches; // by receiver
 
     // Between engine and host audio threads; the rings inside have locks of their own.
     AudioTap m_lineOut;

@@ -19,7 +19,9 @@ void ZephrinMDSP::setSensors(SensorsAbstract *sensors)
 void ZephrinMDSP::setSampleRate(double rate)
 {
     Lock lock(m_mutex);
+    m_sampleRate = rate;
     m_receiver.setInputSampleRate(rate);
+    m_notches.at(0)->setSampleRate(rate);
 }
 
 void ZephrinMDSP::setSampleRateSC(double rate)
@@ -33,6 +35,7 @@ void ZephrinMDSP::setSampleRateSC(double rate)
 void ZephrinMDSP::setDds(unsigned int receiver, double hz)
 {
     m_dds.at(receiver) = hz;
+    m_notches.at(receiver)->setDds(hz);
 }
 
 void ZephrinMDSP::setModulation(unsigned int, DspCore::Modulation modulation)

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HostManager.h"
+
+namespace host
+{
+HostManager::HostManager(
+    SensorsAbstract *sensors, const PreampControl::Limits &preampLimits, QWidget *parentWidget)
+    : m_preamp(preampLimits), m_parentWidget(parentWidget)
+{
+    this->sensors = sensors;
+    connect(this, &DeviceManagerAbstract::adcOverflow, &m_preamp, &PreampControl::countOverflow);
+    connect(this, &DeviceManagerAbstract::deltaAtt, &m_preamp, &PreampControl::applyDelta);
+    connect(&m_preamp, &PreampControl::preampValueChanged, this,
+        &DeviceManagerAbstract::preampValueChanged);
+}
+
+void HostManager::setDeviceMenu(QMenu *menu)
+{
+    if (m_deviceMenu == menu)
+        return;
+    m_deviceMenu = menu;
+    Q_EMIT deviceMenuChanged(menu);
+}
+
+void HostManager::setServerStatus(int status)
+{
+    if (m_serverStatus == status)
+        return;
+    m_serverStatus = status;
+    Q_EMIT serverStatusChanged(status);
+}
+} // namespace host

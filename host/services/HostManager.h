@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "PreampControl.h"
+
+#include "host_interfaces/DeviceManagerAbstract.h"
+
+#include <QMenu>
+#include <QPointer>
+#include <QWidget>
+
+namespace host
+{
+/// The host as the device's manager: keeps what the device shows and tells, and closes the loop of
+/// the automatic preamp. GUI thread.
+class HostManager : public DeviceManagerAbstract
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kDisconnected = 0;
+    static constexpr int kConnected = 2;
+
+    /// The sensors must outlive the manager; the parent of message boxes may be null.
+    HostManager(SensorsAbstract *sensors, const PreampControl::Limits &preampLimits,
+        QWidget *parentWidget = nullptr);
+
+    /// The device's menu; null before there is one and after the device has deleted it.
+    QMenu *deviceMenu() const { return m_deviceMenu; }
+    void setDeviceMenu(QMenu *menu) override;
+
+    QWidget *parentWidget() override { return m_parentWidget; }
+
+    /// Asks the device whether a receiver is plugged in; false without a device.
+    bool isDeviceAvailable() { return Q_EMIT sDeviceAvalible(); }
+
+    int serverStatus() const { return m_serverStatus; }
+
+    PreampControl &preamp() { return m_preamp; }
+
+public Q_SLOTS:
+    void setServerStatus(int status) override;
+
+Q_SIGNALS:
+    void deviceMenuChanged(QMenu *menu);
+    void serverStatusChanged(int status);
+
+private:
+    PreampControl m_preamp;
+    QPointer<QMenu> m_deviceMenu;
+    QPointer<QWidget> m_parentWidget;
+    int m_serverStatus = kDisconnected;
+};
+} // namespace host

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/spectrum/SpectrumLinearAverager.h"
+
+#include "signal_primitives/ipps.h"
+#include "vm_library/source/log/Log.h"
+
+namespace DspCore
+{
+void SpectrumLinearAverager::write(REAL32 *line, std::size_t size)
+{
+    if (size != spectrumSize()) {
+        vm::log::debug("virtual void DspCore::SpectrumLinearAverager::write(REAL32 *, std::size_t)",
+            " incorrect input buffer size!");
+        return;
+    }
+    ippsCopy_32f(line, nextRow(), int(size));
+    average([](REAL32 *, int) {});
+}
+} // namespace DspCore

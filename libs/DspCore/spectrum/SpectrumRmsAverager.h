@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DspCore/spectrum/SpectrumHistoryAverager.h"
+
+namespace DspCore
+{
+/// The root of the mean square of the power of the last averagingSize() lines, in dB, plus 0.7 dB:
+/// strong lines weigh more than in the plain mean.
+class SpectrumRmsAverager : public SpectrumHistoryAverager
+{
+public:
+    void write(REAL32 *line, std::size_t size) override;
+};
+} // namespace DspCore

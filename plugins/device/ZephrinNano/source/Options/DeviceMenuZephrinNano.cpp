@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Options/DeviceMenuZephrinNano.h"
+
+#include "Options/combo_boxes.h"
+#include "ui_DeviceMenuZephrinNano.h"
+
+#include <QEvent>
+#include <iterator>
+
+DeviceMenuZephrinNano::DeviceMenuZephrinNano(QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::DeviceMenuZephrinNano>())
+{
+    m_ui->setupUi(this);
+    for (QComboBox *box : {m_ui->cbCurrentDevice, m_ui->cbSampleRate}) {
+        box->installEventFilter(this);
+        box->setFocusPolicy(Qt::StrongFocus); // no focus by the wheel either
+    }
+    const auto indexChanged = qOverload<int>(&QComboBox::currentIndexChanged);
+    connect(m_ui->cbCurrentDevice, indexChanged, this, &DeviceMenuZephrinNano::deviceChanged);
+    connect(m_ui->cbSampleRate, indexChanged, this, [this](int index) {
+        if (index >= 0)
+            setSampleRate(HardwareZephrinNANO::SampleRate(index));
+    });
+    connect(m_ui->chbPreamp, &QCheckBox::toggled, this, &DeviceMenuZephrinNano::setAutoPreamp);
+}
+
+DeviceMenuZephrinNano::~DeviceMenuZephrinNano() = default;
+
+void DeviceMenuZephrinNano::setAutoPreamp(bool state)
+{
+    if (m_autoPreamp == state)
+        return;
+    m_autoPreamp = state;
+    m_ui->chbPreamp->setChecked(state);
+    emit autoPreampChanged(state);
+}
+
+void DeviceMenuZephrinNano::setSampleRate(HardwareZephrinNANO::SampleRate rate)
+{
+    if (m_sampleRate == rate)
+        return;
+    m_sampleRate = rate;
+    m_ui->cbSampleRate->setCurrentIndex(rate);
+    emit sampleRateChanged(rate);
+}
+
+void DeviceMenuZephrinNano::setSerial(QStringView serial)
+{
+    if (serial == m_serial)
+        return;
+    m_serial = serial.toString();
+    emit serialChanged(m_serial);
+}
+
+void DeviceMenuZephrinNano::setStatus(QStringView status)
+{
+    m_ui->lbConnectStatus->setText(
+        "<html><head/><body><p align=\"left\">" + status.toString() + "</p></body></html>");
+}
+
+void DeviceMenuZephrinNano::setDevices(std::list<DiscoverZephrinNANO::DevId> devices)
+{
+    if (devices != m_devices)
+        m_devices = std::move(devices);
+    fillDevices(*m_ui->cbCurrentDevice, m_devices);
+}
+
+int DeviceMenuZephrinNano::deviceId(int index) const
+{
+    if (index < 0 || std::size_t(index) >= m_devices.size())
+        return -1;
+    return std::next(m_devices.begin(), index)->index;
+}
+
+void DeviceMenuZephrinNano::setCurrentDevice(int index)
+{
+    m_ui->cbCurrentDevice->setCurrentIndex(index);
+}
+
+void DeviceMenuZephrinNano::setLock(bool lock)
+{
+    m_ui->cbCurrentDevice->setDisabled(lock);
+}
+
+void DeviceMenuZephrinNano::switchDpi()
+{
+    widenItems(*m_ui->cbSampleRate);
+}
+
+bool DeviceMenuZephrinNano::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}

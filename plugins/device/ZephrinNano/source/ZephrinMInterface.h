@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Control/ControlM.h"
+#include "Dsp/ZephrinMDSP.h"
+#include "Options/ZephrinMOptions.h"
+#include "ZephrinMFunctions.h"
+#include "host_interfaces/CwParam.h"
+#include "host_interfaces/DeviceAbstract.h"
+#include "host_interfaces/DeviceManagerAbstract.h"
+
+#include <QPointer>
+#include <QScopedPointer>
+
+#include <memory>
+#include <vector>
+
+class IqRecorder;
+
+/// The plugin: the object that the host loads and drives.
+///
+/// Owns the capability tables, the engine, the device control and the options page, joins them to
+/// each other and to the host, and hands the host's calls on. It does no signal work.
+///
+///                    host
+///                     |
+///     ZephrinMOptions-+-ControlM -> HardwareZephrinNANO -> D2XX
+///             |            |               | IQ
+///             +------> ZephrinMDSP <-------+
+///
+/// Device states: constructed (capabilities only), ready (after init()), opened (device open, no
+/// stream), started. A stream that ends by itself raises devClosed() and leaves the device open.
+///
+/// Before init() and after deinit() only the capabilities answer; all else does nothing or reports
+/// false.
+///
+/// Threads: everything on the host's GUI thread, which owns the page, the timers and the device
+/// control. The lambda on the virtual cable's opened() runs on the thread that raises it.
+class ZephrinMInterface : public DeviceAbstract
+{
+    Q_OBJECT
+    Q_INTERFACES(DeviceAbstract)
+    Q_PLUGIN_METADATA(IID "Velmora.VelmoraSDR2.plugin" FILE "ZephrinNano.json")
+
+public:
+    /// The parent is not taken: a plugin object belongs to its loader.
+    explicit ZephrinMInterface(QWidget *parent = nullptr);
+    ~ZephrinMInterface() override;
+
+    /// Always true. Without `advanced` the page for experts is not shown.
+    bool init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced) override;
+    void deinit() override;
+    QString name() override { return QStringLiteral("ZephrinNANO"); }
+    DeviceFunctionsAbstract *getAvalibleFunctions() override { return m_functions.get(); }
+
+    /// `manager` must not be null; the one that is set already is not joined again.
+    void setManager(DeviceManagerAbstract *manager) override;
+    void setIqServer(IqServerAbstract *server) override;
+    void setAudioServer(AudioServerAbstract *server) override;
+    void setIqRecorder(IqRecorder *recorder) override { m_iqRecorder = recorder; }
+
+    /// The record is the default one, whatever the host sets: this device has no keyer.
+    void setCwParam(const SDR::CwParam &) override { }
+    SDR::CwParam cwParam() const override { return m_cw; }
+
+    bool open() override;
+    void close() override;
+
+    /// False if no device is chosen or it cannot be opened. A stream that the device refuses shows
+    /// at isStart() only.
+    bool start() override;
+
+    /// Opens a closed device and leaves it open.
+    void stop() override;
+    bool isOpen() override;
+    bool isStart() override;
+
+    SpectrumView receiverSpectrum(unsigned long id) override;
+    SpectrumView transmitterSpectrum(unsigned long) override { return {}; }
+    SpectrumView bandscopeSpectrum() override { return {}; }
+    CircularBuffer<COMPLEX> *getIqRingBuffer(unsigned int receiver) override;
+
+    /// Hertz. True, also for a receiver that is not there.
+    bool setRxFreq(int receiver, double freq) override;
+
+    /// True and nothing else: the gain comes with DeviceManagerAbstract::preampValueChanged().
+    bool setPreamp(unsigned int) override { return true; }
+
+    /// Raises sWriteIQ() with what became of it; a file that cannot be opened is told in a box.
+    void writeIQ(bool state, int channel) override;
+
+    void receiverChannelEnable(unsigned int receiver, unsigned int channel, bool state) override;
+    void setDownConverter(unsigned int receiver, unsigned int channel, double hz) override;
+    void setBandFilterIf(
+        unsigned int receiver, unsigned int channel, double low, double high) override;
+    void setDspMode(unsigned int receiver, unsigned int channel, unsigned int mode) override;
+    void setRit(unsigned int receiver, unsigned int channel, double hz) override;
+
+    void setMainVolume(int volume) override;
+    void setVolume(unsigned int receiver, unsigned int channel, int volume) override;
+    void setBalance(unsigned int receiver, unsigned int channel, int balance) override;
+    using DeviceAbstract::setMute;
+    void setMute(unsigned int receiver, int channel, bool state) override;
+
+    /// Of receiver 0 only, while the mode is set whatever the receiver.
+    void setAgcGain(unsigned int receiver, unsigned int channel, int gain) override;
+    void setAgcMode(unsigned int receiver, unsigned int channel, unsigned int mode) override;
+
+    void setBin(unsigned int receiver, bool state) override;
+    void setNb1(unsigned int receiver, bool state) override;
+    void setNb2(unsigned int receiver, bool state) override;
+    void setNr(unsigned int receiver, bool state) override;
+    void setAnf(unsigned int receiver, bool state) override;
+    void setEqualizerEnable(unsigned int receiver, bool state) override;
+    void setEqualizerGains(unsigned int receiver, QList<int> gains) override;
+    void setWfmStereo(unsigned int receiver, bool state) override;
+    void setSqlEnable(unsigned int receiver, unsigned int channel, bool state) override;
+    void setSqlValue(unsigned int receiver, unsigned int channel, int threshold) override;
+    void setEnableCTCSS(int receiver, bool state) override;
+    void setToneCTCSS(int receiver, int index) override;
+
+    void setFftSize(unsigned int size) override;
+    void setFftAveragingType(unsigned int type) override;
+    void setFftAveragingNum(unsigned int count) override;
+    void setFftUpdateTime(unsigned int ms) override;
+
+    void writeSettings(QSettings *settings) override;
+    void readSettings(QSettings *settings) override;
+    void emitAllSignals() override;
+
+private slots:
+    void onSampleRate(int index);
+    void on4k(bool state);
+    void updateGuiControls();
+    void onStoped();
+    bool isDeviceAvalible();
+    void onHideSpectrumSlopes(bool enable);
+
+private:
+    /// Hands a call on to the engine, while there is one.
+    template <typename... Parameters, typename... Arguments>
+    void engine(void (ZephrinMDSP::*setter)(Parameters...), Arguments &&...arguments)
+    {
+        if (m_dsp)
+            (m_dsp.get()->*setter)(std::forward<Arguments>(arguments)...);
+    }
+
+    void hideExpertPage();
+    void joinHostAudio();
+    void leaveHostAudio();
+    void joinVirtualCable();
+    void joinParts();
+    void joinEngineToOptions();
+    void sendNotchFilters();
+    void refuseRecording();
+    void warnOfRecording();
+
+    std::shared_ptr<ZephrinMFunctions> m_functions;
+    QScopedPointer<ZephrinMOptions> m_options;
+    QScopedPointer<ControlM> m_control;
+    std::shared_ptr<ZephrinMDSP> m_dsp;
+    SDR::CwParam m_cw;
+    std::vector<float> m_spectrum;  // dB
+    std::vector<float> m_waterfall; // dB
+    IqRecorder *m_iqRecorder = nullptr;
+    BridgeAbstract *m_bridge = nullptr;
+    QPointer<DeviceManagerAbstract> m_manager;
+    bool m_hideSlopes = false;
+    QMetaObject::Connection m_cableOpened;
+};

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Lagrange.h"
+#include "SpectrumRig.h"
+#include "support/LogCapture.h"
+#include "support/Signals.h"
+
+#include <QObject>
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using DspCore::Spectrum;
+using test::frameOf;
+using test::Lines;
+
+namespace
+{
+constexpr double kToleranceDb = 2e-3; // FFT, window and logarithm in single precision
+constexpr double kRoundOffDb = 1e-4;  // of values up to 200 in single precision
+
+class SpectrumTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        spectrum.setUpdateInterval(40);
+        spectrum.open();
+    }
+    // The spectrum waits for what the pool still holds.
+    void TearDown() override { held.letGo(); }
+
+    test::HeldPool held;
+    Spectrum spectrum{held.pool(), 3, nullptr};
+};
+
+int peak(const std::vector<float> &line)
+{
+    return int(std::max_element(line.begin(), line.end()) - line.begin());
+}
+
+// Mean of the window over a block: its cosines cancel over N - 1 samples, and the last sample is
+// the small value that both ends have.
+double toneDb(int size)
+{
+    const double sum = 0.3635819 * (size - 1) + 0.0003628;
+    return 20.0 * std::log10(sum / size / 0.3630780547701013);
+}
+
+TEST_F(SpectrumTest, FullScaleToneReadsZeroAtItsPlaceInTheLine)
+{
+    for (const int size : {256, 4096, 65536}) {
+        spectrum.setSize(size);
+        for (const int bin : {0, 1, size / 8, -size / 8, size / 2 - 1, -size / 2}) {
+            const Lines lines = frameOf(spectrum, test::tone(size, double(bin) / size));
+            ASSERT_EQ(lines.spectrum.size(), std::size_t(size));
+            ASSERT_EQ(lines.waterfall.size(), std::size_t(size));
+            const auto place = std::size_t(size / 2 + bin);
+            EXPECT_EQ(peak(lines.spectrum), int(place));
+            EXPECT_NEAR(lines.spectrum[place], toneDb(size) + 0.7, kToleranceDb) << size;
+            EXPECT_NEAR(lines.waterfall[place], toneDb(size), kToleranceDb) << size;
+            // The side lobes of the window, and no other tone: no image, no zero frequency.
+            for (int n = 0; n < size; ++n) {
+                const int distance = std::abs(n - int(place));
+                if (std::min(distance, size - distance) <= 4)
+                    continue;
+                ASSERT_LT(lines.waterfall[std::size_t(n)], -90.0f) << size << ": " << n;
+            }
+        }
+    }
+}
+
+TEST_F(SpectrumTest, SteadyToneReadsTheOffsetOfItsAverager)
+{
+    constexpr int kSettled = 60; // frames; 0.77^60 is nothing
+    // Averaging size 1 weighs by 0.7469, the waterfall's 5 by 0.7745.
+    const double gain1 = 10.0 * std::log10(0.7468965517 / (1.0 - 0.7468965517));
+    const double gain5 = 10.0 * std::log10(0.7744827585 / (1.0 - 0.7744827585));
+    const double expected[] = {0.7, 0.7, gain1 - 3.8303};
+    spectrum.setWaterfallAveraging(true);
+    for (int type = 0; type < 3; ++type) {
+        spectrum.setAveragingType(type);
+        Lines lines = frameOf(spectrum, test::tone(512, 0.25));
+        for (int frame = 1; frame < kSettled; ++frame)
+            spectrum.makeFrame();
+        lines = test::read(spectrum);
+        EXPECT_NEAR(lines.spectrum[384], toneDb(512) + expected[type], kToleranceDb) << type;
+        EXPECT_NEAR(lines.waterfall[384], toneDb(512) + gain5 - 4.6355, kToleranceDb);
+    }
+}
+
+TEST_F(SpectrumTest, SizeIsRoundedUpAndTheMiddleOfTheLineStretched)
+{
+    struct
+    {
+        int asked, size, visible;
+        double edge; // of a rate of 48000, at each end
+    } const rows[] = {{100, 512, 459, 2500}, {255, 512, 459, 2500}, {256, 256, 229, 2500},
+        {1000, 1024, 917, 2500}, {1025, 2048, 1835, 2500}, {4096, 4096, 3669, 2500},
+        {512, 512, 256, 12000}, {512, 512, 512, 0}, {512, 512, 512, -1000}};
+    for (const auto &row : rows) {
+        if (row.edge != 2500)
+            spectrum.removeEdges(row.edge, 48000.0);
+        spectrum.setSize(row.asked);
+        ASSERT_EQ(spectrum.size(), row.size);
+        ASSERT_TRUE(spectrum.isOpen());
+        spectrum.setRemoveSide(false);
+        const Lines whole = frameOf(spectrum, test::noise(row.size, /*seed*/ 1));
+        spectrum.setRemoveSide(true);
+        spectrum.makeFrame();
+        const Lines cut = test::read(spectrum);
+        for (const auto line : {&Lines::spectrum, &Lines::waterfall}) {
+            const auto first = (whole.*line).begin() + (row.size - row.visible) / 2;
+            std::vector<double> expected((whole.*line).begin(), (whole.*line).end());
+            if (row.visible != row.size)
+                expected = test::stretched({first, first + row.visible}, row.size);
+            EXPECT_LT(
+                test::maxError({(cut.*line).begin(), (cut.*line).end()}, expected), kRoundOffDb)
+                << row.asked << " with edges " << row.edge;
+        }
+    }
+}
+
+TEST_F(SpectrumTest, EdgesWiderThanTheBandLeaveTheLineAsItIs)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Lines whole = frameOf(spectrum, test::noise(512, /*seed*/ 1));
+    spectrum.setRemoveSide(true);
+    for (const auto &[edge, rate] : {std::pair(30000.0, 48000.0), {24000.0, 48000.0}, {nan, 1.0}}) {
+        spectrum.removeEdges(edge, rate);
+        spectrum.makeFrame();
+        EXPECT_EQ(test::read(spectrum).spectrum, whole.spectrum);
+    }
+}
+
+TEST_F(SpectrumTest, SettingASizeStartsTheAveragersAnew)
+{
+    spectrum.setAveraging(30);
+    spectrum.setWaterfallAveraging(true);
+    for (const int asked : {1024, 1000, 300}) { // the second one comes to the size that is there
+        frameOf(spectrum, test::tone(1024, 0.25));
+        spectrum.setSize(asked);
+        const Lines lines = frameOf(spectrum, std::vector<COMPLEX>(1024));
+        EXPECT_NEAR(*std::max_element(lines.spectrum.begin(), lines.spectrum.end()), -169.3, 1e-3);
+        EXPECT_NEAR(
+            *std::max_element(lines.waterfall.begin(), lines.waterfall.end()), -174.6355, 1e-3);
+    }
+}
+
+TEST_F(SpectrumTest, WindowHoldsTheNewestSamplesInOrder)
+{
+    const auto stream = test::tone(1100, 0.125);
+    const int cuts[] = {1, 399, 300, 400}; // wraps, and the first 588 samples leave
+    int start = 0;
+    for (const int length : cuts) {
+        std::vector<COMPLEX> block(stream.begin() + start, stream.begin() + start + length);
+        spectrum.append(block.data(), length);
+        start += length;
+    }
+    spectrum.makeFrame();
+    const Lines lines = test::read(spectrum);
+    EXPECT_NEAR(lines.waterfall[320], toneDb(512), kToleranceDb);
+    EXPECT_LT(lines.waterfall[300], -90.0f); // a seam in the tone would splatter
+}
+
+TEST_F(SpectrumTest, BlockLongerThanTheSizeCountsUpToTheSize)
+{
+    auto block = test::tone(512, 0.25);
+    const auto unseen = test::tone(512, -0.25);
+    block.insert(block.end(), unseen.begin(), unseen.end());
+    const Lines lines = frameOf(spectrum, block);
+    EXPECT_NEAR(lines.waterfall[384], toneDb(512), kToleranceDb);
+    EXPECT_LT(lines.waterfall[128], -90.0f);
+}
+
+TEST_F(SpectrumTest, ClearStartsTheWindowAgain)
+{
+    const auto tone = test::tone(512, 0.25);
+    frameOf(spectrum, {tone.begin(), tone.begin() + 256});
+    spectrum.clear();
+    const Lines lines = frameOf(spectrum, tone); // without the clear it would start in the middle
+    EXPECT_NEAR(lines.waterfall[384], toneDb(512), kToleranceDb);
+    EXPECT_LT(lines.waterfall[300], -90.0f);
+}
+
+TEST_F(SpectrumTest, SamplesThatCannotBeConvertedAreReported)
+{
+    const Lines before = frameOf(spectrum, test::tone(512, 0.25));
+    COMPLEX sample{1.0, 0.0};
+    test::LogCapture log;
+    spectrum.append(nullptr, 600);
+    spectrum.append(&sample, -1);
+    spectrum.append(nullptr, 0);
+    ASSERT_EQ(log.warnings().size(), 2);
+    const QString expected = QString("void DspCore::Spectrum::append(COMPLEX *, int) 175 %1 512")
+                                 .arg(ippGetStatusString(ippStsNullPtrErr));
+    EXPECT_EQ(log.warnings().first(), expected);
+    EXPECT_TRUE(log.warnings().last().endsWith(" -1"));
+    spectrum.makeFrame();
+    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum);
+}
+
+TEST_F(SpectrumTest, ClosedTakesNothingAndStillShowsTheLastFrame)
+{
+    std::atomic<int> signalled = 0;
+    QObject::connect(
+        &spectrum, QOverload<>::of(&Spectrum::spectrum), [&signalled] { ++signalled; });
+    const Lines before = frameOf(spectrum, test::tone(512, 0.25));
+    spectrum.close();
+    EXPECT_FALSE(spectrum.isOpen());
+    auto other = test::tone(512, -0.25);
+    spectrum.append(other.data(), 512);
+    spectrum.run();
+    EXPECT_EQ(signalled, 0);
+    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum);
+    spectrum.open();
+    spectrum.run();
+    EXPECT_EQ(signalled, 1);
+    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum); // the other block was not taken
+}
+
+TEST_F(SpectrumTest, OpeningStartsTheAverageAnewOnlyWhenClosed)
+{
+    spectrum.setAveraging(2);
+    frameOf(spectrum, test::tone(512, 0.25));
+    spectrum.open();
+    EXPECT_NEAR(
+        frameOf(spectrum, std::vector<COMPLEX>(512)).spectrum[384], toneDb(512) - 2.31, 0.01);
+    frameOf(spectrum, test::tone(512, 0.25));
+    spectrum.close();
+    spectrum.open();
+    EXPECT_NEAR(frameOf(spectrum, std::vector<COMPLEX>(512)).spectrum[384], -169.3, 0.01);
+}
+
+TEST(SpectrumGainTest, RisesFromZeroToOneAlongTheExponential)
+{
+    for (double x = 0.0; x < 40.0; x += 0.1) {
+        const double fast = 1.0 - Spectrum::calcGain(float(x));
+        EXPECT_NEAR(fast / std::exp(-0.35 * x), 1.0, 0.045) << x;
+    }
+    // Bits of the high word 1072632447 - 0.35 * 1512775 = 1072102975.75, truncated.
+    EXPECT_FLOAT_EQ(Spectrum::calcGain(1.0f), 0.2814640998840332f);
+}
+} // namespace

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SpectrumRig.h"
+#include "support/Signals.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QScopeGuard>
+
+#include <bit>
+#include <chrono>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
+#include <thread>
+
+using DspCore::Spectrum;
+using namespace std::chrono_literals;
+
+namespace
+{
+/// Counts the frames that a spectrum signals, by either signal. Lives longer than the spectrum and
+/// listens before the first job is posted.
+struct Frames
+{
+    void listen(Spectrum &spectrum)
+    {
+        QObject::connect(
+            &spectrum, QOverload<unsigned int>::of(&Spectrum::spectrum), [this](unsigned int id) {
+                ++numbered;
+                receiver = id;
+            });
+        QObject::connect(&spectrum, QOverload<>::of(&Spectrum::spectrum), [this] { ++plain; });
+    }
+    std::atomic<int> numbered = 0;
+    std::atomic<int> plain = 0;
+    std::atomic<unsigned int> receiver = 0;
+};
+
+/// Feeds blocks for some time and counts the frames.
+int framesIn(Spectrum &spectrum, const Frames &frames, int ms)
+{
+    const int before = frames.numbered;
+    auto block = test::noise(64, /*seed*/ 1);
+    QElapsedTimer timer;
+    for (timer.start(); timer.elapsed() < ms;) {
+        spectrum.append(block.data(), int(block.size()));
+        std::this_thread::sleep_for(200us);
+    }
+    std::this_thread::sleep_for(50ms); // the last job
+    return frames.numbered - before;
+}
+
+TEST(SpectrumThreadsTest, FramesComeAtTheUpdateIntervalWithinItsLimits)
+{
+    constexpr int kMs = 400;
+    Frames frames;
+    tp::ThreadPool pool({.workerCount = 2, .queueSize = 64});
+    Spectrum spectrum(pool, 3, nullptr);
+    frames.listen(spectrum);
+    spectrum.open();
+    // No machine makes more: a frame is due when more than the interval has passed. A busy one
+    // makes fewer and may try again.
+    struct
+    {
+        int interval, most, fewest;
+    } const rows[] = {
+        {5, kMs / 11 + 2, 26}, // limited to 10; 5 would give 67, the 16 it starts with 24
+        {100, kMs / 41 + 2, 6} // limited to 40; 100 would give 4
+    };
+    for (const auto &row : rows) {
+        spectrum.setUpdateInterval(row.interval);
+        int count = 0;
+        for (int tries = 0; tries < 8 && count < row.fewest; ++tries) {
+            count = framesIn(spectrum, frames, kMs);
+            ASSERT_LE(count, row.most) << row.interval;
+        }
+        EXPECT_GE(count, row.fewest) << row.interval;
+    }
+    EXPECT_EQ(frames.receiver, 3u);
+    EXPECT_EQ(frames.plain, frames.numbered);
+}
+
+TEST(SpectrumThreadsTest, FullPoolThrowsAndTheSpectrumGoesOn)
+{
+    Frames frames;
+    test::HeldPool held(/*queueSize*/ 2);
+    Spectrum spectrum(held.pool(), 0, nullptr);
+    const auto letGo = qScopeGuard([&held] { held.letGo(); });
+    frames.listen(spectrum);
+    spectrum.setUpdateInterval(10);
+    spectrum.open();
+    auto block = test::tone(512, 0.25);
+    const auto appendOneFrame = [&] {
+        std::this_thread::sleep_for(12ms);
+        spectrum.append(block.data(), 512);
+    };
+    appendOneFrame();
+    appendOneFrame();
+    try {
+        appendOneFrame();
+        FAIL() << "the third job found room in a queue of two";
+    } catch (const std::runtime_error &error) {
+        EXPECT_STREQ(error.what(), "thread pool queue is full");
+    }
+    spectrum.append(block.data(), 512); // not due again: the refused frame restarted the interval
+    held.letGo();
+    for (int tries = 0; frames.numbered < 2 && tries < 500; ++tries)
+        std::this_thread::sleep_for(10ms);
+    EXPECT_EQ(frames.numbered, 2);
+    EXPECT_GT(test::read(spectrum).spectrum[384], 0.0f);
+}
+
+TEST(SpectrumThreadsTest, DestructionWaitsForTheJobsThatThePoolHolds)
+{
+    test::HeldPool held;
+    auto spectrum = std::make_unique<Spectrum>(held.pool(), 0u, nullptr);
+    spectrum->open();
+    std::this_thread::sleep_for(20ms);
+    auto block = test::noise(512, /*seed*/ 1);
+    spectrum->append(block.data(), 512);
+    auto gone = std::async(std::launch::async, [&spectrum] { spectrum.reset(); });
+    EXPECT_EQ(gone.wait_for(50ms), std::future_status::timeout);
+    held.letGo();
+    EXPECT_EQ(gone.wait_for(10s), std::future_status::ready);
+}
+
+TEST(SpectrumThreadsTest, FramesAtTheSameTimeDoNotMix)
+{
+    constexpr int kFramesEach = 200;
+    test::HeldPool held;
+    Spectrum spectrum(held.pool(), 0, nullptr);
+    const auto letGo = qScopeGuard([&held] { held.letGo(); });
+    spectrum.setUpdateInterval(40);
+    spectrum.setSize(1024);
+    spectrum.open();
+    const test::Lines alone = test::frameOf(spectrum, test::tone(1024, 0.25));
+    std::vector<std::jthread> makers;
+    for (int n = 0; n < 3; ++n)
+        makers.emplace_back([&spectrum] {
+            for (int frame = 0; frame < kFramesEach; ++frame)
+                spectrum.makeFrame();
+        });
+    for (int n = 0; n < kFramesEach; ++n)
+        ASSERT_EQ(test::read(spectrum).spectrum, alone.spectrum);
+}
+
+// The frame lock is not fair: threads that never rest would starve the others.
+constexpr auto kBreath = 100us;
+
+TEST(SpectrumThreadsTest, SettersAndReadersMayMeetFramesAndBlocks)
+{
+    tp::ThreadPool pool({.workerCount = 2, .queueSize = 64});
+    Spectrum spectrum(pool, 0, nullptr);
+    spectrum.setUpdateInterval(10);
+    spectrum.open();
+
+    std::atomic<bool> stop = false;
+    std::jthread engine([&] {
+        auto block = test::noise(4096, /*seed*/ 1);
+        while (!stop) {
+            spectrum.append(block.data(), int(block.size()));
+            std::this_thread::sleep_for(kBreath);
+        }
+    });
+    std::jthread maker([&] {
+        while (!stop) {
+            spectrum.makeFrame();
+            std::this_thread::sleep_for(kBreath);
+        }
+    });
+    std::jthread reader([&] {
+        while (!stop) {
+            std::this_thread::sleep_for(kBreath);
+            const test::Lines lines = test::read(spectrum);
+            EXPECT_TRUE(std::has_single_bit(lines.spectrum.size()));
+            EXPECT_EQ(lines.spectrum.size(), lines.waterfall.size());
+            for (const float db : lines.spectrum)
+                ASSERT_TRUE(std::isfinite(db));
+        }
+    });
+    for (int n = 0; n < 150; ++n) {
+        spectrum.setSize(256 << n % 6);
+        spectrum.setAveraging(n % 32);
+        spectrum.setAveragingType(n % 3);
+        spectrum.setRemoveSide(n % 2 != 0);
+        spectrum.setWaterfallAveraging(n % 4 < 2);
+        spectrum.removeEdges(n * 10.0, 48000.0);
+        spectrum.setUpdateInterval(n);
+        if (n % 8 == 0)
+            spectrum.clear();
+        if (n % 16 == 0) {
+            spectrum.close();
+            spectrum.open();
+        }
+        std::this_thread::sleep_for(1ms);
+    }
+    stop = true;
+}
+} // namespace

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Control/DiscoverZephrinNANO.h"
+#include "Options/DeviceMenuZephrinNano.h"
+#include "Options/ZephrinMOptions.h"
+#include "OptionsTest.h"
+#include "virtual_receiver.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace
+{
+constexpr char kSerial[] = "ZN000001"; // of the virtual receiver
+
+class OptionsDeviceTest : public testing::Test
+{
+protected:
+    OptionsDeviceTest() { vr_reset(); }
+    ~OptionsDeviceTest() override
+    {
+        vr_reset();
+        vr_set_plugged(0);
+        scan(); // the list outlives the test
+        vr_reset();
+    }
+
+    // As the device control does it every two seconds; the page follows by itself.
+    static void scan()
+    {
+        DiscoverZephrinNANO::instance()->scan();
+        DiscoverZephrinNANO::instance()->wait();
+        QCoreApplication::processEvents(); // delivers discovered()
+    }
+
+    QString chosen() const { return box(page)->currentText(); }
+    static QComboBox *box(const QWidget &parent)
+    {
+        return parent.findChild<QComboBox *>("cbCurrentDevice", Qt::FindChildrenRecursively);
+    }
+
+    ZephrinMOptions page;
+    DeviceMenuZephrinNano *panel = page.deviceMenu()->findChild<DeviceMenuZephrinNano *>();
+};
+
+TEST_F(OptionsDeviceTest, DeviceIsKnownByItsPlaceInTheList)
+{
+    EXPECT_EQ(page.getCurrentDeviceID(), -1);
+    vr_set_foreign_devices(2);
+    scan();
+    EXPECT_EQ(page.getCurrentDeviceID(), 2);
+    EXPECT_EQ(chosen(), kSerial);
+    EXPECT_EQ(box(*panel)->currentText(), kSerial);
+    EXPECT_EQ(panel->deviceId(0), 2);
+    EXPECT_EQ(panel->serial(), kSerial);
+
+    vr_set_foreign_devices(0);
+    scan();
+    EXPECT_EQ(page.getCurrentDeviceID(), 0);
+    vr_set_plugged(0);
+    scan();
+    EXPECT_EQ(page.getCurrentDeviceID(), -1);
+    EXPECT_EQ(box(*panel)->count(), 0);
+}
+
+TEST_F(OptionsDeviceTest, PageMadeAfterAScanHasItsDevices)
+{
+    scan();
+    EXPECT_EQ(ZephrinMOptions().getCurrentDeviceID(), 0);
+}
+
+TEST_F(OptionsDeviceTest, SerialIsStoredAndKeptWhileTheDeviceIsAway)
+{
+    QTemporaryDir folder;
+    QSettings settings(folder.filePath("device.ini"), QSettings::IniFormat);
+    const char *key = "ZephrinMOptions/Serial";
+    settings.setValue(key, QByteArray("ZN000001"));
+    page.readSettings(&settings);
+    settings.remove(key);
+    page.writeSettings(&settings);
+    EXPECT_EQ(settings.value(key).type(), QVariant::ByteArray);
+    EXPECT_EQ(settings.value(key).toByteArray(), kSerial);
+    scan();
+    EXPECT_EQ(page.getCurrentDeviceID(), 0);
+    page.writeSettings(&settings);
+    EXPECT_EQ(settings.value(key).toByteArray(), kSerial);
+}
+
+// Two receivers, of which one scan brings only the other.
+TEST_F(OptionsDeviceTest, DeviceAskedForIsChosenWhenItComes)
+{
+    auto *combo = box(page);
+    combo->addItem("ZN000007", 4);
+    combo->addItem("ZN000001", 5);
+    panel->setDevices({{4, "ZN000007"}, {5, "ZN000001"}});
+
+    page.restoreDevice("");
+    page.restoreDevice("nobody");
+    EXPECT_EQ(page.getCurrentDeviceID(), 4);
+    page.restoreDevice("ZN000001");
+    EXPECT_EQ(page.getCurrentDeviceID(), 5);
+    EXPECT_EQ(box(*panel)->currentIndex(), 1);
+    EXPECT_EQ(panel->serial(), "ZN000001");
+
+    page.setSerial(u"ZN000007");
+    EXPECT_EQ(page.getCurrentDeviceID(), 4);
+    box(*panel)->setCurrentIndex(1); // by the user
+    EXPECT_EQ(page.getCurrentDeviceID(), 5);
+    EXPECT_EQ(panel->serial(), "ZN000001");
+
+    page.setSerial(u"ZN000009");
+    scan();
+    EXPECT_EQ(page.getCurrentDeviceID(), 0); // ZN000001 is what there is
+    page.setSerial(u"ZN000001");
+    EXPECT_EQ(page.getCurrentDeviceID(), 0);
+}
+
+TEST_F(OptionsDeviceTest, PageAndMenuFollowEachOtherAndTellOnce)
+{
+    QSignalSpy rate(&page, &ZephrinMOptions::sampleRateChanged);
+    QSignalSpy preamp(&page, &ZephrinMOptions::preampAutoChanged);
+    auto *menuRate = panel->findChild<QComboBox *>("cbSampleRate");
+    auto *menuPreamp = panel->findChild<QCheckBox *>("chbPreamp");
+
+    menuRate->setCurrentIndex(3);
+    EXPECT_EQ(page.sampleRateIndex(), 3);
+    page.setSampleRateIndex(8);
+    EXPECT_EQ(menuRate->currentIndex(), 8);
+    EXPECT_EQ(panel->sampleRate(), HardwareZephrinNANO::Rate3072000);
+    for (const int none : {-1, 9})
+        page.setSampleRateIndex(none);
+    EXPECT_EQ(page.sampleRateIndex(), 8);
+    EXPECT_EQ(rate.size(), 2);
+    EXPECT_EQ(rate.last()[0], 8);
+
+    menuPreamp->click();
+    EXPECT_TRUE(page.preampAuto());
+    auto *checks = page.findChild<QWidget *>("tbwOptions")->findChild<QCheckBox *>("chbPreamp");
+    checks->click();
+    EXPECT_FALSE(menuPreamp->isChecked());
+    EXPECT_EQ(preamp.size(), 2);
+    EXPECT_EQ(preamp.last()[0], false);
+
+    page.setStatus("connected");
+    for (const QWidget *side : {page.findChild<QWidget *>("tbwOptions"), (QWidget *)panel})
+        EXPECT_TRUE(side->findChild<QLabel *>("lbConnectStatus")->text().contains("connected"));
+
+    const auto texts = [](const QComboBox *combo) {
+        QStringList list;
+        for (int i = 0; i < combo->count(); ++i)
+            list << combo->itemText(i);
+        return list;
+    };
+    const auto *pageRate =
+        page.findChild<QWidget *>("tbwOptions")->findChild<QComboBox *>("cbSampleRate");
+    page.on4k(true);
+    EXPECT_EQ(texts(pageRate),
+        (QStringList{"48 kHz  ", "96 kHz  ", "192 kHz  ", "384 kHz  ", "768 kHz  ", "1.5 MHz  ",
+            "1.9 MHz  ", "2.5 MHz  ", "3.0 MHz  "}));
+    EXPECT_EQ(texts(menuRate), texts(pageRate));
+    EXPECT_EQ(rate.size(), 2);
+}
+
+TEST_F(OptionsDeviceTest, LockHoldsBothDeviceBoxes)
+{
+    for (const bool lock : {true, false}) {
+        page.setLock(lock);
+        EXPECT_EQ(box(page)->isEnabled(), !lock);
+        EXPECT_EQ(box(*panel)->isEnabled(), !lock);
+        EXPECT_TRUE(panel->findChild<QComboBox *>("cbSampleRate")->isEnabled());
+    }
+}
+} // namespace

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tones.h"
+
+#include "support/Signals.h"
+
+#include <QFileInfo>
+#include <QSettings>
+#include <gtest/gtest.h>
+
+namespace
+{
+using namespace test;
+
+constexpr double kPure = 0.999;
+
+// Receives a CW station in tune, which is heard at the pitch that is set.
+std::vector<COMPLEX> pitch(HostProcess &host, const QString &options)
+{
+    receive(host, carrier(10000.0, 0.1), "--tune 14.01M --mode CW --settings s.ini " + options);
+    return settledLeft(host.audio("a.wav"));
+}
+
+TEST(SettingsTest, StoredValuesHoldAndOptionsHoldForOneRunOnly)
+{
+    HostProcess host;
+    const QString file = host.path("s.ini");
+    EXPECT_GT(purity(pitch(host, {}), 700.0), kPure); // the default, which the first run stores
+    {
+        QSettings stored(file, QSettings::IniFormat);
+        EXPECT_EQ(stored.value("ZephrinMOptions/cw_pitch").toInt(), 700);
+        EXPECT_FALSE(stored.contains("ZephrinMOptions/SampleRate")); // an option of the run
+        stored.setValue("ZephrinMOptions/cw_pitch", 650);
+    }
+    EXPECT_GT(purity(pitch(host, {}), 650.0), kPure);
+    EXPECT_GT(purity(pitch(host, "--cw-tone 900"), 900.0), kPure);
+    EXPECT_EQ(QSettings(file, QSettings::IniFormat).value("ZephrinMOptions/cw_pitch").toInt(), 650);
+    EXPECT_GT(purity(pitch(host, {}), 650.0), kPure);
+}
+
+TEST(SettingsTest, AFileThatCannotBeWrittenIsToldAndStopsNothing)
+{
+    HostProcess host;
+    host.run("--seconds 0.2 --free-run --settings no-folder-but-a-file/s.ini");
+    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_TRUE(QFileInfo(host.path("no-folder-but-a-file/s.ini")).isFile()); // it makes folders
+
+    host.run("--seconds 0.2 --free-run --settings /proc/s.ini");
+    EXPECT_EQ(host.status(), 0);
+    EXPECT_TRUE(host.errors().contains("/proc/s.ini")) << qPrintable(host.errors());
+}
+} // namespace

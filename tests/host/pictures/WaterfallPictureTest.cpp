@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pictures/WaterfallPicture.h"
+
+#include "pictures/ColourMap.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace
+{
+constexpr float kFloorDb = -120.0f;
+
+TEST(WaterfallRowsTest, MergingKeepsEveryMaximumAtItsTime)
+{
+    constexpr int kColumns = 64;
+    constexpr int kRows = 8;
+    for (const int lines : {1, 8, 9, 64, 65, 1000}) {
+        host::WaterfallRows rows(kColumns, kRows);
+        std::mt19937 random(7);
+        std::vector<int> columns;
+        for (int i = 0; i < lines; ++i) {
+            std::vector<float> line(kColumns, kFloorDb);
+            columns.push_back(int(random() % kColumns));
+            line[std::size_t(columns.back())] = float(i);
+            rows.add(i * 0.1, line);
+        }
+        ASSERT_LE(rows.count(), kRows);
+        ASSERT_EQ(rows.lines(), std::size_t(lines));
+        EXPECT_NEAR(rows.end(), lines == 1 ? 1.0 : lines * 0.1, 1e-9);
+        // Old and new rows alike: none is longer than two even shares of the time.
+        for (int row = 0; row + 1 < rows.count() && lines > kRows; ++row)
+            EXPECT_LE(rows.startOf(row + 1) - rows.startOf(row), 2.0 * lines * 0.1 / kRows);
+        // Every line's mark is in the row of its time, unless a later line of that row has the
+        // same column.
+        for (int i = 0; i < lines; ++i) {
+            int row = rows.count() - 1;
+            while (rows.startOf(row) > i * 0.1)
+                --row;
+            EXPECT_GE(rows.row(row)[std::size_t(columns[std::size_t(i)])], float(i)) << lines;
+        }
+    }
+}
+
+TEST(WaterfallRowsTest, ATimeThatRunsBackIsTheOneBefore)
+{
+    host::WaterfallRows rows(1, 4);
+    for (const double seconds : {5.0, 3.0, 6.0})
+        rows.add(seconds, std::vector<float>{0.0f});
+    EXPECT_EQ(rows.startOf(1), 5.0);
+    EXPECT_EQ(rows.startOf(2), 6.0);
+}
+
+TEST(WaterfallPictureTest, ASignalShowsAtItsFrequencyAndTime)
+{
+    constexpr host::PictureAxis kAxis{7.1e6, 192e3};
+    constexpr std::size_t kBins = 4096;
+    constexpr std::size_t kBin = 1234;
+    // Fewer lines than rows of pixels, and so many that rows are merged.
+    for (const int lines : {100, 5000}) {
+        host::WaterfallPicture picture(kAxis, {800, 500});
+        picture.setRange({-120.0, -20.0});
+        for (int i = 0; i < lines; ++i) {
+            std::vector<float> line(kBins, kFloorDb);
+            if (i == lines / 4)
+                line[kBin] = -20.0f;
+            picture.addLine(1000.0 + i, line);
+        }
+        const QImage image = picture.image();
+        const QRect plot = picture.plotArea();
+        const int x = plot.x() + int(double(kBin) / kBins * plot.width());
+        const int y = plot.y() + plot.height() / 4;
+        int brightColumns = 0;
+        for (int column = plot.x(); column < plot.x() + plot.width(); ++column)
+            brightColumns += image.pixel(column, y) == host::ColourMap::entry(127);
+        EXPECT_EQ(image.pixel(x, y), host::ColourMap::entry(127)) << lines;
+        EXPECT_EQ(brightColumns, 1) << lines;
+        EXPECT_EQ(image.pixel(x, y - 10), host::ColourMap::entry(0)) << lines;
+        EXPECT_EQ(image.pixel(x, y + 10), host::ColourMap::entry(0)) << lines;
+    }
+}
+
+TEST(WaterfallPictureTest, AnEmptyOneIsStillAPicture)
+{
+    host::WaterfallPicture picture({7.1e6, 192e3});
+    picture.addLine(0.0, {});
+    EXPECT_EQ(picture.lines(), 0u);
+    EXPECT_EQ(picture.image().size(), QSize(1600, 900));
+}
+
+TEST(ColourMapTest, LightnessRisesEvenly)
+{
+    // CIE 1976 lightness of sRGB colours.
+    const auto lightness = [](QRgb colour) {
+        const auto linear = [](int value) {
+            const double v = value / 255.0;
+            return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+        };
+        return 116.0
+            * std::cbrt(0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour))
+                + 0.0722 * linear(qBlue(colour)))
+            - 16.0;
+    };
+    constexpr int kStep = 8;
+    constexpr double kEvenStep = 98.0 * kStep / 127.0; // from black to a lightness of 98
+    for (int i = kStep; i + kStep < host::ColourMap::kColours; i += kStep) {
+        const double rise =
+            lightness(host::ColourMap::entry(i + kStep)) - lightness(host::ColourMap::entry(i));
+        EXPECT_NEAR(rise, kEvenStep, 0.5 * kEvenStep) << i;
+    }
+}
+TEST(ColourMapTest, NoColourStandsOut)
+{
+    constexpr int kLargestStep = 9; // of 255; the blue of the brightest colours changes by 8
+    for (int i = 0; i + 1 < host::ColourMap::kColours; ++i) {
+        const QRgb a = host::ColourMap::entry(i);
+        const QRgb b = host::ColourMap::entry(i + 1);
+        EXPECT_LE(std::abs(qRed(a) - qRed(b)), kLargestStep) << i;
+        EXPECT_LE(std::abs(qGreen(a) - qGreen(b)), kLargestStep) << i;
+        EXPECT_LE(std::abs(qBlue(a) - qBlue(b)), kLargestStep) << i;
+    }
+}
+} // namespace

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "services/HostBridge.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace
+{
+using Samples = std::vector<float>;
+
+/// An audio thread that asks again at once.
+class EagerPuller
+{
+public:
+    explicit EagerPuller(host::HostSoundOut &output)
+        : m_thread([this, &output] {
+              Samples in, out;
+              while (!m_end)
+                  m_pulled += output.pull(in, out, 16, 2);
+          })
+    { }
+    ~EagerPuller()
+    {
+        m_end = true;
+        m_thread.join();
+    }
+    void awaitMore() const
+    {
+        for (const long before = m_pulled; m_pulled == before;)
+            std::this_thread::yield();
+    }
+
+private:
+    std::atomic<bool> m_end = false;
+    std::atomic<long> m_pulled = 0;
+    std::thread m_thread;
+};
+} // namespace
+
+TEST(HostSoundOutTest, NothingRunsInACallbackThatWasTakenAway)
+{
+    constexpr int kRounds = 200;
+    host::HostSoundOut output;
+    EagerPuller puller(output);
+    for (int i = 0; i < kRounds; ++i) {
+        // Plain memory of the callback's owner: the thread sanitizer sees who still touches it.
+        auto owner = std::make_unique<int>(0);
+        std::atomic<int> inside = 0;
+        output.setAudioCallback([&inside, counter = owner.get()](auto &, Samples &out, auto, auto) {
+            ++inside;
+            *counter += int(out.size());
+            std::this_thread::yield();
+            --inside;
+            return true;
+        });
+        puller.awaitMore();
+        output.setAudioCallback({});
+        ASSERT_EQ(inside, 0);
+        ASSERT_EQ(*owner % 32, 0); // 16 stereo frames each time
+    }
+}
+
+TEST(HostSoundOutTest, AsksOnlyASourceAndOnlyForWholeFrames)
+{
+    host::HostSoundOut output;
+    Samples in, out;
+    EXPECT_FALSE(output.pull(in, out, 8, 2));
+
+    bool answer = true;
+    std::vector<std::size_t> asked; // samples, each time
+    output.setAudioCallback([&](auto &, Samples &block, auto, auto) {
+        asked.push_back(block.size());
+        return answer;
+    });
+    EXPECT_TRUE(output.pull(in, out, 8, 2));
+    EXPECT_FALSE(output.pull(in, out, 8, 0)); // by which the device would divide
+    answer = false;
+    EXPECT_FALSE(output.pull(in, out, 4, 2));
+    EXPECT_EQ(asked, (std::vector<std::size_t>{16, 8}));
+}
+
+TEST(HostVacTest, TellsOfEachOpeningWithItsRateAndGivesAudioOnlyBetween)
+{
+    host::HostVac vac;
+    vac.setAudioCallback([](auto &, auto &, auto, auto) { return true; });
+    QStringList story;
+    QObject::connect(&vac, &VacAbstract::opened, &vac,
+        [&] { story << QString::number(vac.audioParams().sampleRate); });
+    QObject::connect(&vac, &VacAbstract::closed, &vac, [&] { story << "closed"; });
+    Samples in, out;
+
+    EXPECT_FALSE(vac.open(0));
+    EXPECT_FALSE(vac.pull(in, out, 8, 2));
+    EXPECT_TRUE(vac.open(48000));
+    EXPECT_TRUE(vac.open(48000));
+    EXPECT_TRUE(vac.pull(in, out, 8, 2));
+    EXPECT_TRUE(vac.open(44100));
+    vac.close();
+    vac.close();
+    EXPECT_FALSE(vac.pull(in, out, 8, 2));
+    EXPECT_EQ(story, (QStringList{"48000", "closed", "44100", "closed"}));
+}

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host_interfaces/IqRecorder.h"
+#include "host_interfaces/IQRecorderConfigure.h"
+#include "host_interfaces/IqRecorderOption.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+using vm::file::IQFile;
+
+/// The home folder is an empty one.
+class IqRecorderTest : public testing::Test
+{
+protected:
+    IqRecorderTest() { qputenv("HOME", m_home.path().toLocal8Bit()); }
+    ~IqRecorderTest() override { qputenv("HOME", m_before); }
+
+    QString home(const char *name) const { return m_home.path() + "/" + name; }
+
+    template <typename Widget>
+    static Widget *part(const QWidget &page, const char *name)
+    {
+        auto *widget = page.findChild<Widget *>(name);
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+
+private:
+    QTemporaryDir m_home;
+    const QByteArray m_before = qgetenv("HOME");
+};
+
+TEST_F(IqRecorderTest, FileNameTellsDeviceTimeAndLayout)
+{
+    const QDateTime start(QDate(2024, 2, 9), QTime(3, 4, 5));
+    const QString application = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName("App");
+    IQRecorderConfigure configure;
+    configure.path = "/iq";
+    const struct
+    {
+        IQFile::Format format;
+        const char *expected;
+    } rows[] = {
+        {IQFile::VelmoraSDR2, "/iq/App_Device_20240209_03-04-05_.wav"},
+        {IQFile::StandartWave, "/iq/App_Device_20240209_03-04-05_wv.wav"},
+        {IQFile::HDSDR, "/iq/App_Device_20240209_03-04-05_hd.wav"},
+    };
+    for (const auto &row : rows) {
+        configure.format = row.format;
+        EXPECT_EQ(configure.fileName("Device", start), row.expected);
+    }
+
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the name has no fractions
+    const QString name = configure.fileName("D");
+    const auto now = QDateTime::fromString(name, "'/iq/App_D_'yyyyMMdd_hh-mm-ss'_hd.wav'");
+    EXPECT_TRUE(before < now && now <= QDateTime::currentDateTime()) << name.toStdString();
+    QCoreApplication::setApplicationName(application);
+}
+
+TEST_F(IqRecorderTest, ListHasAnOrderOfItsOwn)
+{
+    const struct
+    {
+        int index;
+        const char *text;
+        IQFile::Format format;
+    } rows[] = {
+        {1, "HDSDR", IQFile::HDSDR},
+        {2, "Standart WAVE", IQFile::StandartWave},
+        {0, "VelmoraSDR2", IQFile::VelmoraSDR2},
+    };
+    IqRecorderOption page;
+    auto *list = part<QComboBox>(page, "cbIqFormat");
+    std::vector<IQFile::Format> told;
+    QObject::connect(&page, &IqRecorderOption::formathChanged,
+        [&](IQFile::Format format) { told.push_back(format); });
+    ASSERT_EQ(list->count(), 3);
+    for (const auto &row : rows) {
+        EXPECT_EQ(list->itemText(row.index), row.text);
+        list->setCurrentIndex(row.index);
+        EXPECT_EQ(page.format(), row.format);
+    }
+    EXPECT_EQ(told, (std::vector{IQFile::HDSDR, IQFile::StandartWave, IQFile::VelmoraSDR2}));
+    for (const auto &row : rows) {
+        page.setFormat(row.format);
+        EXPECT_EQ(list->currentIndex(), row.index);
+    }
+    page.setFormat(IQFile::HDSDR);
+    for (const int unknown : {3, 1000, -1}) {
+        page.setFormat(IQFile::Format(unknown));
+        EXPECT_EQ(page.format(), IQFile::HDSDR) << unknown;
+    }
+}
+
+TEST_F(IqRecorderTest, NewScaleKeepsTheChoiceAndTellsNobody)
+{
+    IqRecorderOption page;
+    auto *list = part<QComboBox>(page, "cbIqFormat");
+    page.setFormat(IQFile::StandartWave);
+    list->setItemText(1, "stale");
+    int told = 0;
+    QObject::connect(&page, &IqRecorderOption::formathChanged, [&] { ++told; });
+    page.on4K();
+    EXPECT_EQ(list->count(), 3);
+    EXPECT_EQ(list->itemText(1), "HDSDR");
+    EXPECT_EQ(list->currentText(), "Standart WAVE");
+    EXPECT_EQ(page.format(), IQFile::StandartWave);
+    EXPECT_EQ(told, 0);
+}
+
+TEST_F(IqRecorderTest, NewPageOffersAndMakesAFolderAtHome)
+{
+    const IqRecorderOption page;
+    EXPECT_EQ(page.path(), home("VelmoraSDR2"));
+    EXPECT_TRUE(QDir(home("VelmoraSDR2")).exists());
+    EXPECT_EQ(part<QPushButton>(page, "pbOpen")->text(), "Open");
+    QStringList labels;
+    for (const QLabel *label : page.findChildren<QLabel *>())
+        labels << label->text();
+    labels.sort();
+    EXPECT_EQ(labels, (QStringList{"Format:", "IQ Path:"}));
+}
+
+TEST_F(IqRecorderTest, FolderComesFromTheDialogUnlessCancelled)
+{
+    QDir().mkpath(home("chosen"));
+    IqRecorderOption page;
+    for (const bool accepted : {false, true}) {
+        QString title;
+        QTimer::singleShot(0, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            title = dialog->windowTitle();
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(home("chosen"));
+            accepted ? static_cast<QDialog *>(dialog)->accept() : dialog->reject();
+        });
+        part<QPushButton>(page, "pbOpen")->click();
+        EXPECT_EQ(title, "Open Directory");
+        EXPECT_EQ(page.path(), home(accepted ? "chosen" : "VelmoraSDR2"));
+    }
+}
+
+TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTells)
+{
+    IqRecorder *recorder = IqRecorder::instance();
+    ASSERT_EQ(recorder, IqRecorder::instance());
+    recorder->options()->setFormat(IQFile::VelmoraSDR2);
+    QStringList paths;
+    std::vector<IQFile::Format> formats;
+    QObject receiver;
+    QObject::connect(
+        recorder, &IqRecorder::pathChanged, &receiver, [&](const QString &path) { paths << path; });
+    QObject::connect(recorder, &IqRecorder::formathChanged, &receiver,
+        [&](IQFile::Format format) { formats.push_back(format); });
+
+    recorder->setPath(home("x"));
+    recorder->setPath(home("x"));
+    recorder->options()->setFormat(IQFile::StandartWave);
+    recorder->on4K();
+    EXPECT_EQ(paths, QStringList{home("x")});
+    EXPECT_EQ(formats, std::vector{IQFile::StandartWave});
+    EXPECT_EQ(recorder->path(), home("x"));
+    EXPECT_EQ(recorder->format(), IQFile::StandartWave);
+}
+
+TEST_F(IqRecorderTest, SettingsKeepPathAndLayout)
+{
+    const QString path = QString::fromUtf8("/home/J\xc3\xbcrgen/\xd1\x8d\xd1\x84\xd0\xb8\xd1\x80");
+    IqRecorder *recorder = IqRecorder::instance();
+    QSettings settings(home("a.ini"), QSettings::IniFormat);
+    recorder->setPath(path);
+    recorder->options()->setFormat(IQFile::StandartWave);
+    recorder->writeSettings(&settings);
+    EXPECT_EQ(settings.value("IqRecorder/path").toByteArray(), path.toUtf8());
+    EXPECT_EQ(settings.value("IqRecorder/format").toInt(), 1);
+
+    recorder->setPath("/other");
+    recorder->options()->setFormat(IQFile::HDSDR);
+    recorder->readSettings(&settings);
+    EXPECT_EQ(recorder->path(), path);
+    EXPECT_EQ(recorder->format(), IQFile::StandartWave);
+
+    settings.setValue("IqRecorder/format", 3); // no layout
+    settings.remove("IqRecorder/path");
+    recorder->setPath("/other");
+    recorder->readSettings(&settings);
+    EXPECT_EQ(recorder->path(), "/other");
+    EXPECT_EQ(recorder->format(), IQFile::StandartWave);
+    EXPECT_EQ(settings.group(), "");
+}
+} // namespace

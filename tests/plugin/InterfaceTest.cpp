@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginRig.h"
+#include "services/DialogGuard.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace
+{
+using test::PluginRig;
+
+QTabWidget *optionPages()
+{
+    for (auto *const widget : QApplication::topLevelWidgets())
+        if (auto *const pages = widget->findChild<QTabWidget *>("tbwOptions"))
+            return pages;
+    return nullptr;
+}
+
+TEST(PluginInterfaceTest, AnswersWithoutAnEngine)
+{
+    PluginRig rig;
+    rig.load();
+    auto &device = rig.device();
+    EXPECT_EQ(device.name(), "ZephrinNANO");
+    EXPECT_EQ(device.getAvalibleFunctions()->getCurrentPanSampleRateRX(), 43000.0);
+    SDR::CwParam other;
+    other.words[0] = 99;
+    device.setCwParam(other);
+    EXPECT_EQ(device.cwParam(), SDR::CwParam());
+    EXPECT_TRUE(device.setPreamp(3));
+    EXPECT_FALSE(device.open());
+    EXPECT_EQ(device.getIqRingBuffer(0), nullptr);
+    EXPECT_EQ(device.bandscopeSpectrum().count, 0u);
+    EXPECT_EQ(device.transmitterSpectrum(0).spectrum, nullptr);
+}
+
+TEST(PluginInterfaceTest, HasOneReceiver)
+{
+    PluginRig rig;
+    rig.prepare();
+    EXPECT_NE(rig.device().getIqRingBuffer(0), nullptr);
+    EXPECT_EQ(rig.device().getIqRingBuffer(1), nullptr);
+    EXPECT_TRUE(rig.device().setRxFreq(1, 5e6));
+    ASSERT_TRUE(rig.waitForReceiver());
+    ASSERT_TRUE(rig.device().open());
+    EXPECT_NEAR(rig.receiver().frequency_hz, 1.8e6, 0.1); // what it starts with
+    EXPECT_TRUE(rig.device().setRxFreq(0, 5e6));
+    EXPECT_NEAR(rig.receiver().frequency_hz, 5e6, 0.1);
+}
+
+TEST(PluginInterfaceTest, SettingsEndInOneRate)
+{
+    PluginRig rig;
+    rig.prepare();
+    QSignalSpy rates(&rig.device(), SIGNAL(changedSampleRate(double)));
+    rig.readSettings(); // the rate that is set already
+    ASSERT_EQ(rates.size(), 1);
+    EXPECT_EQ(rates.last().first().toDouble(), 96000.0);
+    for (const int none : {9, -1}) {
+        QMetaObject::invokeMethod(&rig.device(), "onSampleRate", Q_ARG(int, none));
+        EXPECT_EQ(rates.size(), 1) << none;
+    }
+    EXPECT_EQ(rig.device().getAvalibleFunctions()->getCurrentSampleRateRX(), 96000.0);
+}
+
+TEST(PluginInterfaceTest, TheExpertPageIsForExperts)
+{
+    PluginRig rig;
+    rig.load();
+    rig.init(true);
+    const int all = optionPages()->count();
+    rig.device().deinit();
+    rig.init(false);
+    EXPECT_EQ(optionPages()->count(), all - 1);
+}
+
+TEST(PluginInterfaceTest, GivesTheHostItsMenuAMomentLater)
+{
+    PluginRig rig;
+    rig.prepare();
+    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
+    EXPECT_TRUE(PluginRig::waitFor([&] { return rig.manager().deviceMenu() != nullptr; }, 2000));
+    rig.device().deinit();
+    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
+}
+
+class RecordingTest : public testing::Test
+{
+protected:
+    RecordingTest()
+    {
+        m_rig.bridge().setRecordingPath(m_folder.path());
+        m_rig.prepare();
+        EXPECT_TRUE(m_rig.waitForReceiver());
+        m_spy.emplace(&m_rig.device(), SIGNAL(sWriteIQ(bool, int)));
+    }
+
+    /// What the device tells of a call.
+    QList<QList<QVariant>> told(bool state, int channel = 0)
+    {
+        m_spy->clear();
+        m_rig.device().writeIQ(state, channel);
+        return *m_spy;
+    }
+
+    int files() const { return QDir(m_folder.path()).entryList(QDir::Files).size(); }
+
+    const QList<QList<QVariant>> m_yes{{true, 0}};
+    const QList<QList<QVariant>> m_no{{false, 0}};
+    QTemporaryDir m_folder;
+    PluginRig m_rig;
+    std::optional<QSignalSpy> m_spy;
+};
+
+TEST_F(RecordingTest, NeedsAStream)
+{
+    EXPECT_EQ(told(true), m_no);
+    ASSERT_TRUE(m_rig.device().open());
+    EXPECT_EQ(told(true), m_no);
+    EXPECT_EQ(told(true, 1).size(), 0);
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_F(RecordingTest, IsStartedOnceAndStopped)
+{
+    ASSERT_TRUE(m_rig.device().start());
+    EXPECT_EQ(told(true, 1).size(), 0);
+    EXPECT_EQ(told(true), m_yes);
+    EXPECT_EQ(told(true).size(), 0);
+    EXPECT_EQ(files(), 1);
+    m_rig.device().setRxFreq(0, 7.05e6);
+    PluginRig::wait(100);
+    EXPECT_EQ(told(false), m_no);
+    QFile file(m_folder.filePath(QDir(m_folder.path()).entryList(QDir::Files).first()));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.fileName().contains("_ZephrinNANO_"));
+    const QByteArray head = file.read(44 + 164);
+    qint32 frequency = 0;
+    memcpy(&frequency, head.constData() + 44 + 32, sizeof frequency);
+    EXPECT_EQ(head.mid(36, 4), "auxi"); // the layout that a fresh host is set to
+    EXPECT_EQ(frequency, 7050000);
+    EXPECT_GT(file.size(), 10000);
+}
+
+TEST_F(RecordingTest, AFolderThatIsNotThereIsToldInABox)
+{
+    const host::DialogGuard guard; // a person would have to press Ok
+    m_rig.bridge().setRecordingPath(m_folder.filePath("missing"));
+    ASSERT_TRUE(m_rig.device().start());
+    EXPECT_EQ(told(true), m_no);
+    EXPECT_EQ(guard.answered(), 1);
+}
+} // namespace

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginRig.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <random>
+
+namespace
+{
+using test::PluginRig;
+
+bool isMapped(const QByteArray &library)
+{
+    QFile maps("/proc/self/maps");
+    return maps.open(QIODevice::ReadOnly) && maps.readAll().contains(library);
+}
+
+TEST(PluginFileTest, ShowsTheLoadersEntryPointsOnly)
+{
+    QProcess nm;
+    nm.start("nm", {"-D", "--defined-only", ZEPHRIN_PLUGIN_FILE});
+    ASSERT_TRUE(nm.waitForFinished());
+    QStringList symbols;
+    for (const QByteArray &line : nm.readAllStandardOutput().split('\n'))
+        if (!line.isEmpty())
+            symbols += QString(line.split(' ').last());
+    symbols.sort();
+    EXPECT_EQ(symbols, QStringList({"qt_plugin_instance", "qt_plugin_query_metadata"}));
+}
+
+TEST(PluginFileTest, TellsWhatItIs)
+{
+    const QPluginLoader loader(ZEPHRIN_PLUGIN_FILE);
+    const QJsonObject all = loader.metaData();
+    EXPECT_EQ(all["IID"].toString(), "Velmora.VelmoraSDR2.plugin");
+    EXPECT_EQ(all["className"].toString(), "ZephrinMInterface");
+    const QJsonObject own = all["MetaData"].toObject();
+    EXPECT_EQ(own["name"].toString(), "ZephrinNano");
+    EXPECT_EQ(own["version"].toString(), "0.0.1");
+    EXPECT_TRUE(own["dependencies"].isArray() && own["dependencies"].toArray().isEmpty());
+}
+
+TEST(PluginLifeTest, FiftyLivesLeaveNothingBehind)
+{
+    constexpr int kWarmUp = 10; // caches of Qt, FFTW and the C library fill
+    constexpr int kLives = 50;
+    constexpr long kGrowthKiB = 4096;
+    int threads = 0;
+    long memory = 0;
+    for (int life = 0; life < kLives; ++life) {
+        {
+            PluginRig rig;
+            rig.prepare();
+            ASSERT_TRUE(rig.waitForReceiver());
+            ASSERT_TRUE(rig.device().start());
+            PluginRig::wait(20);
+            rig.device().stop();
+            rig.device().deinit();
+            ASSERT_TRUE(rig.unload());
+        }
+        ASSERT_FALSE(isMapped("libZephrinNano.so")) << "life " << life;
+        if (life == kWarmUp) {
+            threads = test::threadCount();
+            memory = test::residentKiB();
+        }
+    }
+    EXPECT_EQ(test::threadCount(), threads);
+    std::cout << "growth in " << kLives - kWarmUp << " lives: " << test::residentKiB() - memory
+              << " KiB\n";
+    EXPECT_LT(test::residentKiB() - memory, kGrowthKiB);
+}
+
+TEST(PluginLifeTest, OneObjectInitsAgainWithTheSameHost)
+{
+    PluginRig rig;
+    rig.load();
+    for (int life = 0; life < 3; ++life) {
+        rig.init();
+        rig.readSettings();
+        ASSERT_TRUE(rig.waitForReceiver());
+        ASSERT_TRUE(rig.device().start());
+        rig.tune(7.1e6, 7.105e6);
+        PluginRig::wait(100);
+        rig.manager().preamp().setDb(float(-2 - life));
+        PluginRig::wait(150);
+        EXPECT_EQ(rig.receiver().attenuator, (2u + unsigned(life)) * 2u) << "life " << life;
+        rig.device().deinit();
+        EXPECT_FALSE(rig.device().start());
+        EXPECT_FALSE(rig.manager().isDeviceAvailable());
+    }
+}
+
+/// One call of the host, as a user's click would make it.
+void callAnything(PluginRig &rig, std::mt19937 &random)
+{
+    const auto pick = [&](int n) { return int(random() % unsigned(n)); };
+    auto &device = rig.device();
+    switch (pick(22)) {
+    case 0:
+    case 1:
+        device.start();
+        break;
+    case 2:
+        device.stop();
+        break;
+    case 3:
+        device.open();
+        break;
+    case 4:
+        device.close();
+        break;
+    case 5:
+        rig.readSettings({{"SampleRate", pick(9)}, {"PreampAuto", pick(2) == 0}});
+        break;
+    case 6:
+        device.setRxFreq(pick(2), 1e6 * pick(30));
+        break;
+    case 7:
+        device.setDspMode(0, 0, unsigned(pick(11)));
+        break;
+    case 8:
+        device.setBandFilterIf(0, unsigned(pick(2)), -100.0 * pick(80), 100.0 * pick(80));
+        break;
+    case 9:
+        device.setFftSize(256u << pick(9));
+        break;
+    case 10:
+        device.setFftAveragingNum(unsigned(pick(40)));
+        device.setFftAveragingType(unsigned(pick(4)));
+        break;
+    case 11:
+        device.receiverSpectrum(unsigned(pick(2)));
+        break;
+    case 12:
+        device.writeIQ(pick(2) == 0, pick(2));
+        break;
+    case 13:
+        device.setAgcMode(0, 0, unsigned(pick(7)));
+        device.setNb1(0, pick(2) == 0);
+        device.setNr(0, pick(2) == 0);
+        break;
+    case 14:
+        rig.bridge().vac().open(8000u * unsigned(1 + pick(6)));
+        break;
+    case 15:
+        rig.bridge().vac().close();
+        break;
+    case 16:
+        pick(2) == 0 ? (void)rig.bridge().lineOut().open(44100) : rig.bridge().lineOut().close();
+        break;
+    case 17:
+        rig.bridge().radioNotchControl()->setFilter(
+            std::size_t(pick(4)), std::size_t(pick(8)), {100.0, 7e6, true});
+        break;
+    case 18:
+        rig.manager().preamp().applyDelta(pick(9) - 4);
+        break;
+    case 19:
+        vr_set_plugged(pick(3) != 0);
+        break;
+    case 20:
+        emit rig.manager().hideSpectrumSlopesChanged(pick(2) == 0);
+        break;
+    default:
+        device.deinit();
+        rig.init(pick(2) == 0);
+        break;
+    }
+}
+
+TEST(PluginLifeTest, TwoHundredRandomSequencesEndWell)
+{
+    constexpr int kSequences = 200;
+    constexpr int kCalls = 8;
+    PluginRig rig;
+    QTemporaryDir recordings;
+    rig.bridge().setRecordingPath(recordings.path());
+    rig.load();
+    std::mt19937 random(1);
+    for (int sequence = 0; sequence < kSequences; ++sequence) {
+        vr_reset();
+        rig.init(true);
+        rig.readSettings();
+        PluginRig::wait(10);
+        for (int call = 0; call < kCalls; ++call) {
+            callAnything(rig, random);
+            PluginRig::wait(int(random() % 15));
+        }
+        rig.device().deinit();
+        ASSERT_EQ(rig.receiver().open, 0) << "sequence " << sequence;
+    }
+}
+} // namespace

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginRig.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <stdexcept>
+
+namespace test
+{
+PluginRig::PluginRig() : m_loader(ZEPHRIN_PLUGIN_FILE)
+{
+    // The engine tells of every block it hands out, and filters of every set-up.
+    QLoggingCategory::setFilterRules("default.debug=false\ndefault.warning=false");
+    vr_reset();
+    m_bridge = std::make_unique<host::HostBridge>(m_ledger);
+    m_manager = std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::Limits{});
+    // By default the loader keeps a library for good.
+    m_loader.setLoadHints({});
+}
+
+PluginRig::~PluginRig()
+{
+    if (m_device)
+        m_device->deinit();
+}
+
+void PluginRig::prepare()
+{
+    load();
+    init();
+    readSettings();
+}
+
+void PluginRig::load()
+{
+    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
+    if (!m_device)
+        throw std::runtime_error(m_loader.errorString().toStdString());
+}
+
+void PluginRig::init(bool advanced)
+{
+    if (!m_device->init(*m_bridge, nullptr, false, advanced))
+        throw std::runtime_error("init() refused");
+    m_device->setManager(m_manager.get());
+    m_device->setIqServer(&m_iqServer);
+}
+
+bool PluginRig::unload()
+{
+    m_device = nullptr;
+    return m_loader.unload();
+}
+
+void PluginRig::readSettings(const QVariantMap &values)
+{
+    const QTemporaryDir folder;
+    QSettings settings(folder.filePath("settings.ini"), QSettings::IniFormat);
+    for (auto value = values.begin(); value != values.end(); ++value)
+        settings.setValue("ZephrinMOptions/" + value.key(), value.value());
+    m_device->readSettings(&settings);
+}
+
+bool PluginRig::waitForReceiver()
+{
+    return waitFor(
+        [this] {
+            const bool opened = m_device->open();
+            m_device->close();
+            return opened;
+        },
+        3000);
+}
+
+bool PluginRig::waitFor(const std::function<bool()> &condition, int ms)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!condition()) {
+        if (clock.elapsed() > ms)
+            return false;
+        wait(5);
+    }
+    return true;
+}
+
+void PluginRig::wait(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void PluginRig::tune(double centreHz, double stationHz)
+{
+    m_device->setRxFreq(0, centreHz);
+    m_device->setDownConverter(0, 0, stationHz - centreHz);
+    m_device->setDspMode(0, 0, DeviceFunctionsAbstract::USB);
+    m_device->setBandFilterIf(0, 0, 200.0, 3500.0);
+}
+
+std::vector<COMPLEX> PluginRig::listen(double seconds)
+{
+    constexpr unsigned kBlock = 1024;
+    std::vector<COMPLEX> audio;
+    std::vector<float> in, out(2 * kBlock);
+    while (double(audio.size()) < seconds * kAudioRateHz) {
+        waitForAudio(kBlock);
+        m_bridge->soundOut()->pull(in, out, kBlock, 2);
+        m_ledger.took(kBlock);
+        for (unsigned i = 0; i < kBlock; ++i)
+            audio.push_back({double(out[2 * i]), 0.0});
+    }
+    return audio;
+}
+
+/// Lets the receiver send for one block after the other, however long the engine takes for it.
+void PluginRig::waitForAudio(std::uint64_t frames)
+{
+    constexpr int kStepMs = 2;
+    constexpr int kPatienceMs = 100; // then something got lost on the way, as at a change of rate
+    int waited = kPatienceMs;
+    for (auto before = m_ledger.processedSamples(); m_ledger.readyFrames() < frames;
+         waited += kStepMs) {
+        if (waited >= kPatienceMs || m_ledger.processedSamples() != before) {
+            vr_add_credit(std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz);
+            waited = 0;
+        }
+        before = m_ledger.processedSamples();
+        wait(kStepMs);
+    }
+}
+
+vr_status PluginRig::receiver() const
+{
+    vr_status status{};
+    vr_get_status(&status);
+    return status;
+}
+
+int threadCount()
+{
+    return int(QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+long residentKiB()
+{
+    QFile status("/proc/self/statm");
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    constexpr long kPageKiB = 4;
+    return status.readAll().split(' ').at(1).toLong() * kPageKiB;
+}
+} // namespace test

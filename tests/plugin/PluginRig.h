@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "StreamLedger.h"
+#include "services/HostBridge.h"
+#include "services/HostIqServer.h"
+#include "services/HostManager.h"
+#include "services/HostSensors.h"
+#include "support/TemporarySettings.h"
+
+#include "host_interfaces/DeviceAbstract.h"
+#include "host_interfaces/DeviceFunctionsAbstract.h"
+#include "virtual_receiver/virtual_receiver.h"
+
+#include <QPluginLoader>
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace test
+{
+/// The built plugin, loaded as a host loads it, with the reference host's services around it and
+/// the virtual receiver below. GUI thread; waiting runs the event loop.
+class PluginRig
+{
+public:
+    static constexpr int kAudioRateHz = 48000;
+
+    /// Begins with an attached receiver and no settings.
+    PluginRig();
+    ~PluginRig();
+
+    /// load() and init() in one, for those to whom they are no matter.
+    void prepare();
+
+    void load();
+    void init(bool advanced = true);
+
+    /// Really takes the library out of the process. True if it is gone.
+    bool unload();
+
+    DeviceAbstract &device() { return *m_device; }
+    host::HostBridge &bridge() { return *m_bridge; }
+    host::HostManager &manager() { return *m_manager; }
+
+    /// Gives settings to the device; the keys are those of its own group.
+    void readSettings(const QVariantMap &values = {});
+
+    /// Waits for the first scan to find a receiver.
+    bool waitForReceiver();
+
+    /// False if it did not become true in time.
+    static bool waitFor(const std::function<bool()> &condition, int ms);
+    static void wait(int ms);
+
+    /// Tunes to a frequency with 0 Hz of audio there.
+    void tune(double centreHz, double stationHz);
+
+    /// Pulls audio; the left side. The receiver's pace must be that of credit, which is granted
+    /// here, so that nothing is lost on a busy machine.
+    std::vector<COMPLEX> listen(double seconds);
+
+    vr_status receiver() const;
+
+private:
+    void waitForAudio(std::uint64_t frames);
+
+    TemporarySettings m_folder;
+    host::StreamLedger m_ledger;
+    host::HostSensors m_sensors{m_ledger};
+    host::HostIqServer m_iqServer{m_ledger};
+    std::unique_ptr<host::HostBridge> m_bridge;
+    std::unique_ptr<host::HostManager> m_manager;
+    QPluginLoader m_loader;
+    DeviceAbstract *m_device = nullptr;
+};
+
+/// Threads of this process.
+int threadCount();
+
+/// Resident memory of this process in KiB.
+long residentKiB();
+} // namespace test

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "IQFileTest.h"
+
+#include <QDateTime>
+#include <QtEndian>
+
+#include <bit>
+#include <sndfile.h>
+
+namespace
+{
+using vm::file::IQFile;
+
+constexpr int kSamples = 20;
+constexpr int kDataBytes = kSamples * 6;
+constexpr int kTimes = 32; // bytes of a start and a stop time
+
+/// Little-endian bytes of a number.
+template <typename T>
+QByteArray le(T value)
+{
+    QByteArray bytes(sizeof(T), 0);
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+QByteArray le(double value)
+{
+    return le(std::bit_cast<quint64>(value));
+}
+
+QByteArray wave(quint32 length, const char *next, quint32 nextSize)
+{
+    return "RIFF" + le(length) + "WAVEfmt " + le<quint32>(16) + le<quint16>(1) + le<quint16>(2)
+        + le<quint32>(3072000) + le<quint32>(18432000) + le<quint16>(6) + le<quint16>(24) + next
+        + le(nextSize);
+}
+
+/// The moment that a header holds; invalid if the day of the week is another date's.
+QDateTime moment(const QByteArray &bytes, int at)
+{
+    const auto field = [&](int index) {
+        return int(qFromLittleEndian<quint16>(bytes.constData() + at + 2 * index));
+    };
+    const QDate date(field(0), field(1), field(3));
+    return date.dayOfWeek() == field(2)
+        ? QDateTime(date, QTime(field(4), field(5), field(6), field(7)))
+        : QDateTime();
+}
+
+class IQFileLayoutTest : public IQFileTest
+{
+protected:
+    IQFileLayoutTest()
+    {
+        file.setSampleRate(3072000.9);
+        file.setFrequency(145500000.7);
+        file.setPreamp(-6.5);
+    }
+};
+
+TEST_F(IQFileLayoutTest, EachLayoutHasItsHeaderByteForByte)
+{
+    const QByteArray times(kTimes, 0);
+    const struct
+    {
+        IQFile::Format format;
+        QByteArray header;
+        int timesAt; // 0: none
+    } rows[] = {
+        {IQFile::VelmoraSDR2,
+            wave(kDataBytes + 100, "vsdr", 64) + le<quint32>(1) + times + le<quint32>(0)
+                + le(145500000.7) + le(3072000.9) + le(-6.5) + "data",
+            48},
+        {IQFile::StandartWave, wave(kDataBytes + 36, "data", kDataBytes), 0},
+        {IQFile::HDSDR,
+            wave(kDataBytes + 100, "auxi", 164) + times + le<quint32>(145500000)
+                + QByteArray(128, 0) + "data" + le<quint32>(kDataBytes),
+            44},
+    };
+    for (const auto &row : rows) {
+        const QDateTime before = QDateTime::currentDateTime();
+        QByteArray bytes = recorded(row.format, std::vector<COMPLEX>(kSamples));
+        const QDateTime after = QDateTime::currentDateTime();
+
+        ASSERT_EQ(bytes.size(), row.header.size() + kDataBytes) << row.format;
+        if (row.timesAt != 0) {
+            const QDateTime start = moment(bytes, row.timesAt);
+            const QDateTime stop = moment(bytes, row.timesAt + kTimes / 2);
+            EXPECT_TRUE(before <= start && start <= stop && stop <= after) << row.format;
+            bytes.replace(row.timesAt, kTimes, times);
+        }
+        EXPECT_EQ(bytes.left(row.header.size()).toHex(), row.header.toHex()) << row.format;
+    }
+}
+
+TEST_F(IQFileLayoutTest, LengthsWrapAtFourGigabytes)
+{
+    constexpr long long kFourGigabytes = 1LL << 32;
+    const struct
+    {
+        IQFile::Format format;
+        long long dataBytes;
+        quint32 length;
+        quint32 nextSize;
+    } rows[] = {
+        {IQFile::StandartWave, kFourGigabytes - 12, 24, 4294967284u},
+        {IQFile::StandartWave, kFourGigabytes + 6, 42, 6},
+        {IQFile::VelmoraSDR2, kFourGigabytes - 90, 10, 64},
+        {IQFile::HDSDR, 3 * kFourGigabytes, 100, 164},
+    };
+    for (const auto &row : rows) {
+        vm::file::WaveHeader header;
+        file.fillWaveHeader(header, row.dataBytes, row.format);
+        EXPECT_EQ(header.length, row.length) << row.dataBytes;
+        EXPECT_EQ(header.nextSize, row.nextSize) << row.dataBytes;
+    }
+}
+
+TEST_F(IQFileLayoutTest, PlaceholderIsEmptyAtFirstAndThenTheLastHeader)
+{
+    // Enough to push the placeholder out of the file's buffer while the recording runs.
+    std::vector<COMPLEX> block(4096);
+    for (const auto format : {IQFile::VelmoraSDR2, IQFile::StandartWave, IQFile::HDSDR}) {
+        IQFile recorder;
+        recorder.setFormat(format);
+        const int header = format == IQFile::VelmoraSDR2 ? 112 : format == IQFile::HDSDR ? 216 : 44;
+        const qint64 size = header + qint64(block.size()) * 6;
+
+        ASSERT_TRUE(recorder.open(path()));
+        ASSERT_TRUE(recorder.write(block));
+        ASSERT_TRUE(waitForSize(path(), size));
+        EXPECT_EQ(content(path()).left(header), QByteArray(header, 0)) << format;
+        recorder.close();
+        const QByteArray finished = content(path()).left(header);
+
+        recorder.setFrequency(7.1e6); // not in the next placeholder
+        ASSERT_TRUE(recorder.open(path("b.wav")));
+        ASSERT_TRUE(recorder.write(block));
+        ASSERT_TRUE(waitForSize(path("b.wav"), size));
+        EXPECT_EQ(content(path("b.wav")).left(header).toHex(), finished.toHex()) << format;
+    }
+}
+
+TEST_F(IQFileLayoutTest, PlainWaveIsReadByOthers)
+{
+    std::vector<COMPLEX> block(kSamples);
+    for (int n = 0; n < kSamples; ++n)
+        block[n] = {1e-4 * n, -2e-4 * n};
+    recorded(IQFile::StandartWave, block);
+
+    SF_INFO info = {};
+    SNDFILE *sound = sf_open(path().toLocal8Bit().constData(), SFM_READ, &info);
+    ASSERT_NE(sound, nullptr) << sf_strerror(nullptr);
+    std::vector<COMPLEX> read(kSamples);
+    EXPECT_EQ(sf_readf_double(sound, &read[0].re, kSamples), kSamples);
+    sf_close(sound);
+    EXPECT_EQ(info.frames, kSamples);
+    EXPECT_EQ(info.samplerate, 3072000);
+    EXPECT_EQ(info.channels, 2);
+    EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
+    // The gain of 100 also lifts the rounding of a 24-bit code and the byte below it.
+    constexpr double kTolerance = 200.0 / 8388608.0;
+    for (int n = 0; n < kSamples; ++n) {
+        EXPECT_NEAR(read[n].re, 1e-2 * n, kTolerance);
+        EXPECT_NEAR(read[n].im, -2e-2 * n, kTolerance);
+    }
+}
+} // namespace
