@@ -29,6 +29,7 @@ PluginRig::~PluginRig()
 {
     if (m_device)
         m_device->deinit();
+    m_loader.unload();
 }
 
 void PluginRig::prepare()

@@ -156,7 +156,7 @@ TEST(ReceptionTest, TheAutomaticPreampBringsAnOverloadedBandDown)
 TEST(ReceptionTest, TheAutomaticPreampRaisesAWeakBandWhenItHasBeenQuietForLong)
 {
     constexpr int kSixteenDecisionsMs = 16 * 2100;
-    constexpr double kWeakDb = -14.0; // its peak lies 4 dB below the aim of -10 dBFS
+    constexpr double kWeakDb = -14.0;
     PluginRig rig;
     chooseCarrier(kWeakDb);
     rig.prepare();
@@ -167,11 +167,10 @@ TEST(ReceptionTest, TheAutomaticPreampRaisesAWeakBandWhenItHasBeenQuietForLong)
     QElapsedTimer clock;
     clock.start();
     ASSERT_TRUE(PluginRig::waitFor(
-        [&] { return !rig.manager().preamp().steps().empty(); }, kSixteenDecisionsMs + 4000));
+        [&] { return !rig.manager().preamp().steps().empty(); }, 2 * kSixteenDecisionsMs));
     EXPECT_GT(clock.elapsed(), kSixteenDecisionsMs - 200);
     std::cout << "raised after " << clock.elapsed() << " ms by "
               << rig.manager().preamp().steps().front().deltaDb << " dB\n";
-    EXPECT_GE(rig.manager().preamp().steps().front().deltaDb, 4);
-    EXPECT_LE(rig.manager().preamp().steps().front().deltaDb, 5);
+    EXPECT_EQ(rig.manager().preamp().steps().front().deltaDb, 4);
 }
 } // namespace
