@@ -105,8 +105,8 @@ std::uint64_t StreamFeed::regularCredit() const
 
 bool StreamFeed::fits(std::uint64_t samples, double share, const StreamLedger &ledger) const
 {
-    const double open =
-        double(m_granted + samples) - double(m_writtenOff) - double(ledger.processedSamples());
+    const double open = double(m_granted + samples) - double(m_writtenOff + lostSamples())
+        - double(ledger.processedSamples());
     const auto openFrames =
         kSpareFrames + std::uint64_t(std::max(0.0, open) * AudioFile::kRateHz / m_rateHz);
     const auto hasRoom = [&](const OutletRing *outlet) {
@@ -160,16 +160,18 @@ void StreamFeed::noteProgress(const StreamLedger &ledger, Clock::time_point now)
     m_progressTime = m_nudgeTime = now;
 }
 
-/// Whether the engine stands still although it has a block and nothing that would wake it is on its
-/// way.
+/// Whether the engine stands still although it has a block, or is short of one, and nothing that
+/// would wake it is on its way.
 bool StreamFeed::needsNudge(const StreamLedger &ledger, Clock::time_point now)
 {
     if (now - m_nudgeTime < kStandsStill)
         return false;
     m_nudgeTime = now;
     look();
-    const bool isReadComing = m_status.samples_sent + readSamples() <= m_granted;
-    return !isReadComing && openSamples(ledger) > kLargestRest;
+    if (m_status.samples_sent + readSamples() <= m_granted)
+        return false;
+    // Behind the regular credit there is a goal that was not reached, for whatever reason.
+    return m_granted >= regularCredit() || openSamples(ledger) > kLargestRest;
 }
 
 /// Samples that a fault took out of the stream never reach the engine and would block the credit
@@ -178,7 +180,7 @@ void StreamFeed::writeOffWhatIsLost(Clock::time_point now)
 {
     if (now - m_progressTime < kStall)
         return;
-    m_writtenOff = m_granted - std::min(m_granted, m_processedBefore);
+    m_writtenOff = m_granted - std::min(m_granted, m_processedBefore + lostSamples());
     m_progressTime = now;
     if (m_granted >= regularCredit())
         grant(readSamples());

@@ -27,7 +27,6 @@ QTabWidget *optionPages()
 TEST(PluginInterfaceTest, AnswersWithoutAnEngine)
 {
     PluginRig rig;
-    rig.load();
     auto &device = rig.device();
     EXPECT_EQ(device.name(), "ZephrinNANO");
     EXPECT_EQ(device.getAvalibleFunctions()->getCurrentPanSampleRateRX(), 43000.0);
@@ -74,7 +73,6 @@ TEST(PluginInterfaceTest, SettingsEndInOneRate)
 TEST(PluginInterfaceTest, TheExpertPageIsForExperts)
 {
     PluginRig rig;
-    rig.load();
     rig.init(true);
     const int all = optionPages()->count();
     rig.device().deinit();

@@ -78,7 +78,6 @@ TEST(PluginLifeTest, FiftyLivesLeaveNothingBehind)
 TEST(PluginLifeTest, OneObjectInitsAgainWithTheSameHost)
 {
     PluginRig rig;
-    rig.load();
     for (int life = 0; life < 3; ++life) {
         rig.init();
         rig.readSettings();
@@ -180,7 +179,6 @@ TEST(PluginLifeTest, TwoHundredRandomSequencesEndWell)
     PluginRig rig;
     QTemporaryDir recordings;
     rig.bridge().setRecordingPath(recordings.path());
-    rig.load();
     std::mt19937 random(1);
     for (int sequence = 0; sequence < kSequences; ++sequence) {
         vr_reset();

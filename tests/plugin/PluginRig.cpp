@@ -19,10 +19,16 @@ PluginRig::PluginRig() : m_loader(ZEPHRIN_PLUGIN_FILE)
     // The engine tells of every block it hands out, and filters of every set-up.
     QLoggingCategory::setFilterRules("default.debug=false\ndefault.warning=false");
     vr_reset();
-    m_bridge = std::make_unique<host::HostBridge>(m_ledger);
-    m_manager = std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::Limits{});
     // By default the loader keeps a library for good.
     m_loader.setLoadHints({});
+    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
+    if (!m_device)
+        throw std::runtime_error(m_loader.errorString().toStdString());
+    auto &functions = *m_device->getAvalibleFunctions();
+    m_bridge =
+        std::make_unique<host::HostBridge>(m_ledger, host::HostNotchControl::bandNames(functions));
+    m_manager =
+        std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::limitsOf(functions));
 }
 
 PluginRig::~PluginRig()
@@ -34,16 +40,8 @@ PluginRig::~PluginRig()
 
 void PluginRig::prepare()
 {
-    load();
     init();
     readSettings();
-}
-
-void PluginRig::load()
-{
-    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
-    if (!m_device)
-        throw std::runtime_error(m_loader.errorString().toStdString());
 }
 
 void PluginRig::init(bool advanced)

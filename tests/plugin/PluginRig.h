@@ -28,14 +28,12 @@ class PluginRig
 public:
     static constexpr int kAudioRateHz = 48000;
 
-    /// Begins with an attached receiver and no settings.
+    /// Loads the plugin. Begins with an attached receiver and no settings.
     PluginRig();
     ~PluginRig();
 
-    /// load() and init() in one, for those to whom they are no matter.
+    /// init() and empty settings.
     void prepare();
-
-    void load();
     void init(bool advanced = true);
 
     /// Really takes the library out of the process. True if it is gone.

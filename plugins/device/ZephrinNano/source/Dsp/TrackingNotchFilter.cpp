@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Dsp/TrackingNotchFilter.h"
 
+#include "signal_primitives/Clones.h"
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
@@ -28,6 +29,16 @@ void mix(COMPLEX *tone, double frequency, double &phase, COMPLEX *data, int leng
 {
     ippsTone_Direct_64fc(tone, length, 1.0, frequency, &phase, ippAlgHintAccurate);
     ippsMul_64fc_I(tone, data, length);
+}
+
+[[gnu::always_inline]] inline COMPLEX difference(COMPLEX x, COMPLEX before)
+{
+    return {x.re - before.re, x.im - before.im};
+}
+
+[[gnu::always_inline]] inline COMPLEX withFeedback(COMPLEX x, double pole, COMPLEX output)
+{
+    return {x.re + pole * output.re, x.im + pole * output.im};
 }
 } // namespace
 
@@ -62,16 +73,27 @@ void TrackingNotchFilter::process(COMPLEX *data, int length)
     m_back.process(data, length);
 }
 
+// The output that the next one waits for is a product and a sum away. Two samples a round halve
+// that way: y[n+1] = d[n+1] + p d[n] + p^2 y[n-1], d the differences of the input.
+SIGNAL_PRIMITIVES_CLONES
 void TrackingNotchFilter::removeDc(COMPLEX *data, int length)
 {
-    const double decay = m_decay;
+    const double pole = m_decay;
+    const double squaredPole = pole * pole;
     COMPLEX input = m_input;
     COMPLEX output = m_output;
-    for (int n = 0; n < length; ++n) {
-        const COMPLEX x = data[n];
-        output.re = x.re - input.re + decay * output.re;
-        output.im = x.im - input.im + decay * output.im;
-        input = x;
+    int n = 0;
+    for (; n + 1 < length; n += 2) {
+        const COMPLEX first = difference(data[n], input);
+        const COMPLEX second = withFeedback(difference(data[n + 1], data[n]), pole, first);
+        input = data[n + 1];
+        data[n] = withFeedback(first, pole, output);
+        output = withFeedback(second, squaredPole, output);
+        data[n + 1] = output;
+    }
+    if (n < length) {
+        output = withFeedback(difference(data[n], input), pole, output);
+        input = data[n];
         data[n] = output;
     }
     m_input = input;

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginRig.h"
+#include "pictures/PeakFinder.h"
+#include "support/Signals.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace
+{
+using test::PluginRig;
+
+constexpr double kRateHz = 192e3;
+constexpr double kCentreHz = 7.1e6;
+constexpr double kAveragerDb = 0.7; // what the averaged line stands too high
+
+struct Carrier
+{
+    double hz;
+    double levelDb;
+};
+
+void chooseCarriers(const std::vector<Carrier> &carriers)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("carriers.band"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("band centre=7.1M noise=-140\n");
+    for (const auto &[hz, levelDb] : carriers)
+        file.write(QByteArray("station mode=carrier frequency=") + QByteArray::number(hz, 'f', 1)
+            + " level=" + QByteArray::number(levelDb) + "\n");
+    file.close();
+    ASSERT_EQ(vr_scene_band(QFile::encodeName(file.fileName())), 0) << vr_last_error();
+}
+
+class PanoramaTest : public testing::Test
+{
+protected:
+    void start(const std::vector<Carrier> &carriers)
+    {
+        chooseCarriers(carriers);
+        vr_set_pace(VR_PACE_CREDIT);
+        m_rig.prepare();
+        ASSERT_TRUE(m_rig.waitForReceiver());
+        m_rig.readSettings({{"SampleRate", 2}, {"PreampAuto", false}});
+        m_rig.tune(kCentreHz, kCentreHz);
+        ASSERT_TRUE(m_rig.device().start());
+        m_rig.device().setAgcGain(0, 0, 0); // dB
+        m_rig.device().setAgcMode(0, 0, 1); // so that the next is a change
+        m_rig.device().setAgcMode(0, 0, 0);
+    }
+
+    /// The last of a few lines that the device told of.
+    std::vector<float> line()
+    {
+        constexpr int kLines = 5; // past what the filters hold of the time before
+        QSignalSpy lines(&m_rig.device(), SIGNAL(rxSpectrum(uint)));
+        while (lines.size() < kLines)
+            m_audio = m_rig.listen(0.3);
+        const SpectrumView view = m_rig.device().receiverSpectrum(0);
+        return {view.spectrum, view.spectrum + view.count};
+    }
+
+    /// In a line of the panorama, by frequency.
+    double levelAt(const std::vector<float> &line, double hz, double centreHz = kCentreHz)
+    {
+        constexpr double kReachHz = 100.0;
+        const auto peak = host::PeakFinder({centreHz, kRateHz}, line).peakNear(hz, kReachHz);
+        return peak ? peak->levelDb : -200.0;
+    }
+
+    double audioLevelAt(double hz) const
+    {
+        const std::vector<COMPLEX> settled(m_audio.end() - 8192, m_audio.end());
+        return test::decibels(
+            test::magnitude(test::component(settled, hz / PluginRig::kAudioRateHz)) + 1e-15);
+    }
+
+    PluginRig m_rig;
+    std::vector<COMPLEX> m_audio; // heard along with the last line
+};
+
+TEST_F(PanoramaTest, ShowsEachStationAtItsPlaceAndLevel)
+{
+    constexpr double kToleranceDb = 0.2;
+    const std::vector<Carrier> carriers = {
+        {7.03e6, -50.0}, {7.0812e6, -90.0}, {7.1e6, -40.0}, {7.1353e6, -3.0}, {7.18e6, -30.0}};
+    start(carriers); // below full scale together
+    const auto spectrum = line();
+    ASSERT_EQ(spectrum.size(), 4096u);
+    for (const auto &[hz, levelDb] : carriers)
+        EXPECT_NEAR(levelAt(spectrum, hz), levelDb + kAveragerDb, kToleranceDb) << hz;
+    const auto middle = spectrum.begin() + 2048;
+    EXPECT_EQ(std::max_element(middle - 20, middle + 20), middle); // the centre frequency
+    EXPECT_LT(levelAt(spectrum, 7.12e6), -110.0);
+}
+
+TEST_F(PanoramaTest, WithoutSlopesItShowsTheMiddle)
+{
+    start({{7.15e6, -20.0}});
+    emit m_rig.manager().hideSpectrumSlopesChanged(true);
+    const double shownHz = m_rig.device().getAvalibleFunctions()->getCurrentPanSampleRateRX();
+    const auto spectrum = line();
+    const auto peak = std::max_element(spectrum.begin(), spectrum.end()) - spectrum.begin();
+    EXPECT_NEAR(kCentreHz + (double(peak) / 4096.0 - 0.5) * shownHz, 7.15e6, shownHz / 1000.0);
+}
+
+TEST_F(PanoramaTest, ANotchTakesACarrierOutAndStaysOnIt)
+{
+    constexpr double kNotchedHz = 7.1015e6;
+    constexpr double kNeighbourHz = 7.1025e6;
+    constexpr double kWidthHz = 100.0;
+    constexpr double kDepthDb = 60.0;
+    constexpr double kNeighbourDb = 0.5;
+    start({{kNotchedHz, -30.0}, {kNeighbourHz, -30.0}});
+    line();
+    const double before = audioLevelAt(1500.0);
+    const double neighbourBefore = audioLevelAt(2500.0);
+
+    auto &notches = *m_rig.bridge().radioNotchControl();
+    const auto band =
+        std::size_t(m_rig.device().getAvalibleFunctions()->getBandFromFreq(kCentreHz));
+    ASSERT_TRUE(notches.setFilter(band, 2, {kWidthHz, kNotchedHz, true}));
+    ASSERT_TRUE(notches.setBandEnabled(band, true));
+    line();
+    auto notched = line();
+    EXPECT_LT(levelAt(notched, kNotchedHz), -30.0 - kDepthDb);
+    EXPECT_NEAR(levelAt(notched, kNeighbourHz), -30.0 + kAveragerDb, kNeighbourDb);
+    EXPECT_LT(audioLevelAt(1500.0), before - kDepthDb);
+    EXPECT_NEAR(audioLevelAt(2500.0), neighbourBefore, kNeighbourDb);
+
+    // Another centre, the same station: the notch stays on the air frequency.
+    m_rig.tune(kCentreHz + 20e3, kCentreHz);
+    line();
+    notched = line();
+    EXPECT_LT(levelAt(notched, kNotchedHz, kCentreHz + 20e3), -30.0 - kDepthDb);
+    EXPECT_LT(audioLevelAt(1500.0), before - kDepthDb);
+    EXPECT_NEAR(audioLevelAt(2500.0), neighbourBefore, kNeighbourDb);
+}
+
+TEST_F(PanoramaTest, NotchesOfAnotherBandComeWithTheNextParameters)
+{
+    constexpr double kOldHz = 7.1015e6;
+    start({{kOldHz, -30.0}});
+    auto &notches = *m_rig.bridge().radioNotchControl();
+    auto &functions = *m_rig.device().getAvalibleFunctions();
+    const auto band = [&](double hz) { return std::size_t(functions.getBandFromFreq(hz)); };
+    ASSERT_TRUE(notches.setBandEnabled(band(kCentreHz), true));
+    ASSERT_TRUE(notches.setFilter(band(kCentreHz), 0, {100.0, kOldHz, true}));
+    ASSERT_TRUE(notches.setFilter(band(14.1e6), 0, {100.0, 7.3e6, false}));
+    line();
+    EXPECT_LT(levelAt(line(), kOldHz), -90.0);
+
+    // On the way to 20 m and back nobody sends anything: the filter is where it was.
+    m_rig.tune(14.1e6, 14.1e6);
+    m_rig.tune(kCentreHz, kCentreHz);
+    line();
+    EXPECT_LT(levelAt(line(), kOldHz), -90.0);
+
+    // Parameters of the band that is tuned in move the filter away.
+    m_rig.tune(14.1e6, 14.1e6);
+    notches.resend(band(14.1e6));
+    m_rig.tune(kCentreHz, kCentreHz);
+    line();
+    EXPECT_NEAR(levelAt(line(), kOldHz), -30.0 + kAveragerDb, 0.5);
+}
+} // namespace
