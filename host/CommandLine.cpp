@@ -7,6 +7,8 @@
 #include "OutputOptions.h"
 #include "ToolOptions.h"
 
+#include "services/HostNotchControl.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -21,11 +23,6 @@ constexpr double kHighestFrequencyHz = 800e6;
 
 // A day; a longer run is a slip of the finger.
 constexpr double kLongestRunSeconds = 86400.0;
-
-// Of a notch filter; the receiver has eight of them for a band.
-constexpr double kNarrowestNotchHz = 20.0;
-constexpr double kWidestNotchHz = 20000.0;
-constexpr int kMostNotches = 8;
 
 const QStringList kSceneFormats = {"wav", "f64", "f32", "s16", "u8"};
 
@@ -211,16 +208,16 @@ private:
             if (parts.size() > 2 || !frequency || !width)
                 refuse(QString("--notch: '%1' is not HZ or HZ:WIDTH").arg(text));
             checkReach("notch", *frequency);
-            if (*width < kNarrowestNotchHz || *width > kWidestNotchHz)
+            if (*width < HostNotchControl::kMinWidthHz || *width > HostNotchControl::kMaxWidthHz)
                 refuse(QString("--notch: the width %1 is outside %2 to %3")
-                           .arg(parts.last(), formatNumber(kNarrowestNotchHz),
-                               formatNumber(kWidestNotchHz)));
+                           .arg(parts.last(), formatNumber(HostNotchControl::kMinWidthHz),
+                               formatNumber(HostNotchControl::kMaxWidthHz)));
             m_settings.notches.append({*frequency, *width});
         }
-        if (m_settings.notches.size() > kMostNotches)
+        if (std::size_t(m_settings.notches.size()) > HostNotchControl::kFilters)
             refuse(QString("--notch: %1 of them, there are %2 filters")
                        .arg(m_settings.notches.size())
-                       .arg(kMostNotches));
+                       .arg(HostNotchControl::kFilters));
     }
 
     void readTools()

@@ -48,7 +48,10 @@ bool Listener::openLibrary()
         return refuse(m_library.error(), kBadInput);
     m_virtualReceiver = VirtualReceiver::of(m_library);
     m_scene.emplace(virtualReceiver());
-    return m_scene->open(m_settings) || refuse(m_scene->error(), kBadInput);
+    if (!m_scene->open(m_settings))
+        return refuse(m_scene->error(), kBadInput);
+    tell(m_scene->notice());
+    return true;
 }
 
 bool Listener::openFiles()
@@ -127,6 +130,8 @@ bool Listener::startStream()
     m_sound->start(
         [this] { QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection); });
     m_tick.start(kTickMs);
+    if (!m_result.ending.isEmpty())
+        m_sound->finish(); // ended while it was being set up
     return true;
 }
 
@@ -172,6 +177,8 @@ void Listener::endOutlets()
     for (auto *outlet : {&m_vac, &m_lineOut})
         if (*outlet)
             (*outlet)->finish();
+    m_receiver->bridge().vac().close();
+    m_receiver->bridge().lineOut().close();
     if (m_recording)
         m_recording->stop();
 }

@@ -189,11 +189,6 @@ bool PluginReceiver::start(const ToolSettings &tools)
     return true;
 }
 
-bool PluginReceiver::isStreaming() const
-{
-    return m_loader.device()->isStart();
-}
-
 void PluginReceiver::stop()
 {
     disconnect(&device(), nullptr, this, nullptr);

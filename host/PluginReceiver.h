@@ -55,9 +55,6 @@ public:
     /// Gives the device back, saves the settings and takes the plugin out.
     void close();
 
-    /// False also when the stream has ended by itself.
-    bool isStreaming() const;
-
     DeviceAbstract &device() const { return *m_loader.device(); }
     HostBridge &bridge() const { return *m_bridge; }
     HostManager &manager() const { return *m_manager; }

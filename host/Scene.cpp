@@ -54,9 +54,13 @@ bool Scene::choose(const HostSettings &settings)
     if (settings.sceneFormat.isEmpty() && m_name.endsWith(".band", Qt::CaseInsensitive))
         return isGood(m_receiver->sceneBand(path), m_name);
     const QByteArray format = settings.sceneFormat.toLatin1();
-    return isGood(m_receiver->sceneFile(path, format.isEmpty() ? nullptr : format.constData(),
-                      settings.sceneRateHz, settings.sceneFrequencyHz),
-        m_name);
+    if (!isGood(m_receiver->sceneFile(path, format.isEmpty() ? nullptr : format.constData(),
+                    settings.sceneRateHz, settings.sceneFrequencyHz),
+            m_name))
+        return false;
+    if (const QString notice = QString::fromLocal8Bit(m_receiver->sceneNotice()); !notice.isEmpty())
+        m_notice = m_name + ": " + notice.simplified();
+    return true;
 }
 
 double Scene::seconds() const

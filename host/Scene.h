@@ -27,7 +27,8 @@ public:
     const QString &name() const { return m_name; }
     const QString &error() const { return m_error; }
 
-    /// What was amiss with a recording that can be used all the same; empty if nothing was.
+    /// What was not as it should be in a recording that is played all the same; empty if nothing
+    /// was.
     const QString &notice() const { return m_notice; }
 
 private:

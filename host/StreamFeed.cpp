@@ -27,6 +27,9 @@ constexpr double kNudgeShare = 1.0;
 // nudge is needless and does no harm.
 constexpr auto kStandsStill = 3ms;
 
+// How long the last blocks are waited for on a busy machine.
+constexpr auto kLastLook = 200ms;
+
 // A healthy stream never stands still so long, however busy the machine is.
 constexpr auto kStall = 2s;
 
@@ -217,12 +220,16 @@ bool StreamFeed::isDraining(const StreamLedger &ledger)
     const auto now = Clock::now();
     noteProgress(ledger, now);
     look(); // what was on its way when the feed was halted counts, too
-    if (openSamples(ledger) <= kLargestRest || now - m_progressTime >= kStall)
+    if (openSamples(ledger) <= kLargestRest)
         return false;
-    if (now - m_nudgeTime >= kStandsStill) {
-        m_nudgeTime = now;
-        grant(readSamples());
-    }
+    if (now - m_nudgeTime < kStandsStill)
+        return true;
+    // What several nudges did not bring out is not there.
+    m_nudgeTime = now;
+    if (m_lastNudges == 0 || !m_receiver)
+        return now - m_progressTime < kLastLook;
+    --m_lastNudges;
+    grant(readSamples());
     return true;
 }
 

@@ -107,6 +107,7 @@ private:
     std::uint64_t m_granted = 0;
     std::uint64_t m_writtenOff = 0; // granted, and lost before the engine
     std::uint64_t m_processedBefore = 0;
+    int m_lastNudges = 8;     // behind halt(); arbitrary, one is enough nearly always
     double m_allowance = 0.0; // samples
     Clock::time_point m_allowanceTime;
     Clock::time_point m_startTime;

@@ -3,6 +3,8 @@
 
 #include "D2xxLibrary.h"
 
+#include <type_traits>
+
 namespace host
 {
 std::optional<VirtualReceiver> VirtualReceiver::of(const D2xxLibrary &library)
@@ -17,6 +19,7 @@ std::optional<VirtualReceiver> VirtualReceiver::of(const D2xxLibrary &library)
     find(receiver.reset, "vr_reset");
     find(receiver.sceneBuiltin, "vr_scene_builtin");
     find(receiver.sceneFile, "vr_scene_file");
+    find(receiver.sceneNotice, "vr_scene_notice");
     find(receiver.sceneBand, "vr_scene_band");
     find(receiver.sceneSeconds, "vr_scene_seconds");
     find(receiver.setPace, "vr_set_pace");

@@ -16,6 +16,7 @@ struct VirtualReceiver
     decltype(&vr_reset) reset = nullptr;
     decltype(&vr_scene_builtin) sceneBuiltin = nullptr;
     decltype(&vr_scene_file) sceneFile = nullptr;
+    decltype(&vr_scene_notice) sceneNotice = nullptr;
     decltype(&vr_scene_band) sceneBand = nullptr;
     decltype(&vr_scene_seconds) sceneSeconds = nullptr;
     decltype(&vr_set_pace) setPace = nullptr;

@@ -16,6 +16,7 @@
 namespace
 {
 thread_local std::string lastError;
+thread_local std::string lastNotice;
 
 vr::VirtualDevice &device()
 {
@@ -70,6 +71,7 @@ int vr_scene_file(const char *path, const char *format, double rate_hz, double f
         : nullptr;
     if (!source)
         return result(false, error);
+    lastNotice = source->notice();
     device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), /*repeat*/ false));
     return 0;
 }
@@ -82,6 +84,11 @@ int vr_scene_band(const char *path)
         return result(false, error);
     device().setScene(scene);
     return 0;
+}
+
+const char *vr_scene_notice(void)
+{
+    return lastNotice.c_str();
 }
 
 double vr_scene_frequency(void)

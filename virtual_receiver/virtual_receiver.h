@@ -56,6 +56,10 @@ int vr_scene_builtin(void);
 /// takes the header's or, without one, follows the device's tuning at stream start.
 int vr_scene_file(const char *path, const char *format, double rate_hz, double frequency_hz);
 
+/// What was not as it should be in the file of this thread's last good vr_scene_file(), which is
+/// played as far as it goes: "the file is shorter than its header says". Empty: nothing.
+const char *vr_scene_notice(void);
+
 /// A band described in a text file (see docs/scenes.md).
 int vr_scene_band(const char *path);
 

@@ -5,6 +5,7 @@
 #include "support/Signals.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QJsonArray>
 #include <cmath>
@@ -52,6 +53,16 @@ TEST(OutputTest, ARecordingOfEachLayoutCanBeReceived)
         EXPECT_NEAR(host.report("b.json")["iq"].toObject()["input_peak_dbfs"].toDouble(),
             -60.0 + c.gainDb, kToleranceDb)
             << c.layout;
+
+        // One that was cut off is told, and played as far as it goes.
+        QFile cut(host.path(recording["file"].toString()));
+        ASSERT_TRUE(cut.resize(cut.size() / 2));
+        host.run(QString("--scene %1 --rate 48k --center 14M --free-run --report b.json %2")
+                     .arg(recording["file"].toString(), c.options));
+        EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+        EXPECT_NEAR(host.report("b.json")["iq"].toObject()["seconds"].toDouble(), 1.0, 0.1);
+        const bool hasSize = QString(c.layout) != "vsdr";
+        EXPECT_EQ(host.errors().contains("shorter"), hasSize) << qPrintable(host.errors());
     }
 }
 

@@ -5,6 +5,9 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 #include <iostream>
@@ -92,6 +95,109 @@ TEST(PluginLifeTest, OneObjectInitsAgainWithTheSameHost)
         EXPECT_FALSE(rig.device().start());
         EXPECT_FALSE(rig.manager().isDeviceAvailable());
     }
+}
+
+/// What a host can do while a change of rate waits for the stream to restart.
+struct Meanwhile
+{
+    const char *name;
+    void (*act)(PluginRig &rig);
+    bool isOpen; // afterwards
+    bool isStart;
+    QList<QVariantList> rates; // told
+};
+
+void PrintTo(const Meanwhile &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+void changeRate(PluginRig &rig, int index)
+{
+    ASSERT_TRUE(QMetaObject::invokeMethod(&rig.device(), "onSampleRate", Q_ARG(int, index)));
+}
+
+class ChangeOfRate : public testing::TestWithParam<Meanwhile>
+{ };
+
+TEST_P(ChangeOfRate, LeavesTheLastWordToTheHost)
+{
+    const Meanwhile &row = GetParam();
+    PluginRig rig;
+    rig.prepare();
+    ASSERT_TRUE(rig.waitForReceiver());
+    ASSERT_TRUE(rig.device().start());
+    QSignalSpy rates(&rig.device(), SIGNAL(changedSampleRate(double)));
+    QTimer::singleShot(30, [&] { row.act(rig); });
+    changeRate(rig, 4);
+    EXPECT_EQ(rates, row.rates);
+    EXPECT_EQ(rig.device().isOpen(), row.isOpen);
+    EXPECT_EQ(rig.device().isStart(), row.isStart);
+    EXPECT_EQ(rig.receiver().streaming, row.isStart);
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, ChangeOfRate,
+    testing::Values(Meanwhile{"Nothing", [](PluginRig &) {}, true, true, {{768000.0}}},
+        Meanwhile{"Stop", [](PluginRig &rig) { rig.device().stop(); }, true, false, {{768000.0}}},
+        Meanwhile{
+            "Close", [](PluginRig &rig) { rig.device().close(); }, false, false, {{768000.0}}},
+        Meanwhile{"Deinit", [](PluginRig &rig) { rig.device().deinit(); }, false, false, {}},
+        Meanwhile{"Another", [](PluginRig &rig) { changeRate(rig, 2); }, true, true, {{192000.0}}}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(PluginLifeTest, APageThatWaitsForAChangeOfRateMayBeTakenDown)
+{
+    PluginRig rig;
+    rig.prepare();
+    ASSERT_TRUE(rig.waitForReceiver());
+    ASSERT_TRUE(rig.device().start());
+    QTimer::singleShot(30, [&] { rig.device().deinit(); });
+    rig.readSettings({{"SampleRate", 4}}); // the rate comes before all other keys
+    PluginRig::wait(0);
+    EXPECT_FALSE(rig.device().isOpen());
+    EXPECT_TRUE(rig.unload());
+}
+
+TEST(PluginLifeTest, InitAgainWithoutDeinitBeginsANewLife)
+{
+    PluginRig rig;
+    rig.prepare();
+    ASSERT_TRUE(rig.waitForReceiver());
+    ASSERT_TRUE(rig.device().start());
+    rig.init();
+    EXPECT_FALSE(rig.device().isOpen());
+    rig.bridge().vac().open(16000);
+    rig.bridge().vac().close();
+    EXPECT_TRUE(rig.manager().isDeviceAvailable());
+    EXPECT_TRUE(rig.device().start());
+}
+
+TEST(PluginLifeTest, TheHostsWindowAndServicesMayGoFirst)
+{
+    PluginRig rig;
+    {
+        QWidget window;
+        QVBoxLayout layout(&window);
+        ASSERT_TRUE(rig.device().init(rig.bridge(), &layout, false, true));
+        rig.device().setManager(&rig.manager());
+        ASSERT_TRUE(rig.waitForReceiver());
+    }
+    EXPECT_FALSE(rig.device().start()); // without the page no device is chosen
+    rig.readSettings();
+    rig.loseHost();
+    rig.device().deinit();
+    EXPECT_TRUE(rig.unload());
+}
+
+TEST(PluginLifeTest, SlotsAreQuietWithoutAnEngine)
+{
+    PluginRig rig;
+    QSignalSpy rates(&rig.device(), SIGNAL(changedSampleRate(double)));
+    changeRate(rig, 3);
+    EXPECT_TRUE(QMetaObject::invokeMethod(&rig.device(), "onStoped"));
+    EXPECT_TRUE(
+        QMetaObject::invokeMethod(&rig.device(), "onHideSpectrumSlopes", Q_ARG(bool, true)));
+    EXPECT_TRUE(rates.isEmpty());
 }
 
 /// One call of the host, as a user's click would make it.

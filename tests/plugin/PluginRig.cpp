@@ -52,6 +52,12 @@ void PluginRig::init(bool advanced)
     m_device->setIqServer(&m_iqServer);
 }
 
+void PluginRig::loseHost()
+{
+    m_manager.reset();
+    m_bridge.reset();
+}
+
 bool PluginRig::unload()
 {
     m_device = nullptr;
@@ -124,15 +130,19 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
 void PluginRig::waitForAudio(std::uint64_t frames)
 {
     constexpr int kStepMs = 2;
-    constexpr int kPatienceMs = 100; // then something got lost on the way, as at a change of rate
-    int waited = kPatienceMs;
-    for (auto before = m_ledger.processedSamples(); m_ledger.readyFrames() < frames;
-         waited += kStepMs) {
-        if (waited >= kPatienceMs || m_ledger.processedSamples() != before) {
-            vr_add_credit(std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz);
-            waited = 0;
+    constexpr int kPatienceMs = 200; // then something got lost on the way, as at a change of rate
+    std::uint64_t before = 0, goal = 0;
+    for (int idle = 0; m_ledger.readyFrames() < frames; idle += kStepMs) {
+        const std::uint64_t processed = m_ledger.processedSamples();
+        if (processed != before)
+            idle = 0;
+        before = processed;
+        if (processed >= goal || idle >= kPatienceMs) {
+            const auto samples = std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz;
+            vr_add_credit(samples);
+            goal = processed + samples * 9 / 10; // the reader keeps a part of the last window
+            idle = 0;
         }
-        before = m_ledger.processedSamples();
         wait(kStepMs);
     }
 }

@@ -36,6 +36,9 @@ public:
     void prepare();
     void init(bool advanced = true);
 
+    /// The services go while the device is still there.
+    void loseHost();
+
     /// Really takes the library out of the process. True if it is gone.
     bool unload();
 

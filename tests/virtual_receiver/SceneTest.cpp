@@ -117,13 +117,20 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
         const char *what;
         std::string content;
         double frequencyHz;
+        std::string notice = {}; // part of it
     };
     const std::string fmt = fmtChunk(1, 24);
+    const std::string never = "never written";
     const Row rows[] = {
         {"frequency in auxi", riff(fmt + auxi + chunk("data", samples)), kCentreHz},
         {"data without a size", riff(fmt + vsdr + "data" + samples), kCentreHz},
         {"size never written", riff(fmt + "data" + bytes(0) + samples), 0.0},
-        {"size beyond the end", riff(fmt + "data" + bytes(5000000) + samples + "x"), 0.0},
+        {"size beyond the end", riff(fmt + "data" + bytes(5000000) + samples + "x"), 0.0,
+            "shorter"},
+        {"size of an earlier recording", riff(fmt + "data" + bytes(6) + samples), 0.0, "longer"},
+        {"broken off, plain", std::string(44, '\0') + samples, 0.0, never},
+        {"broken off, with vsdr", std::string(112, '\0') + samples, 0.0, never},
+        {"broken off, with auxi", std::string(216, '\0') + samples, 0.0, never},
         {"unknown chunk of odd length", riff(fmt + chunk("note", "abc") + chunk("data", samples)),
             0.0},
         {"two data chunks",
@@ -134,7 +141,10 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
     for (const Row &row : rows) {
         Rig rig;
         const auto path = folder.write("r.wav", row.content);
-        ASSERT_EQ(vr_scene_file(path.c_str(), "wav", 0, 0), 0) << row.what << vr_last_error();
+        const double rateHz = row.notice == never ? 48000.0 : 0.0; // nobody else knows it
+        ASSERT_EQ(vr_scene_file(path.c_str(), "wav", rateHz, 0), 0) << row.what << vr_last_error();
+        EXPECT_NE(std::string(vr_scene_notice()).find(row.notice), std::string::npos) << row.what;
+        EXPECT_EQ(row.notice.empty(), *vr_scene_notice() == 0) << row.what;
         EXPECT_EQ(vr_scene_frequency(), row.frequencyHz) << row.what;
         expectValues(rig, kCode, row.what);
     }
@@ -156,6 +166,7 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
         {"odd.wav", riff(fmtChunk(1, 12) + data), "12 bits"},
         {"empty.wav", riff(fmtChunk(1, 16)), "no samples"},
         {"noformat.wav", riff(data), "no \"fmt \" chunk"},
+        {"brokenoff.wav", std::string(300, '\0'), "never written"},
         {"raw.s16", encode("s16", kValues), "sample rate"},
         {"raw.xyz", "0123", "unknown recording format \"xyz\""},
     };

@@ -40,7 +40,8 @@ std::unique_ptr<FileSource> FileSource::open(const std::string &path, std::strin
         source->m_length += std::size_t(segment.size / sampleSize);
     }
     if (reason.empty() && !(source->m_rateHz > 0.0))
-        reason = "a sample rate is needed";
+        reason =
+            source->m_notice + (source->m_notice.empty() ? "" : "; ") + "a sample rate is needed";
     if (reason.empty() && source->m_length == 0)
         reason = "no samples";
     if (reason.empty())
@@ -60,6 +61,7 @@ std::string FileSource::openWav()
     m_rateHz = header.rateHz;
     m_frequencyHz = header.frequencyHz;
     m_segments = header.data;
+    m_notice = header.notice;
     const auto kind = std::pair(int(header.format), int(header.bits));
     if (kind == std::pair(1, 8))
         m_format = SampleFormat::U8;

@@ -24,6 +24,10 @@ public:
     double rateHz() const override { return m_rateHz; }
     double frequencyHz() const override { return m_frequencyHz; }
     std::size_t length() const override { return m_length; }
+
+    /// What was wrong with the file and did not keep it from being played; empty: nothing.
+    const std::string &notice() const { return m_notice; }
+
     std::size_t read(Sample *out, std::size_t count) override;
     void rewind() override;
 
@@ -35,6 +39,7 @@ private:
 
     std::ifstream m_file;
     SampleFormat m_format = SampleFormat::S16;
+    std::string m_notice;
     double m_rateHz = 0.0;
     double m_frequencyHz = 0.0;
     std::size_t m_length = 0;                    // complex samples

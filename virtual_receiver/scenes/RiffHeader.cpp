@@ -2,6 +2,7 @@
 #include "RiffHeader.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 
 namespace vr
@@ -16,6 +17,10 @@ constexpr std::size_t kVsdrRateAt = 48;
 constexpr std::uint64_t kSizeWrap = std::uint64_t(1) << 32;
 constexpr std::uint32_t kLargestKnownChunk = 1u << 16;
 
+// Where the samples begin in the layouts with an "auxi" chunk, a "vsdr" chunk, and plain.
+constexpr std::uint64_t kSamplesAt[] = {216, 112, 44};
+constexpr std::uint64_t kSampleSize = 6; // bytes of 24-bit IQ
+
 template <typename Number>
 Number at(const std::vector<char> &body, std::size_t offset)
 {
@@ -23,6 +28,31 @@ Number at(const std::vector<char> &body, std::size_t offset)
     if (offset + sizeof value <= body.size())
         std::memcpy(&value, body.data() + offset, sizeof value);
     return value;
+}
+
+/// Whether another chunk, or the end, is there: a name of letters, digits and blanks.
+bool isChunkOrEnd(std::istream &file, std::uint64_t position, std::uint64_t fileSize)
+{
+    constexpr std::uint64_t kHead = 8;
+    if (position + kHead > fileSize)
+        return true;
+    char name[4] = {};
+    file.clear();
+    file.seekg(std::streamoff(position));
+    file.read(name, sizeof name);
+    return std::all_of(name, name + sizeof name,
+        [](unsigned char c) { return std::isalnum(c) != 0 || c == ' ' || c == '_' || c == '-'; });
+}
+
+std::uint64_t leadingZeros(std::istream &file)
+{
+    std::vector<char> bytes(kSamplesAt[0]);
+    file.clear();
+    file.seekg(0);
+    file.read(bytes.data(), std::streamsize(bytes.size()));
+    bytes.resize(std::size_t(file.gcount()));
+    const auto end = std::find_if(bytes.begin(), bytes.end(), [](char byte) { return byte != 0; });
+    return std::uint64_t(end - bytes.begin());
 }
 } // namespace
 
@@ -33,6 +63,10 @@ bool RiffHeader::read(std::istream &file, std::string &error)
     const auto fileSize = std::uint64_t(file.tellg());
     file.seekg(0);
     char head[12] = {};
+    if (readBrokenOff(file, fileSize))
+        return true;
+    file.clear();
+    file.seekg(0);
     if (!file.read(head, sizeof head) || std::memcmp(head, "RIFF", 4) != 0
         || std::memcmp(head + 8, "WAVE", 4) != 0) {
         error = "not a WAV file";
@@ -53,7 +87,7 @@ bool RiffHeader::read(std::istream &file, std::string &error)
             if (sizeless)
                 body -= 4;
             size = sizeless ? 0 : claimed;
-            readData(body, size, fileSize);
+            readData(file, body, size, fileSize);
         } else if (claimed <= kLargestKnownChunk) {
             std::vector<char> bytes(claimed);
             file.read(bytes.data(), std::streamsize(bytes.size()));
@@ -87,13 +121,34 @@ void RiffHeader::readChunk(const std::string &name, const std::vector<char> &bod
     }
 }
 
-void RiffHeader::readData(std::uint64_t offset, std::uint64_t &size, std::uint64_t fileSize)
+void RiffHeader::readData(
+    std::istream &file, std::uint64_t offset, std::uint64_t &size, std::uint64_t fileSize)
 {
     const std::uint64_t rest = fileSize - std::min(offset, fileSize);
     const bool wrapped = rest > size && (rest - size) % kSizeWrap == 0;
-    if (size == 0 || size > rest || wrapped)
+    if (size > rest)
+        notice = "the file is shorter than its header says";
+    else if (size != 0 && !wrapped && !isChunkOrEnd(file, offset + size + size % 2, fileSize))
+        notice = "the file is longer than its header says";
+    if (size == 0 || wrapped || !notice.empty())
         size = rest;
     if (size > 0)
         data.push_back({offset, size});
+}
+
+bool RiffHeader::readBrokenOff(std::istream &file, std::uint64_t fileSize)
+{
+    const std::uint64_t zeros = leadingZeros(file);
+    for (const std::uint64_t offset : kSamplesAt) {
+        if (zeros < offset || fileSize < offset + kSampleSize)
+            continue;
+        format = 1;
+        channels = 2;
+        bits = 24;
+        data.push_back({offset, fileSize - offset});
+        notice = "the header was never written: the recording was broken off";
+        return true;
+    }
+    return false;
 }
 } // namespace vr

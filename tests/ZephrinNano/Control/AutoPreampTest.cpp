@@ -3,6 +3,7 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QSignalSpy>
 #include <QTimer>
 #include <gtest/gtest.h>
 #include <vector>
@@ -42,7 +43,7 @@ protected:
             tick(value);
     }
 
-    AutoPreamp &preamp = AutoPreamp::instance();
+    AutoPreamp &preamp = *AutoPreamp::instance();
     QObject context;
     std::vector<int> steps;
     int overflows = 0;
@@ -158,5 +159,26 @@ TEST_F(AutoPreampTest, TicksEvery100MillisecondsBetweenStartAndStop)
     EXPECT_EQ(overflows, 4);
     EXPECT_GE(stopped, 4 * 95); // coarse timers run up to 5 % early
     tick();                     // takes the last value
+}
+
+TEST(ValueTimeoutTest, TellsTheLatestValueOnceAPeriod)
+{
+    constexpr double kEarly = 0.95; // coarse timers run up to 5 % early
+    for (const auto &[asked, period] : {std::pair{0u, 10}, {200u, 200}, {4000000000u, 1000}}) {
+        ValueTimeout timeout;
+        QSignalSpy told(&timeout, &ValueTimeout::valueChanged);
+        timeout.setValue(1);
+        timeout.setValue(2);
+        QElapsedTimer clock;
+        clock.start();
+        timeout.setTimeout(asked);
+        ASSERT_TRUE(told.wait(2000)) << asked;
+        EXPECT_GE(clock.elapsed(), int(kEarly * period));
+        timeout.setValue(2);
+        EXPECT_FALSE(told.wait(50 + period * 5 / 4)) << asked;
+        timeout.setValue(3);
+        EXPECT_TRUE(told.wait(50 + period * 5 / 4)) << asked;
+        EXPECT_EQ(told, (QList<QVariantList>{{2}, {3}}));
+    }
 }
 } // namespace

@@ -50,6 +50,12 @@ public:
         HDSDR = 2,        // metadata chunk "auxi"
     };
 
+    /// The records of the header, by their names in the class that writes them.
+    using Time = vm::file::Time;
+    using WaveHeader = vm::file::WaveHeader;
+    using VsdrHeader = vm::file::VsdrHeader;
+    using WinradHeader = vm::file::WinradHeader;
+
     explicit IQFile(QObject *parent = nullptr);
 
     /// Closes an open recording.

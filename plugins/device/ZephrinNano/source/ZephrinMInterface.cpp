@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ZephrinMInterface.h"
 
-#include "host_interfaces/BridgeAbstract.h"
 #include "host_interfaces/IQRecorderConfigure.h"
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
 #include "signal_primitives/ipps.h"
@@ -72,7 +71,7 @@ void ZephrinMInterface::setAudioServer(AudioServerAbstract *server)
 
 bool ZephrinMInterface::open()
 {
-    return m_control && m_control->open(m_options->getCurrentDeviceID());
+    return m_control && m_options && m_control->open(m_options->getCurrentDeviceID());
 }
 
 void ZephrinMInterface::close()
@@ -116,8 +115,10 @@ void ZephrinMInterface::stop()
 
 void ZephrinMInterface::onStoped()
 {
-    m_control->stop();
-    m_dsp->close();
+    if (m_control)
+        m_control->stop();
+    if (m_dsp)
+        m_dsp->close();
 }
 
 bool ZephrinMInterface::isOpen()
@@ -349,7 +350,7 @@ void ZephrinMInterface::emitAllSignals()
 /// The order matters: a running stream restarts inside the control's part.
 void ZephrinMInterface::onSampleRate(int index)
 {
-    if (std::size_t(index) >= kRateCount)
+    if (std::size_t(index) >= kRateCount || !m_control)
         return;
     const int rate = SAMPLE_RATES[std::size_t(index)];
     const int pan = m_hideSlopes ? SAMPLE_RATES_SP[std::size_t(index)] : rate;
@@ -357,9 +358,17 @@ void ZephrinMInterface::onSampleRate(int index)
     m_functions->setCurrentSampleRateTX(rate);
     m_functions->setCurrentPanSampleRateRX(pan);
     m_functions->setCurrentPanSampleRateTX(pan);
+    QObject change;
+    if (!m_rateChange)
+        m_rateChange = &change;
+    const QPointer<ControlM> control = m_control.data();
     m_control->setSampleRate(rate);
+    // A restart serves events: the device may be taken down by now, or a later rate may have
+    // overtaken this one.
+    if (!control || m_functions->getCurrentSampleRateRX() != rate)
+        return;
     m_dsp->setSampleRate(rate);
-    emit changedSampleRate(pan);
+    emit changedSampleRate(m_functions->getCurrentPanSampleRateRX());
 }
 
 void ZephrinMInterface::onHideSpectrumSlopes(bool enable)

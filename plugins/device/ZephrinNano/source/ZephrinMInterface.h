@@ -5,6 +5,7 @@
 #include "Dsp/ZephrinMDSP.h"
 #include "Options/ZephrinMOptions.h"
 #include "ZephrinMFunctions.h"
+#include "host_interfaces/BridgeAbstract.h"
 #include "host_interfaces/CwParam.h"
 #include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceManagerAbstract.h"
@@ -47,7 +48,8 @@ public:
     explicit ZephrinMInterface(QWidget *parent = nullptr);
     ~ZephrinMInterface() override;
 
-    /// Always true. Without `advanced` the page for experts is not shown.
+    /// Always true. Without `advanced` the page for experts is not shown. What an earlier init()
+    /// built is taken down first.
     bool init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced) override;
     void deinit() override;
     QString name() override { return QStringLiteral("ZephrinNANO"); }
@@ -146,6 +148,8 @@ private:
     }
 
     void hideExpertPage();
+    void followOptions();
+    void closeOptions();
     void joinHostAudio();
     void leaveHostAudio();
     void joinVirtualCable();
@@ -163,8 +167,9 @@ private:
     std::vector<float> m_spectrum;  // dB
     std::vector<float> m_waterfall; // dB
     IqRecorder *m_iqRecorder = nullptr;
-    BridgeAbstract *m_bridge = nullptr;
+    QPointer<BridgeAbstract> m_bridge;
     QPointer<DeviceManagerAbstract> m_manager;
     bool m_hideSlopes = false;
     QMetaObject::Connection m_cableOpened;
+    QPointer<QObject> m_rateChange; // while one waits for the stream to restart
 };

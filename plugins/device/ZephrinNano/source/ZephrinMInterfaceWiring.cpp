@@ -3,7 +3,6 @@
 #include "Control/AutoPreamp.h"
 #include "Control/CalibrationControl.h"
 #include "ZephrinMInterface.h"
-#include "host_interfaces/BridgeAbstract.h"
 #include "host_interfaces/LineOutManagerAbstract.h"
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
 #include "host_interfaces/SoundOutAbstract.h"
@@ -47,10 +46,12 @@ AudioCallback audioSource(std::shared_ptr<ZephrinMDSP> engine,
 
 bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced)
 {
+    deinit();
     m_bridge = &bridge;
     m_dsp = std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, m_functions, nullptr);
     m_control.reset(q_check_ptr(new (std::nothrow) ControlM(m_dsp, nullptr)));
     m_options.reset(q_check_ptr(new (std::nothrow) ZephrinMOptions(nullptr)));
+    followOptions();
     if (!advanced)
         hideExpertPage();
     if (layout)
@@ -65,6 +66,15 @@ bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool
     emitAllSignals();
     m_dsp->setCwTone(m_options->cwPitch());
     return true;
+}
+
+/// A window of the host that goes before the plugin takes the page with it.
+void ZephrinMInterface::followOptions()
+{
+    connect(m_options.data(), &QObject::destroyed, this, [this](const QObject *page) {
+        if (page == m_options.data())
+            m_options.take();
+    });
 }
 
 /// The page's controls live on, so that its settings stay as they are.
@@ -147,7 +157,7 @@ void ZephrinMInterface::joinParts()
                 SLOT(setAdminFreqCoeff(double))},
             Joint{options, SIGNAL(readArminCalibrations()), control, SLOT(setReadCalibrations())},
             Joint{options, SIGNAL(writeArminCalibrations()), control, SLOT(setWriteCalibrations())},
-            Joint{options, SIGNAL(preampAutoChanged(bool)), &AutoPreamp::instance(),
+            Joint{options, SIGNAL(preampAutoChanged(bool)), AutoPreamp::instance(),
                 SLOT(setAuto(bool))},
         })
         CHECKED_CONNECT(source, signal, target, method);
@@ -205,13 +215,14 @@ void ZephrinMInterface::joinEngineToOptions()
 void ZephrinMInterface::setManager(DeviceManagerAbstract *manager)
 {
     assert(manager != nullptr);
-    if (m_manager == manager || !m_dsp)
+    if (m_manager == manager || !m_dsp || !m_options)
         return;
     m_manager = manager;
     // A timer of the page's own: QTimer::singleShot() would keep code of the plugin until it is
     // due, which may be after the plugin has been unloaded.
     auto *timer = new QTimer(m_options.data());
     timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
     connect(timer, &QTimer::timeout, m_options.data(),
         [options = m_options.data(), host = QPointer(manager)] {
             if (host)
@@ -222,7 +233,7 @@ void ZephrinMInterface::setManager(DeviceManagerAbstract *manager)
 
     auto *const options = m_options.data();
     auto *const control = m_control.data();
-    auto *const preamp = &AutoPreamp::instance();
+    auto *const preamp = AutoPreamp::instance();
     auto *const engine = m_dsp.get();
     for (const auto &[source, signal, target, method] :
         {
@@ -253,21 +264,19 @@ void ZephrinMInterface::setManager(DeviceManagerAbstract *manager)
 void ZephrinMInterface::deinit()
 {
     if (m_dsp) {
-        leaveHostAudio();
+        if (m_bridge)
+            leaveHostAudio();
         disconnect(m_cableOpened);
-        AutoPreamp::instance().setAuto(false); // it outlives the page that switches it
+        AutoPreamp::instance()->setAuto(false); // it outlives the page that switches it
     }
     if (m_manager) {
         // Another init() comes with a manager again, which may be this one.
         disconnect(m_manager, nullptr, this, nullptr);
-        disconnect(&AutoPreamp::instance(), nullptr, m_manager, nullptr);
+        disconnect(AutoPreamp::instance(), nullptr, m_manager, nullptr);
         m_manager.clear();
     }
-    if (m_options) {
-        m_options->close();
-        m_options->setParent(nullptr);
-        m_options.reset();
-    }
+    if (m_options)
+        closeOptions();
     if (m_control) {
         m_control->close();
         m_control.reset();
@@ -276,4 +285,18 @@ void ZephrinMInterface::deinit()
         m_dsp->close();
         m_dsp.reset();
     }
+}
+
+void ZephrinMInterface::closeOptions()
+{
+    m_options->close();
+    m_options->setParent(nullptr);
+    if (!m_rateChange) {
+        m_options.reset();
+        return;
+    }
+    // Its own calls wait below on the stack for the end of the change; the page outlives them.
+    auto *const page = m_options.take();
+    page->disconnect();
+    connect(m_rateChange, &QObject::destroyed, page, &QObject::deleteLater);
 }

@@ -21,8 +21,8 @@ protected:
         bool seen = false;
         QObject context;
         QObject::connect(
-            &AutoPreamp::instance(), &AutoPreamp::adcOverflow, &context, [&] { seen = true; });
-        QMetaObject::invokeMethod(&AutoPreamp::instance(), "onUpdate", Qt::DirectConnection);
+            AutoPreamp::instance(), &AutoPreamp::adcOverflow, &context, [&] { seen = true; });
+        QMetaObject::invokeMethod(AutoPreamp::instance(), "onUpdate", Qt::DirectConnection);
         return seen;
     }
 
@@ -163,7 +163,7 @@ TEST_F(DriverStreamTest, PeakGoesToAutoPreampUnlessItIsZero)
     overflowed();
     EXPECT_EQ(extract(test::frames(3, 0, 0x8001)), 512u);
     EXPECT_TRUE(overflowed());
-    AutoPreamp::instance().setAdcValue(0x8000);
+    AutoPreamp::instance()->setAdcValue(0x8000);
     EXPECT_EQ(extract(test::frames(3, 0, 0)), 512u); // does not take the place of what waits
     EXPECT_TRUE(overflowed());
     EXPECT_EQ(
@@ -191,8 +191,8 @@ TEST_F(DriverStreamTest, VanishedDeviceStopsTheStreamWithinTwoSeconds)
     int forced = 0, overflows = 0;
     QObject::connect(&driver, &HardwareZephrinNANO::forceStop, &driver, [&] { ++forced; });
     QObject::connect(
-        &AutoPreamp::instance(), &AutoPreamp::adcOverflow, &driver, [&] { ++overflows; });
-    AutoPreamp::instance().setAdcValue(0x8000);
+        AutoPreamp::instance(), &AutoPreamp::adcOverflow, &driver, [&] { ++overflows; });
+    AutoPreamp::instance()->setAdcValue(0x8000);
     EXPECT_TRUE(wait(500, [&] { return overflows == 1; })); // it ticks with the stream
     ASSERT_TRUE(wait(500, [] { return device().frames_sent > 20; }));
     // A few errors first: they are named, and the stream goes on.
@@ -210,7 +210,7 @@ TEST_F(DriverStreamTest, VanishedDeviceStopsTheStreamWithinTwoSeconds)
     EXPECT_TRUE(driver.isOpen());
     EXPECT_FALSE(driver.isRunning() || engine->hasThread());
 
-    AutoPreamp::instance().setAdcValue(0x8000);
+    AutoPreamp::instance()->setAdcValue(0x8000);
     EXPECT_FALSE(wait(1200, [&] { return forced > 1 || overflows > 1; })); // both timers rest
 }
 

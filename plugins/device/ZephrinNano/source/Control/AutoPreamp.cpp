@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Control/AutoPreamp.h"
 
+#include <QTimerEvent>
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,6 +18,9 @@ constexpr int kQuietPeriods = 16;
 constexpr double kTargetDbfs = -10.0;
 constexpr int kSmallestRaise = 4; // dB
 
+constexpr uint kShortestHoldMs = 10;
+constexpr uint kLongestHoldMs = 1000;
+
 // The multiplication by 4 pushes the overflow bit and the unused bit 14 out of the 16 bits.
 float levelDbfs(unsigned short word)
 {
@@ -24,10 +29,10 @@ float levelDbfs(unsigned short word)
 }
 } // namespace
 
-AutoPreamp &AutoPreamp::instance()
+AutoPreamp *AutoPreamp::instance()
 {
     static AutoPreamp self;
-    return self;
+    return &self;
 }
 
 AutoPreamp::AutoPreamp()
@@ -109,4 +114,25 @@ void AutoPreamp::raiseIfQuiet()
         emit deltaAtt(step);
     m_peak = kNoPeak;
     m_quiet = 0;
+}
+
+void ValueTimeout::setValue(QVariant val)
+{
+    if (m_value == val)
+        return;
+    m_value = std::move(val);
+    m_changed = true;
+}
+
+void ValueTimeout::setTimeout(uint val)
+{
+    m_timer.start(int(std::clamp(val, kShortestHoldMs, kLongestHoldMs)), this);
+}
+
+void ValueTimeout::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_timer.timerId() || !m_changed)
+        return;
+    m_changed = false;
+    emit valueChanged(m_value);
 }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QTimer>
+#include <QVariant>
 #include <atomic>
 
 /// Watches the ADC peak of the stream: reports overflow, and asks for another attenuation.
@@ -22,7 +24,8 @@ class AutoPreamp : public QObject
     Q_OBJECT
 
 public:
-    static AutoPreamp &instance();
+    /// The only one. It lives as long as the library.
+    static AutoPreamp *instance();
 
     /// Peak word of a read window: bit 15 overflow, bits 13..0 magnitude. Thread 1.
     void setAdcValue(unsigned short value);
@@ -67,4 +70,31 @@ private:
     bool m_autoMode = false;
     float m_peak = kNoPeak; // highest level, dBFS
     QTimer m_timer;
+};
+
+/// Holds a fast changing value back: however often it changes, valueChanged() comes at most once a
+/// period, with the latest, and not at all while it stays. Silent until setTimeout(). GUI thread.
+class ValueTimeout : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+public slots:
+    void setValue(QVariant val);
+
+    /// Period in ms, limited to 10..1000; it begins now.
+    void setTimeout(uint val);
+
+signals:
+    void valueChanged(QVariant val);
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    QVariant m_value;
+    bool m_changed = false; // since the last signal
+    QBasicTimer m_timer;
 };

@@ -7,6 +7,7 @@
 #include "Control/qWait.h"
 #include "vm_library/source/log/Log.h"
 
+#include <QPointer>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cstddef>
@@ -74,6 +75,7 @@ bool ControlM::open(int id)
 
 void ControlM::close()
 {
+    m_restart = false;
     if (!m_driver->isOpen())
         return;
     m_driver->stopStream();
@@ -103,6 +105,7 @@ void ControlM::postInit()
 
 void ControlM::stop()
 {
+    m_restart = false;
     m_driver->stopStream();
 }
 
@@ -133,8 +136,11 @@ void ControlM::setSampleRate(int rate)
     if (!m_driver->isStartStream())
         return;
     m_driver->stopStream();
+    m_restart = true;
+    const QPointer<ControlM> self(this);
     Qt::qWait(kRestartPause);
-    start();
+    if (self && m_restart)
+        start();
 }
 
 ZephrinSR ControlM::toSr(int rate)

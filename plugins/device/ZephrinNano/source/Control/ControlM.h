@@ -52,7 +52,8 @@ public:
     double freq() const { return m_freq; }
 
     /// Rate of the stream in hertz. A running stream is stopped and started with it 100 ms later;
-    /// events are served meanwhile.
+    /// events are served meanwhile, and a stop(), a close() or the end of this object stays the
+    /// last word.
     void setSampleRate(int rate);
 
     /// The device's code of a rate in hertz; code 0 for a rate that it does not have.
@@ -116,4 +117,5 @@ private:
     float m_preamp = 0.0f;     // dB
     double m_freqCoeff = 1.0;  // user factor times admin factor
     QTimer m_scanTimer;
+    bool m_restart = false; // nobody has ended the stream since setSampleRate() began to wait
 };

@@ -12,10 +12,17 @@ void AudioTap::setSampleRates(double inputRate, double outputRate)
 {
     m_resampler.setSampleRates(inputRate, outputRate);
 
+    // As the resampler rounds it. Without a ratio nothing comes out.
+    int up = 0;
+    int down = 0;
+    DspCore::Resampler::gdc(inputRate, outputRate, up, down);
+    if (up < 1 || down < 1)
+        return;
+
     // The resampler gives at most SIGNAL_MAX_SIZE pairs per call. Above twice the input rate a
     // chunk makes more, so it goes in by portions; the result is the same, since the resampler's
     // state runs on from call to call.
-    const double ratio = outputRate / inputRate;
+    const double ratio = double(up) / down;
     m_portion = std::max(1, int(std::min<double>(kChunk, SIGNAL_MAX_SIZE / ratio)));
     const auto longest = std::size_t(std::ceil(kChunk * ratio));
     if (longest > m_output.size())

@@ -45,11 +45,6 @@ public:
     explicit ZephrinMOptions(QWidget *parent = nullptr);
     ~ZephrinMOptions() override;
 
-    /// Reads all controls but the filter lengths, which start anew each time, and tells the digital
-    /// offsets once in any case. What is missing or makes no sense takes its default.
-    void readSettings(QSettings *settings);
-    void writeSettings(QSettings *settings);
-
     /// Row of the rate table, 0..8.
     int sampleRateIndex() const;
 
@@ -78,6 +73,11 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public slots:
+    /// Reads all controls but the filter lengths, which start anew each time, and tells the digital
+    /// offsets once in any case. What is missing or makes no sense takes its default.
+    void readSettings(QSettings *settings);
+    void writeSettings(QSettings *settings);
+
     /// A row beyond the table is ignored.
     void setSampleRateIndex(int index);
     void setBypass(bool bypass);

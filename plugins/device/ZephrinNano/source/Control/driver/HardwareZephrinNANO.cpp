@@ -186,7 +186,7 @@ bool HardwareZephrinNANO::startStream(SampleRate code)
     // The engine first: it must be there when the first block arrives.
     m_dsp->open(vm::thread::jthread::Priority::Highest);
     QThread::start(QThread::InheritPriority);
-    AutoPreamp::instance().start();
+    AutoPreamp::instance()->start();
     m_watchdog.start(kWatchdogMs);
     return true;
 }
@@ -197,7 +197,7 @@ bool HardwareZephrinNANO::stopStream()
         return true;
     m_watchdog.stop();
     m_started = false;
-    AutoPreamp::instance().stop();
+    AutoPreamp::instance()->stop();
 
     // The engine goes before the reader. A reader caught in processIQ() is not held up: with the
     // engine's stop flag set a late block is dropped at once. A thread object still joinable when
@@ -388,6 +388,6 @@ std::size_t HardwareZephrinNANO::extractIQ(
 
     const std::size_t tail = FrameParser::keepTail(block, headers);
     if (peak != 0)
-        AutoPreamp::instance().setAdcValue(peak);
+        AutoPreamp::instance()->setAdcValue(peak);
     return tail;
 }
