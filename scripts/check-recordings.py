@@ -3,10 +3,12 @@
 """Receives real recordings and lets real decoders judge what came out.
 
   check-recordings.py BUILD TOOLS_DIR DATA_DIR [--only NAME] [--rate HZ ...] [--keep DIR]
+                      [--by-way-of LAYOUT]
 
 Each recording is put on the air in a scene of its own (TOOLS_DIR/make_scenes.py), received by
 BUILD/host/velmora-host in a free run, and scored by the same decoder (TOOLS_DIR/clients.py) as the
-recording itself. The folders may also be given as ZEPHRIN_BUILD, ZEPHRIN_TOOLS and ZEPHRIN_DATA.
+recording itself. With --by-way-of the scene is first recorded by the receiver (vsdr, wave or hdsdr) and
+then received from that recording. The folders may also be given as ZEPHRIN_BUILD, ZEPHRIN_TOOLS and ZEPHRIN_DATA.
 Needs python3-numpy, python3-scipy and the decoders' packages; says which are missing. Does nothing
 where the folders are not there. A scene at 3.072 MHz takes about 1 GB in the temporary folder.
 """
@@ -126,6 +128,8 @@ def arguments():
     parser.add_argument('--only', help='name of one case')
     parser.add_argument('--rate', type=int, nargs='+', choices=sorted(OFFSETS_HZ),
                         default=sorted(OFFSETS_HZ))
+    parser.add_argument('--by-way-of', dest='layout', choices=('vsdr', 'wave', 'hdsdr'),
+                        help='record the scene in this layout and receive the recording')
     parser.add_argument('--keep', help='folder for the received audio and the reports')
     return parser.parse_args()
 
@@ -224,6 +228,14 @@ def sendable(recording, folder):
     return wav
 
 
+def recorded(args, scene, rate, center, folder):
+    """The recording that the receiver makes of a scene; its header tells rate and frequency."""
+    run([os.path.join(args.build, 'host', 'velmora-host'), '--headless', '--free-run', *scene,
+         '--rate', str(rate), '--center', str(center),
+         '--record', args.layout, '--record-path', folder])
+    return glob.glob(os.path.join(folder, '*_ZephrinNANO_*.wav'))[0]
+
+
 def receive(args, case, recording, rate, folder):
     """Scene, reception, score and report of one recording at one rate."""
     offset = OFFSETS_HZ[rate] if case.offset_hz is None else case.offset_hz
@@ -233,9 +245,12 @@ def receive(args, case, recording, rate, folder):
          '--rate', str(rate), '--offset', str(offset), *source, '--out', scene,
          '--truth', os.path.join(folder, 'scene.json'), *case.scene_options])
     center = case.dial_hz - offset
+    given = ['--scene', scene, '--scene-rate', str(rate), '--scene-frequency', str(center)]
+    if args.layout:
+        given = ['--scene', recorded(args, given, rate, center, folder)]
     tune = case.dial_hz + TUNE_SHIFT_HZ.get(case.name, 0.0)
     run([os.path.join(args.build, 'host', 'velmora-host'), '--headless', '--free-run',
-         '--scene', scene, '--scene-rate', str(rate), '--scene-frequency', str(center),
+         *given,
          '--rate', str(rate), '--center', str(center), '--tune', str(tune),
          '--mode', case.mode, '--filter=' + case.filter, '--out', wav, '--report', report,
          *case.host_options])

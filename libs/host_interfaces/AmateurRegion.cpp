@@ -19,7 +19,7 @@ QString fileName()
 }
 } // namespace
 
-AmateurRegion *AmateurRegion::INSTANCE = nullptr;
+std::unique_ptr<AmateurRegion> AmateurRegion::INSTANCE;
 
 AmateurRegion::AmateurRegion(QObject *parent)
     : QObject(parent), m_country(QLocale::system().country())
@@ -36,12 +36,11 @@ AmateurRegion::AmateurRegion(QObject *parent)
         saveSettings();
 }
 
-// Never deleted: whoever ends last may still ask.
 AmateurRegion *AmateurRegion::instance()
 {
     if (!INSTANCE)
-        INSTANCE = new AmateurRegion;
-    return INSTANCE;
+        INSTANCE.reset(new AmateurRegion);
+    return INSTANCE.get();
 }
 
 void AmateurRegion::init()

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <memory>
 #include <tuple>
 
 /// The amateur bands that apply where the user is.
@@ -124,7 +125,7 @@ public:
 private:
     BandInfo info60M() const;
 
-    static AmateurRegion *INSTANCE;
+    static std::unique_ptr<AmateurRegion> INSTANCE; // goes with the library that holds it
 
     QVector<BandInfo> m_table;
     Region m_current = Region2;

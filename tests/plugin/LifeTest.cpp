@@ -52,7 +52,11 @@ TEST(PluginLifeTest, FiftyLivesLeaveNothingBehind)
 {
     constexpr int kWarmUp = 10; // caches of Qt, FFTW and the C library fill
     constexpr int kLives = 50;
+#ifdef __SANITIZE_ADDRESS__
+    constexpr long kGrowthKiB = 262144; // the sanitizer keeps back what was freed
+#else
     constexpr long kGrowthKiB = 4096;
+#endif
     int threads = 0;
     long memory = 0;
     for (int life = 0; life < kLives; ++life) {
@@ -153,7 +157,6 @@ TEST(PluginLifeTest, APageThatWaitsForAChangeOfRateMayBeTakenDown)
     ASSERT_TRUE(rig.device().start());
     QTimer::singleShot(30, [&] { rig.device().deinit(); });
     rig.readSettings({{"SampleRate", 4}}); // the rate comes before all other keys
-    PluginRig::wait(0);
     EXPECT_FALSE(rig.device().isOpen());
     EXPECT_TRUE(rig.unload());
 }

@@ -82,7 +82,7 @@ bool hasGhost(const std::vector<COMPLEX> &audio, double ghostHz)
 TEST(ReceptionTest, TheRateChangesInARunningStream)
 {
     constexpr double kWindowSeconds = 0.25;
-    constexpr int kMostWindows = 4; // until all that rises and falls has settled
+    constexpr int kMostWindows = 12; // until all that rises and falls has settled
     PluginRig rig;
     vr_set_pace(VR_PACE_CREDIT);
     chooseCarrier(-40.0);

@@ -156,7 +156,8 @@ TEST(DeviceLifeTest, ADeviceThatIsPulledOutStopsAndStartsAgainWhenItIsBack)
     vr_set_plugged(0);
     ASSERT_TRUE(PluginRig::waitFor([&] { return !closed.empty(); }, kTwoPeriodsMs + kSlackMs));
     EXPECT_EQ(state(rig), State::Opened);
-    EXPECT_EQ(test::threadCount(), running - 2); // engine and reader
+    EXPECT_TRUE(PluginRig::waitFor(
+        [&] { return test::threadCount() == running - 2; }, 500)); // engine and reader
     PluginRig::wait(50);
     EXPECT_EQ(closed.size(), 1);
 

@@ -204,3 +204,18 @@ TEST_F(EngineAudioTest, ANewSoundCardRateReachesTheLineOutAndNotTheVac)
     playTone(4, 0.1);
     EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), kChunk);
 }
+
+// As from a host whose devices are not there yet.
+TEST_F(EngineAudioTest, RatesOfZeroGiveNoAudioUntilThereIsARate)
+{
+    engine.setLineOutSampleRate(0.0);
+    EXPECT_NO_THROW(engine.setSampleRateSC(0.0));
+    engine.setSampleRateSC(48000.0);
+    engine.lineoutOpen();
+    start();
+    playTone(4, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0);
+    engine.setLineOutSampleRate(48000.0);
+    playTone(4, 0.1);
+    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), kChunk);
+}

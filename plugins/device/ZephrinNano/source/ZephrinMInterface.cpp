@@ -32,14 +32,20 @@ constexpr int kReceiver = 0; // the only one
 class SignalTypes
 {
 public:
-    SignalTypes() : m_agcMode(qRegisterMetaType<DspCore::AgcMode>("DspCore::AgcMode"))
+    SignalTypes() : m_isOurs(!QMetaType::isRegistered(QMetaType::type("DspCore::AgcMode")))
     {
+        m_agcMode = qRegisterMetaType<DspCore::AgcMode>("DspCore::AgcMode");
         qRegisterMetaType<DspCore::AgcMode>("AgcMode");
         qRegisterMetaType<double>("REAL");
     }
-    ~SignalTypes() { QMetaType::unregisterType(m_agcMode); }
+    ~SignalTypes()
+    {
+        if (m_isOurs)
+            QMetaType::unregisterType(m_agcMode);
+    }
 
 private:
+    bool m_isOurs; // not registered by the host before
     int m_agcMode;
 };
 } // namespace

@@ -172,4 +172,5 @@ private:
     bool m_hideSlopes = false;
     QMetaObject::Connection m_cableOpened;
     QPointer<QObject> m_rateChange; // while one waits for the stream to restart
+    QPointer<QWidget> m_leftPage;   // taken down meanwhile; deleted at the latest with this
 };

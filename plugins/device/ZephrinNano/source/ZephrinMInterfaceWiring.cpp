@@ -275,6 +275,8 @@ void ZephrinMInterface::deinit()
         disconnect(AutoPreamp::instance(), nullptr, m_manager, nullptr);
         m_manager.clear();
     }
+    if (!m_rateChange)
+        delete m_leftPage;
     if (m_options)
         closeOptions();
     if (m_control) {
@@ -296,7 +298,7 @@ void ZephrinMInterface::closeOptions()
         return;
     }
     // Its own calls wait below on the stack for the end of the change; the page outlives them.
-    auto *const page = m_options.take();
-    page->disconnect();
-    connect(m_rateChange, &QObject::destroyed, page, &QObject::deleteLater);
+    m_leftPage = m_options.take();
+    m_leftPage->disconnect();
+    connect(m_rateChange, &QObject::destroyed, m_leftPage, &QObject::deleteLater);
 }
