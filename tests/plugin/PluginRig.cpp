@@ -126,22 +126,20 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
     return audio;
 }
 
-/// Lets the receiver send for one block after the other, however long the engine takes for it.
+/// Lets the receiver send for one block after the other. The next one follows when the engine has
+/// stood still for a while, so nothing piles up however long it takes.
 void PluginRig::waitForAudio(std::uint64_t frames)
 {
     constexpr int kStepMs = 2;
-    constexpr int kPatienceMs = 200; // then something got lost on the way, as at a change of rate
-    std::uint64_t before = 0, goal = 0;
-    for (int idle = 0; m_ledger.readyFrames() < frames; idle += kStepMs) {
-        const std::uint64_t processed = m_ledger.processedSamples();
-        if (processed != before)
-            idle = 0;
-        before = processed;
-        if (processed >= goal || idle >= kPatienceMs) {
-            const auto samples = std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz;
-            vr_add_credit(samples);
-            goal = processed + samples * 9 / 10; // the reader keeps a part of the last window
-            idle = 0;
+    constexpr int kStillMs = 20;
+    std::uint64_t before = m_ledger.processedSamples();
+    for (int still = kStillMs; m_ledger.readyFrames() < frames; still += kStepMs) {
+        if (m_ledger.processedSamples() != before)
+            still = 0;
+        before = m_ledger.processedSamples();
+        if (still >= kStillMs) {
+            vr_add_credit(std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz);
+            still = 0;
         }
         wait(kStepMs);
     }
