@@ -53,13 +53,25 @@ bool Scene::choose(const HostSettings &settings)
     const QByteArray path = QFile::encodeName(m_name);
     if (settings.sceneFormat.isEmpty() && m_name.endsWith(".band", Qt::CaseInsensitive))
         return isGood(m_receiver->sceneBand(path), m_name);
+    return choosePlayed(settings, path, settings.sceneRateHz);
+}
+
+/// A recording that was broken off does not tell its rate: most likely it is the one that is
+/// received at now.
+bool Scene::choosePlayed(const HostSettings &settings, const QByteArray &path, double rateHz)
+{
     const QByteArray format = settings.sceneFormat.toLatin1();
-    if (!isGood(m_receiver->sceneFile(path, format.isEmpty() ? nullptr : format.constData(),
-                    settings.sceneRateHz, settings.sceneFrequencyHz),
-            m_name))
+    const int result = m_receiver->sceneFile(
+        path, format.isEmpty() ? nullptr : format.constData(), rateHz, settings.sceneFrequencyHz);
+    if (result != 0 && rateHz == 0.0 && QByteArray(m_receiver->lastError()).contains("broken off"))
+        return choosePlayed(settings, path, settings.deviceRateHz);
+    if (!isGood(result, m_name))
         return false;
-    if (const QString notice = QString::fromLocal8Bit(m_receiver->sceneNotice()); !notice.isEmpty())
-        m_notice = m_name + ": " + notice.simplified();
+    const QString notice = QString::fromLocal8Bit(m_receiver->sceneNotice()).simplified();
+    if (!notice.isEmpty())
+        m_notice = m_name + ": " + notice;
+    if (!notice.isEmpty() && rateHz != settings.sceneRateHz)
+        m_notice += "; taken to be at --rate, as no --scene-rate is given";
     return true;
 }
 

@@ -34,6 +34,7 @@ public:
 private:
     bool checkHardware(const HostSettings &settings);
     bool choose(const HostSettings &settings);
+    bool choosePlayed(const HostSettings &settings, const QByteArray &path, double rateHz);
     bool isGood(int result, const QString &subject);
 
     const VirtualReceiver *m_receiver;

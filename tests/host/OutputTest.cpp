@@ -66,6 +66,26 @@ TEST(OutputTest, ARecordingOfEachLayoutCanBeReceived)
     }
 }
 
+TEST(OutputTest, ARecordingThatWasBrokenOffIsReceivedAtTheRateOfTheReceiver)
+{
+    HostProcess host;
+    QFile file(host.path("killed.wav"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(112, '\0')); // where the header would have been written at the end
+    for (const COMPLEX &sample : test::tone(2 * 48000, 1000.0 / 48000, 0.1))
+        for (const double part : {sample.re, sample.im}) {
+            const auto code = qint32(part * 8388607.0);
+            file.write(reinterpret_cast<const char *>(&code), 3);
+        }
+    file.close();
+    host.run(
+        "--scene killed.wav --scene-frequency 14M --rate 48k --tune 14M --free-run --out b.wav "
+        "--seconds 1.5");
+    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_TRUE(host.errors().contains("broken off")) << qPrintable(host.errors());
+    EXPECT_GT(purity(settledLeft(host.audio("b.wav")), 1000.0), kPure);
+}
+
 TEST(OutputTest, ARecordingThatCannotBeWrittenEndsTheRun)
 {
     HostProcess host;
