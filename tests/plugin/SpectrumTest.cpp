@@ -29,7 +29,7 @@ void chooseCarriers(const std::vector<Carrier> &carriers)
     const QTemporaryDir folder;
     QFile file(folder.filePath("carriers.band"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("band centre=7.1M noise=-140\n");
+    file.write("band centre=7.1M noise=-160\n");
     for (const auto &[hz, levelDb] : carriers)
         file.write(QByteArray("station mode=carrier frequency=") + QByteArray::number(hz, 'f', 1)
             + " level=" + QByteArray::number(levelDb) + "\n");
