@@ -44,9 +44,9 @@ int Listener::run()
 
 bool Listener::openLibrary()
 {
-    if (!m_library.open(m_settings.d2xxFile))
-        return refuse(m_library.error(), kBadInput);
-    m_virtualReceiver = VirtualReceiver::of(m_library);
+    if (!m_d2xx.open(m_settings.d2xxFile))
+        return refuse(m_d2xx.error(), kBadInput);
+    m_virtualReceiver = VirtualReceiver::of(m_d2xx);
     m_scene.emplace(virtualReceiver());
     if (!m_scene->open(m_settings))
         return refuse(m_scene->error(), kBadInput);

@@ -86,7 +86,7 @@ private:
 
     HostSettings m_settings;
     DialogGuard m_dialogGuard;
-    D2xxLibrary m_library;
+    D2xxLibrary m_d2xx;
     std::optional<VirtualReceiver> m_virtualReceiver; // empty for real hardware
     std::optional<Scene> m_scene;
     AudioFile m_audioFile;

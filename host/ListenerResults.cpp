@@ -29,7 +29,7 @@ Measurement Listener::measurement() const
     const vr_status &receiver = m_feed->status();
     m.scene = m_scene->name();
     m.plugin = m_receiver->pluginFile();
-    m.library = m_library.file();
+    m.d2xxFile = m_d2xx.file();
     m.isVirtual = m_virtualReceiver.has_value();
     m.samplesSent = receiver.samples_sent;
     m.samplesProcessed = m_ledger.isGoalReached() ? m_feed->goal() : m_ledger.processedSamples();

@@ -32,7 +32,7 @@ QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
 {
     return {
         {"plugin", m.plugin},
-        {"d2xx", m.library},
+        {"d2xx", m.d2xxFile},
         {"scene", m.scene},
         {"rate_hz", settings.deviceRateHz},
         {"center_hz", settings.centerHz},

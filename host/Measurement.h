@@ -27,9 +27,9 @@ struct CpuTimes
 struct Measurement
 {
     QString scene;
-    QString plugin;  ///< file
-    QString library; ///< file of the device library
-    QString ending;  ///< "scene ended", "duration reached", "interrupted", "receiver lost"
+    QString plugin;   ///< file
+    QString d2xxFile; ///< file of the device library
+    QString ending;   ///< "scene ended", "duration reached", "interrupted", "receiver lost"
 
     bool isVirtual = true; ///< else nobody knows what the receiver sent, and what got lost of it
     std::uint64_t samplesSent = 0;      ///< by the receiver

@@ -156,7 +156,6 @@ private:
     void joinParts();
     void joinEngineToOptions();
     void sendNotchFilters();
-    void refuseRecording();
     void warnOfRecording();
 
     std::shared_ptr<ZephrinMFunctions> m_functions;
