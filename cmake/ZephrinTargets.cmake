@@ -45,6 +45,14 @@ function(zephrin_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LIBS} PRIVATE zephrin_warnings)
 endfunction()
 
+# host_room(<name> SOURCES ... LIBS ...): one room of the host, a library host_<name>. Headers are
+# found from host/, as in "stream/StreamLedger.h".
+function(host_room name)
+    zephrin_library(host_${name} ${ARGN})
+    target_include_directories(host_${name} PUBLIC "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/host")
+    set_target_properties(host_${name} PROPERTIES AUTOMOC ON)
+endfunction()
+
 # zephrin_test(<name> [WIDGETS] SOURCES ... LIBS ...): one test program of a folder, run with a Qt
 # core application around it so that timers, threads and queued signals work; with WIDGETS it is
 # one that has widgets, too.

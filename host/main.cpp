@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "CommandLine.h"
-#include "HostLog.h"
-#include "Listener.h"
+#include "program/HostLog.h"
+#include "program/Listener.h"
+#include "settings/CommandLine.h"
 
 #include <QApplication>
 

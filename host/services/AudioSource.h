@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "GuardedFunction.h"
+#include "services/GuardedFunction.h"
 
 #include "host_interfaces/AudioCallback.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostBridge.h"
+#include "services/HostBridge.h"
 
 #include "host_interfaces/IqRecorder.h"
 
@@ -15,7 +15,7 @@ constexpr tp::ThreadPoolOptions kPool{.workerCount = 2, .queueSize = 256};
 } // namespace
 
 HostBridge::HostBridge(StreamLedger &ledger, const QStringList &bandNames)
-    : m_pool(kPool), m_notchControl(bandNames), m_audioTap(ledger)
+    : m_pool(kPool), m_notchControl(bandNames), m_audioCounter(ledger)
 {
     m_recording.path = QDir::currentPath();
 }

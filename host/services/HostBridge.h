@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AudioTap.h"
-#include "HostLineOutManager.h"
-#include "HostNotchControl.h"
-#include "HostSoundOut.h"
-#include "HostVacManager.h"
+#include "services/AudioCounter.h"
+#include "services/HostLineOutManager.h"
+#include "services/HostNotchControl.h"
+#include "services/HostSoundOut.h"
+#include "services/HostVacManager.h"
 
 #include "host_interfaces/BridgeAbstract.h"
 #include "host_interfaces/IQRecorderConfigure.h"
@@ -29,7 +29,7 @@ public:
     tp::ThreadPool &threadPool() override { return m_pool; }
     IQRecorderConfigure *iqRecorderConfigure() override { return &m_recording; }
     HostNotchControl *radioNotchControl() override { return &m_notchControl; }
-    AudioTap *audioServer() override { return &m_audioTap; }
+    AudioCounter *audioServer() override { return &m_audioCounter; }
 
     HostVac &vac() { return m_vacManager.output(); }
     HostLineOut &lineOut() { return m_lineOutManager.output(); }
@@ -53,6 +53,6 @@ private:
     HostLineOutManager m_lineOutManager;
     IQRecorderConfigure m_recording;
     HostNotchControl m_notchControl;
-    AudioTap m_audioTap;
+    AudioCounter m_audioCounter;
 };
 } // namespace host

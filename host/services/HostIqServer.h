@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "GuardedFunction.h"
-#include "StreamLedger.h"
+#include "services/GuardedFunction.h"
+#include "stream/StreamLedger.h"
 
 #include "host_interfaces/IqServerAbstract.h"
 

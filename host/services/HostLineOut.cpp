@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostLineOut.h"
+#include "services/HostLineOut.h"
 
 namespace host
 {

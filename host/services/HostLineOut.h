@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AudioSource.h"
+#include "services/AudioSource.h"
 
 #include "host_interfaces/LineOutAbstract.h"
 

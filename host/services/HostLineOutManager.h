@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "HostLineOut.h"
+#include "services/HostLineOut.h"
 
 #include "host_interfaces/LineOutManagerAbstract.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostManager.h"
+#include "services/HostManager.h"
 
 namespace host
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "PreampControl.h"
+#include "services/PreampControl.h"
 
 #include "host_interfaces/DeviceManagerAbstract.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostNotchControl.h"
+#include "services/HostNotchControl.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
@@ -25,9 +25,8 @@ bool isSame(const Filter &a, const Filter &b)
 // Written so that it is false for a number that is none.
 bool isValid(const Filter &filter)
 {
-    return filter.width >= HostNotchControl::kMinWidthHz
-        && filter.width <= HostNotchControl::kMaxWidthHz && filter.freq >= 0.0
-        && filter.freq <= HostNotchControl::kMaxFrequencyHz;
+    return filter.width >= NotchLimits::kMinWidthHz && filter.width <= NotchLimits::kMaxWidthHz
+        && filter.freq >= 0.0 && filter.freq <= NotchLimits::kMaxFrequencyHz;
 }
 
 QString switchKey(const QString &band)
@@ -135,7 +134,7 @@ void HostNotchControl::resend(std::size_t band)
 {
     if (band >= m_bands.size())
         return;
-    for (std::size_t id = 0; id < kFilters; ++id) {
+    for (std::size_t id = 0; id < NotchLimits::kFilters; ++id) {
         const Filter sent = m_bands[band].filters[id];
         Q_EMIT paramChanged(band, id, sent.enable, sent.freq, sent.width);
     }
@@ -149,7 +148,7 @@ void HostNotchControl::writeSettings(QSettings &settings) const
         settings.remove(band.name); // bands of another country stay
         if (band.enable)
             settings.setValue(switchKey(band.name), "on");
-        for (std::size_t id = 0; id < kFilters; ++id)
+        for (std::size_t id = 0; id < NotchLimits::kFilters; ++id)
             if (!isSame(band.filters[id], kUnused))
                 settings.setValue(filterKey(band.name, id), toText(band.filters[id]));
     }
@@ -161,7 +160,7 @@ void HostNotchControl::readSettings(QSettings &settings)
     settings.beginGroup(kGroup);
     for (std::size_t band = 0; band < m_bands.size(); ++band) {
         const QString &name = m_bands[band].name;
-        for (std::size_t id = 0; id < kFilters; ++id)
+        for (std::size_t id = 0; id < NotchLimits::kFilters; ++id)
             setFilter(band, id, read(settings, filterKey(name, id), kUnused, toFilter));
         setBandEnabled(band, read(settings, switchKey(name), false, toSwitch));
     }

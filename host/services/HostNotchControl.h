@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "settings/NotchLimits.h"
+
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
 
 #include <QStringList>
@@ -27,12 +29,6 @@ class HostNotchControl : public RadioNotchFilterControlAbstract
     Q_OBJECT
 
 public:
-    static constexpr std::size_t kFilters = 8;
-
-    // A device notches half the width on either side of the frequency, from 10 to 10000 Hz.
-    static constexpr double kMinWidthHz = 20.0;
-    static constexpr double kMaxWidthHz = 20000.0;
-    static constexpr double kMaxFrequencyHz = 1e10; // above all that is received; arbitrary
     static constexpr Filter kUnused{100.0, 0.0, false};
 
     /// Names of the amateur bands, none twice.
@@ -41,7 +37,7 @@ public:
     static QStringList bandNames(DeviceFunctionsAbstract &functions);
 
     std::size_t bandCount() override { return m_bands.size(); }
-    std::size_t filterCount() override { return kFilters; }
+    std::size_t filterCount() override { return NotchLimits::kFilters; }
 
     /// False, or an unused filter, for a band or filter that is none.
     bool bandEnabled(std::size_t band) override;
@@ -71,12 +67,12 @@ private:
     {
         QString name;
         bool enable = false;
-        std::array<Filter, kFilters> filters;
+        std::array<Filter, NotchLimits::kFilters> filters;
     };
 
     bool has(std::size_t band, std::size_t id) const
     {
-        return band < m_bands.size() && id < kFilters;
+        return band < m_bands.size() && id < NotchLimits::kFilters;
     }
 
     std::vector<Band> m_bands;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostSensors.h"
+#include "services/HostSensors.h"
 
 namespace host
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "StreamLedger.h"
+#include "stream/StreamLedger.h"
 
 #include "host_interfaces/SensorsAbstract.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "HostVac.h"
+#include "services/HostVac.h"
 
 namespace host
 {

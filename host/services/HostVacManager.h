@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "HostVac.h"
+#include "services/HostVac.h"
 
 #include "host_interfaces/VacManagerAbstract.h"
 

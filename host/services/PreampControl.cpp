@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "PreampControl.h"
+#include "services/PreampControl.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 

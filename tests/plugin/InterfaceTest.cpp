@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
-#include "services/DialogGuard.h"
+#include "program/DialogGuard.h"
 
 #include <QApplication>
 #include <QDir>

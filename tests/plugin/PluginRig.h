@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "StreamLedger.h"
 #include "services/HostBridge.h"
 #include "services/HostIqServer.h"
 #include "services/HostManager.h"
 #include "services/HostSensors.h"
+#include "stream/StreamLedger.h"
 #include "support/TemporarySettings.h"
 
 #include "host_interfaces/DeviceAbstract.h"

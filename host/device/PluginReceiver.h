@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "library/PluginLoader.h"
+#include "settings/HostSettings.h"
+#include "stream/StreamLedger.h"
+
+#include "services/HostAudioServer.h"
+#include "services/HostBridge.h"
+#include "services/HostIqServer.h"
+#include "services/HostManager.h"
+#include "services/HostSensors.h"
+#include "settings/SettingsStore.h"
+
+#include <QObject>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace host
+{
+/// The receiver: the device plugin with the host's services around it.
+///
+/// A run goes load() - open() - start() - stop() - close(), each once. All operations belong to the
+/// main thread, which must run an event loop while the stream is on: the device's timers and queued
+/// signals live on it. What pulls audio from the services on other threads must have ended before
+/// close(). Failures give false; error() tells why in one line.
+class PluginReceiver : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// ledger must outlive the receiver.
+    explicit PluginReceiver(StreamLedger &ledger);
+
+    /// Closes.
+    ~PluginReceiver() override;
+
+    /// Loads the plugin and joins it to the services. False too if the settings ask for what the
+    /// device cannot do.
+    bool load(const HostSettings &settings);
+
+    /// Sets the device up and tunes it, then waits until one is found on the bus, up to some
+    /// seconds, and opens it.
+    bool open(const HostSettings &settings);
+
+    /// Starts the stream and switches on what a start would undo. On a paced stream this is done
+    /// before the first sample.
+    bool start(const ToolSettings &tools);
+
+    /// Ends the stream. Whatever the device has queued for the main thread is dropped or done.
+    void stop();
+
+    /// Gives the device back, saves the settings and takes the plugin out.
+    void close();
+
+    DeviceAbstract &device() const { return *m_loader.device(); }
+    HostBridge &bridge() const { return *m_bridge; }
+    HostManager &manager() const { return *m_manager; }
+    const HostSensors &meters() const { return m_sensors; }
+
+    /// Width of the panorama in hertz.
+    double panoramaHz() const { return m_panoramaHz; }
+
+    /// The plugin file that was taken.
+    QString pluginFile() const { return m_loader.file(); }
+    const QString &error() const { return m_error; }
+
+    /// One line if the settings could not be read or saved, which stops nothing; else empty.
+    const QString &notice() const { return m_notice; }
+
+signals:
+    /// The stream ended by itself.
+    void lost();
+
+private:
+    bool fail(const QString &text);
+    bool checkPreamp(double db);
+    void join(const SpectrumSettings &spectrum);
+    void readSettings(const HostSettings &settings);
+    void setUp(const HostSettings &settings);
+    void setUpSpectrum(const SpectrumSettings &settings);
+    void setUpNotches(const HostSettings &settings);
+    void setUpRecording(const RecordingSettings &settings);
+    bool findDevice();
+
+    QString m_error;
+    QString m_notice;
+    double m_panoramaHz = 0.0;
+    StreamLedger &m_ledger;
+    PluginLoader m_loader;
+    std::optional<SettingsStore> m_store;
+
+    // What the device is joined to; it ends before any of these.
+    QWidget m_window; // holds the device's options; never shown
+    HostIqServer m_iqServer;
+    HostAudioServer m_audioServer;
+    HostSensors m_sensors;
+    std::unique_ptr<HostBridge> m_bridge;
+    std::unique_ptr<HostManager> m_manager;
+};
+} // namespace host

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "settings/SettingsStore.h"
+
+#include "support/TemporarySettings.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr const char *kFile = "velmora-host.ini";
+
+class SettingsStoreTest : public testing::Test
+{
+protected:
+    static QVariant stored(const QString &key)
+    {
+        return host::SettingsStore().settings().value(key);
+    }
+
+private:
+    test::TemporarySettings m_settings;
+};
+} // namespace
+
+TEST_F(SettingsStoreTest, ChangesAndRemovalsReachTheFileInAFolderThatWasNotThere)
+{
+    host::SettingsStore store;
+    EXPECT_EQ(store.error(), "");
+    store.settings().setValue("Group/number", 14.25);
+    store.settings().setValue("Group/bytes", QByteArray("caf\xc3\xa9/\0x", 8));
+    store.settings().setValue("Group/list", QStringList{"a, b", ""});
+    store.settings().setValue("gone", 1);
+    ASSERT_TRUE(store.save()) << qPrintable(store.error());
+    store.settings().remove("gone");
+    ASSERT_TRUE(store.save()) << qPrintable(store.error());
+
+    EXPECT_EQ(stored("Group/number").toDouble(), 14.25);
+    EXPECT_EQ(stored("Group/bytes").toByteArray(), QByteArray("caf\xc3\xa9/\0x", 8));
+    EXPECT_EQ(stored("Group/list").toStringList(), (QStringList{"a, b", ""}));
+    EXPECT_FALSE(stored("gone").isValid());
+}
+
+TEST_F(SettingsStoreTest, ValuesForThisRunStayOutOfTheFile)
+{
+    test::TemporarySettings::write(kFile, "[Device]\nrate=3\npreamp=-10\n");
+    host::SettingsStore store;
+    store.overlay("Device/rate", 7);
+    store.overlay("Device/serial", "X1");
+    EXPECT_EQ(store.settings().value("Device/rate").toInt(), 7);
+    EXPECT_EQ(store.settings().value("Device/preamp").toInt(), -10);
+
+    // A device writes all that it has, in a group that it opens and empties first.
+    store.settings().beginGroup("Device");
+    store.settings().remove("");
+    store.settings().setValue("rate", 8);
+    store.settings().setValue("serial", "X2");
+    store.settings().setValue("preamp", -12);
+    store.settings().endGroup();
+    ASSERT_TRUE(store.save()) << qPrintable(store.error());
+    EXPECT_EQ(stored("Device/rate").toInt(), 3);
+    EXPECT_EQ(stored("Device/preamp").toInt(), -12);
+    EXPECT_FALSE(stored("Device/serial").isValid());
+}
+
+TEST_F(SettingsStoreTest, WithoutAChangeTheFileIsNotTouched)
+{
+    const QByteArray text = "; a remark that a rewriting would lose\n[Device]\nrate=3\n";
+    test::TemporarySettings::write(kFile, text);
+    host::SettingsStore store;
+    store.settings().setValue("Device/rate", 3);
+    store.overlay("Device/preamp", 1);
+    EXPECT_TRUE(store.save());
+    EXPECT_EQ(test::TemporarySettings::read(kFile), text);
+}
+
+TEST_F(SettingsStoreTest, ADamagedFileIsToldOfUsedAndKept)
+{
+    const QByteArray text = "[Device]\nrate=3\nno value on this line\n";
+    test::TemporarySettings::write(kFile, text);
+    host::SettingsStore store;
+    EXPECT_TRUE(store.error().contains("damaged"));
+    EXPECT_EQ(store.settings().value("Device/rate").toInt(), 3);
+    store.settings().setValue("Device/preamp", -2);
+    ASSERT_TRUE(store.save()) << qPrintable(store.error());
+    EXPECT_EQ(stored("Device/rate").toInt(), 3);
+    EXPECT_EQ(stored("Device/preamp").toInt(), -2);
+    EXPECT_EQ(test::TemporarySettings::read("velmora-host.ini.damaged"), text);
+}
+
+TEST_F(SettingsStoreTest, AnyBytesAreSurvivedAndWrittenOver)
+{
+    std::mt19937 random(5);
+    for (int round = 0; round < 20; ++round) {
+        QByteArray bytes(1000, '\0');
+        for (char &byte : bytes)
+            byte = char(random());
+        test::TemporarySettings::write(kFile, bytes);
+        host::SettingsStore store;
+        store.settings().setValue("Device/rate", round);
+        ASSERT_TRUE(store.save()) << qPrintable(store.error());
+        EXPECT_EQ(stored("Device/rate").toInt(), round);
+    }
+}
+
+TEST_F(SettingsStoreTest, APlaceThatCannotBeReadOrWrittenIsToldAndTheRunGoesOn)
+{
+    const QTemporaryDir folder;
+    const QString inTheWay = folder.filePath("file");
+    QFile file(inTheWay);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    const QString locked = folder.filePath("locked");
+    QDir().mkpath(locked);
+    QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
+
+    QStringList paths{folder.path(), inTheWay + "/velmora-host.ini"};
+    if (geteuid() != 0) // whom no permission stops
+        paths << locked + "/velmora-host.ini";
+    for (const QString &path : paths) {
+        host::SettingsStore store(path);
+        store.overlay("a", 1);
+        store.settings().setValue("b", 2);
+        EXPECT_EQ(store.settings().value("a").toInt() + store.settings().value("b").toInt(), 3);
+        EXPECT_FALSE(store.save()) << qPrintable(path);
+        EXPECT_TRUE(store.error().contains(path)) << qPrintable(store.error());
+    }
+}
+
+TEST_F(SettingsStoreTest, ProgramsAtOnceKeepEachOthersChanges)
+{
+    constexpr int kPrograms = 4, kSaves = 10;
+    for (int program = 0; program < kPrograms; ++program) {
+        if (fork() != 0)
+            continue;
+        host::SettingsStore store; // all of them start from no file
+        for (int i = 0; i < kSaves; ++i) {
+            store.settings().setValue(QString("program%1/key%2").arg(program).arg(i), i);
+            if (!store.save())
+                _exit(1);
+        }
+        _exit(0);
+    }
+    for (int program = 0; program < kPrograms; ++program) {
+        int status = -1;
+        ASSERT_GT(wait(&status), 0);
+        EXPECT_EQ(status, 0);
+    }
+    host::SettingsStore all;
+    EXPECT_EQ(all.error(), "");
+    EXPECT_EQ(all.settings().allKeys().size(), kPrograms * kSaves);
+}
