@@ -4,8 +4,6 @@
 #include "program/HostLog.h"
 #include "settings/Numbers.h"
 
-#include "signal_primitives/fft_planning.h"
-
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -74,8 +72,6 @@ bool Listener::openFiles()
 
 bool Listener::openReceiver()
 {
-    if (m_settings.freeRun)
-        signal_primitives::planReproducibly();
     m_receiver.emplace(m_ledger);
     connect(&*m_receiver, &PluginReceiver::lost, this, [this] { finish(kReceiverLost); });
     if (!m_receiver->load(m_settings))

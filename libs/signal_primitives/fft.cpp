@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "signal_primitives/fft_planning.h"
 #include "signal_primitives/kernel.h"
 
 #include <fftw3.h>
 
 #include <array>
-#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <dlfcn.h>
@@ -18,24 +16,23 @@
 using Velmora::complex;
 
 // The one source that knows FFTW. How the transforms are planned was measured on a processor with
-// AVX-512, against the library's plain in-place measured plan:
+// AVX-512:
 //
-// - Estimated plans run up to 2.7 times longer than measured ones (8192 points), so plans are
-//   measured. Leaving buffered and indirect plans out of the search makes it 4 to 10 times shorter,
-//   35 ms instead of 330 ms for 8192 points, at the same speed of the double transforms.
+// - Plans are estimates. Up to 2048 points, where all transforms of a running stream are, measured
+//   plans gain nothing in double and 15 % at most in single precision, and 10 to 50 % above. But
+//   the search costs 20 to 500 ms a size, which a listener would hear, and ends with another plan
+//   on a busy machine. Estimates take 0.05 to 0.5 ms, and every run of the program gets the same
+//   plans and gives the same bits.
+// - The sizes of the receiver are planned at the first use of a precision, so that a change of
+//   filter or picture in a running stream plans nothing.
 // - As long as the data stay in the near caches, transforming into the caller's work buffer and
-//   scaling on the way back costs no more than the in-place plan without a scale: up to 20 % less
-//   in double, up to 40 % less in single precision.
-// - From 65536 points on, which no block of the receiver uses, the search costs more than 0.2 s.
+//   scaling on the way back costs less than an in-place plan: 0.7 times in double, half in single
+//   precision. From 8192 points on it is the other way round.
 
 namespace
 {
-constexpr unsigned kNarrowSearch = FFTW_NO_BUFFERING | FFTW_NO_INDIRECT_OP;
-constexpr unsigned kMeasured = FFTW_MEASURE | kNarrowSearch;
-constexpr unsigned kEstimated = FFTW_ESTIMATE | kNarrowSearch;
-constexpr int kLargestMeasuredOrder = 15;
-
-std::atomic<bool> measures{true};
+constexpr unsigned kEstimated = FFTW_ESTIMATE | FFTW_NO_BUFFERING | FFTW_NO_INDIRECT_OP;
+constexpr int kLargestBufferedOrder = 12;
 
 // A cache line. FFTW itself wants 16 bytes.
 constexpr std::size_t kAlignment = 64;
@@ -48,7 +45,7 @@ template <>
 struct Fftw<double>
 {
     using Plan = fftw_plan;
-    static constexpr int kLargestBufferedOrder = 11;
+    static constexpr int kLargestPreparedOrder = 14; // of a filter of 7935 taps
     static constexpr int kLargestOrder = 25;
 
     static Plan plan(int size, complex<double> *in, complex<double> *out, int sign, unsigned flags)
@@ -74,7 +71,7 @@ template <>
 struct Fftw<float>
 {
     using Plan = fftwf_plan;
-    static constexpr int kLargestBufferedOrder = 14;
+    static constexpr int kLargestPreparedOrder = 16; // of the widest panorama
     static constexpr int kLargestOrder = 26;
 
     static Plan plan(int size, complex<float> *in, complex<float> *out, int sign, unsigned flags)
@@ -117,14 +114,13 @@ template <typename T>
 class Transform
 {
 public:
-    /// Plans; the caller holds the planner's lock. Returns false if memory is short. Overwrites
-    /// the two arrays of 2^order elements.
+    /// Plans; the caller holds the planner's lock. Returns false if memory is short. Leaves the
+    /// content of the two arrays of 2^order elements alone.
     bool plan(int order, int sign, complex<T> *in, complex<T> *out)
     {
         const int size = 1 << order;
-        const unsigned flags = measures && order <= kLargestMeasuredOrder ? kMeasured : kEstimated;
-        m_buffered = order <= Fftw<T>::kLargestBufferedOrder;
-        m_main.reset(Fftw<T>::plan(size, in, m_buffered ? out : in, sign, flags));
+        m_buffered = order <= kLargestBufferedOrder;
+        m_main.reset(Fftw<T>::plan(size, in, m_buffered ? out : in, sign, kEstimated));
         m_anyAddress.reset(Fftw<T>::plan(size, in, in, sign, kEstimated | FFTW_UNALIGNED));
         m_count = 2 * std::int64_t(size);
         return m_main && m_anyAddress;
@@ -175,9 +171,20 @@ void keepLibrary()
 }
 
 template <typename T>
-std::shared_ptr<const Plans<T>> newPlans(int order)
+using SharedPlans = std::shared_ptr<const Plans<T>>;
+
+// FFTW's planner serves one thread at a time, the two precisions included for the sake of one rule.
+std::mutex &plannerLock()
 {
-    keepLibrary<T>();
+    static std::mutex lock;
+    return lock;
+}
+
+/// Null or std::bad_alloc if memory is short. Any thread.
+template <typename T>
+SharedPlans<T> newPlans(int order)
+{
+    const std::lock_guard locked(plannerLock());
     // Uninitialised, and untouched by an estimate: a large order costs address space only.
     const std::size_t size = std::size_t(1) << order;
     const std::align_val_t alignment{kAlignment};
@@ -195,24 +202,27 @@ std::shared_ptr<const Plans<T>> newPlans(int order)
     return plans;
 }
 
-// FFTW's planner serves one thread at a time, the two precisions included for the sake of one rule.
-std::mutex &plannerLock()
+template <typename T>
+using PreparedPlans = std::array<SharedPlans<T>, Fftw<T>::kLargestPreparedOrder + 1>;
+
+template <typename T>
+PreparedPlans<T> preparePlans()
 {
-    static std::mutex lock;
-    return lock;
+    keepLibrary<T>();
+    PreparedPlans<T> plans;
+    for (std::size_t order = 0; order < plans.size(); ++order)
+        plans[order] = newPlans<T>(int(order));
+    return plans;
 }
 
-/// The plans of an order, made at the first call and kept. Null or std::bad_alloc if memory is
-/// short. Any thread.
+/// The plans of an order. The prepared ones are made at the first call and kept, so that later
+/// calls plan nothing and wait for nobody who plans. Null or std::bad_alloc if memory is short. Any
+/// thread.
 template <typename T>
-std::shared_ptr<const Plans<T>> sharedPlans(int order)
+SharedPlans<T> sharedPlans(int order)
 {
-    static std::array<std::shared_ptr<const Plans<T>>, Fftw<T>::kLargestOrder + 1> cache;
-    const std::lock_guard locked(plannerLock());
-    auto &plans = cache[static_cast<std::size_t>(order)];
-    if (!plans)
-        plans = newPlans<T>(order);
-    return plans;
+    static const PreparedPlans<T> prepared = preparePlans<T>();
+    return std::size_t(order) < prepared.size() ? prepared[std::size_t(order)] : newPlans<T>(order);
 }
 
 template <typename T>
@@ -228,7 +238,7 @@ struct Spec
 template <typename T>
 int bufferSize(int order)
 {
-    const bool buffered = order <= Fftw<T>::kLargestBufferedOrder;
+    const bool buffered = order <= kLargestBufferedOrder;
     return static_cast<int>(kAlignment + (buffered ? sizeof(complex<T>) << order : 0));
 }
 
@@ -376,13 +386,4 @@ IppStatus ippsFFTInv_CToC_64fc_I(
     Ipp64fc *pSrcDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer)
 {
     return inverse<double>(pSrcDst, pFFTSpec, pBuffer);
-}
-
-void signal_primitives::planReproducibly()
-{
-    measures = false;
-    // The library itself is one for the process, with whatever copies of this file are in it. A
-    // search without time ends with the estimate that it begins with.
-    fftw_set_timelimit(0.0);
-    fftwf_set_timelimit(0.0);
 }
