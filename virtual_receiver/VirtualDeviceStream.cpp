@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace vr
 {
@@ -198,7 +197,7 @@ void VirtualDevice::forgetDropped()
 std::size_t VirtualDevice::deliver(std::uint8_t *buffer, std::size_t size)
 {
     size = std::min(size, m_queue.size());
-    std::memcpy(buffer, m_queue.data(), size);
+    std::copy_n(m_queue.begin(), size, buffer); // of nothing, too: an empty queue has no address
     m_queue.erase(m_queue.begin(), m_queue.begin() + std::ptrdiff_t(size));
     std::size_t whole = 0;
     for (QueuedFrame &frame : m_queuedFrames) {

@@ -10,8 +10,11 @@
 #include "scenes/FileSource.h"
 #include "scenes/MemorySource.h"
 #include "scenes/RecordedScene.h"
+#include "scenes/SceneLimits.h"
 
 #include <algorithm>
+#include <new>
+#include <type_traits>
 
 namespace
 {
@@ -23,12 +26,42 @@ vr::VirtualDevice &device()
     return vr::VirtualDevice::instance();
 }
 
-int result(bool good, const std::string &error)
+/// Every function runs in here, for its caller may be C: what is thrown becomes a reason in
+/// vr_last_error() and the value that tells of a failure.
+template <typename Body>
+auto guarded(std::invoke_result_t<Body> failed, Body body) noexcept
 {
-    if (good)
+    try {
+        return body();
+    } catch (const std::bad_alloc &) {
+        lastError = "no memory"; // short enough to need none
+    } catch (const std::exception &problem) {
+        lastError = problem.what();
+    }
+    return failed;
+}
+
+/// The same for what returns nothing.
+template <typename Body>
+void guarded(Body body) noexcept
+{
+    guarded(0, [&] {
+        body();
         return 0;
-    lastError = error;
-    return -1;
+    });
+}
+
+/// The same for what is asked to set something: set(error) is false with a reason in error.
+template <typename Set>
+int result(Set set) noexcept
+{
+    return guarded(-1, [&] {
+        std::string error;
+        if (set(error))
+            return 0;
+        lastError = error;
+        return -1;
+    });
 }
 
 std::size_t copyOut(const std::vector<std::uint8_t> &from, std::uint8_t *to, std::size_t capacity)
@@ -40,50 +73,60 @@ std::size_t copyOut(const std::vector<std::uint8_t> &from, std::uint8_t *to, std
 
 void vr_reset(void)
 {
-    device().reset();
+    guarded([] { device().reset(); });
 }
 
 int vr_scene_builtin(void)
 {
-    device().setScene(vr::makeBuiltinScene());
-    return 0;
+    return result([](std::string &) {
+        device().setScene(vr::makeBuiltinScene());
+        return true;
+    });
 }
 
 int vr_scene_samples(
     const double *iq, std::size_t samples, double rate_hz, double frequency_hz, int repeat)
 {
-    if (!iq || samples == 0)
-        return result(false, "scene from memory: no samples");
-    if (!(rate_hz > 0.0))
-        return result(false, "scene from memory: a sample rate above 0 is needed");
-    const auto *first = reinterpret_cast<const vr::Sample *>(iq);
-    auto source = std::make_unique<vr::MemorySource>(
-        std::vector<vr::Sample>(first, first + samples), rate_hz, frequency_hz);
-    device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), repeat != 0));
-    return 0;
+    return result([&](std::string &error) {
+        std::string wrong = !iq || samples == 0 ? "no samples" : vr::wrongRate(rate_hz);
+        if (wrong.empty())
+            wrong = vr::wrongFrequency(frequency_hz);
+        if (!wrong.empty()) {
+            error = "scene from memory: " + wrong;
+            return false;
+        }
+        const auto *first = reinterpret_cast<const vr::Sample *>(iq);
+        auto source = std::make_unique<vr::MemorySource>(
+            std::vector<vr::Sample>(first, first + samples), rate_hz, frequency_hz);
+        device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), repeat != 0));
+        return true;
+    });
 }
 
 int vr_scene_file(const char *path, const char *format, double rate_hz, double frequency_hz)
 {
-    std::string error = "recording: no file name";
-    auto source = path
-        ? vr::FileSource::open(path, format ? format : "", rate_hz, frequency_hz, error)
-        : nullptr;
-    if (!source)
-        return result(false, error);
-    lastNotice = source->notice();
-    device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), /*repeat*/ false));
-    return 0;
+    return result([&](std::string &error) {
+        error = "recording: no file name";
+        auto source = path
+            ? vr::FileSource::open(path, format ? format : "", rate_hz, frequency_hz, error)
+            : nullptr;
+        if (!source)
+            return false;
+        lastNotice = source->notice();
+        device().setScene(std::make_shared<vr::RecordedScene>(std::move(source), /*repeat*/ false));
+        return true;
+    });
 }
 
 int vr_scene_band(const char *path)
 {
-    std::string error = "band: no file name";
-    std::shared_ptr<vr::Scene> scene = path ? vr::loadBandScene(path, error) : nullptr;
-    if (!scene)
-        return result(false, error);
-    device().setScene(scene);
-    return 0;
+    return result([&](std::string &error) {
+        error = "band: no file name";
+        const std::shared_ptr<vr::Scene> scene = path ? vr::loadBandScene(path, error) : nullptr;
+        if (scene)
+            device().setScene(scene);
+        return scene != nullptr;
+    });
 }
 
 const char *vr_scene_notice(void)
@@ -93,76 +136,82 @@ const char *vr_scene_notice(void)
 
 double vr_scene_frequency(void)
 {
-    return device().sceneFrequencyHz();
+    return guarded(0.0, [] { return device().sceneFrequencyHz(); });
 }
 
 double vr_scene_seconds(void)
 {
-    return device().sceneSeconds();
+    return guarded(0.0, [] { return device().sceneSeconds(); });
 }
 
 void vr_set_pace(enum vr_pace pace)
 {
     using vr::Pace;
-    device().setPace(pace == VR_PACE_CREDIT ? Pace::Credit
-            : pace == VR_PACE_FREE          ? Pace::Free
-                                            : Pace::RealTime);
+    guarded([=] {
+        device().setPace(pace == VR_PACE_CREDIT ? Pace::Credit
+                : pace == VR_PACE_FREE          ? Pace::Free
+                                                : Pace::RealTime);
+    });
 }
 
 void vr_add_credit(std::uint64_t samples)
 {
-    device().addCredit(samples);
+    guarded([=] { device().addCredit(samples); });
 }
 
 int vr_set_eeprom(const char *path)
 {
-    std::string error;
-    return result(device().useEepromFile(path ? path : "", error), error);
+    return result(
+        [=](std::string &error) { return device().useEepromFile(path ? path : "", error); });
 }
 
 std::size_t vr_get_eeprom(std::uint8_t *bytes, std::size_t capacity)
 {
-    return copyOut(device().eeprom(), bytes, capacity);
+    return guarded(0, [=] { return copyOut(device().eeprom(), bytes, capacity); });
 }
 
 int vr_put_eeprom(const std::uint8_t *bytes, std::size_t size)
 {
-    std::string error;
-    return result(device().putEeprom(bytes, size, error), error);
+    return result([=](std::string &error) { return device().putEeprom(bytes, size, error); });
 }
 
 int vr_fault(const char *spec)
 {
-    std::string error = "fault: no text given";
-    return result(spec && device().addFaults(spec, error), error);
+    return result([=](std::string &error) {
+        error = "fault: no text given";
+        return spec && device().addFaults(spec, error);
+    });
 }
 
 void vr_set_plugged(int plugged)
 {
-    device().setPlugged(plugged != 0);
+    guarded([=] { device().setPlugged(plugged != 0); });
 }
 
 void vr_set_foreign_devices(unsigned count)
 {
-    device().setForeignDevices(count);
+    guarded([=] { device().setForeignDevices(count); });
 }
 
 void vr_get_status(struct vr_status *status)
 {
-    *status = device().status();
+    guarded([=] { *status = device().status(); });
 }
 
 std::size_t vr_get_commands(std::uint8_t *bytes, std::size_t capacity)
 {
     constexpr std::size_t kSize = vr::CommandPacket::kSize;
-    return copyOut(device().commands(), bytes, capacity * kSize) / kSize;
+    return guarded(
+        0, [=] { return copyOut(device().commands(), bytes, capacity * kSize) / kSize; });
 }
 
 const char *vr_get_calls(void)
 {
     static thread_local std::string calls;
-    calls = device().calls();
-    return calls.c_str();
+    return guarded("", [] {
+        calls = device().calls();
+        return calls.c_str();
+    });
 }
 
 const char *vr_last_error(void)

@@ -6,7 +6,8 @@
 ///
 /// There is one device per process. All functions may be called from any thread, with the device
 /// open or closed, except where said. Those that return int give 0 for success, or -1 and a
-/// one-line reason in vr_last_error().
+/// one-line reason in vr_last_error(). No function throws: whatever goes wrong inside is such a
+/// reason, and the others then return 0, "" or nothing.
 
 #include <cstddef>
 #include <cstdint>
@@ -53,7 +54,8 @@ int vr_scene_builtin(void);
 /// A recording. format: "wav", "f64", "f32", "s16", "u8" (raw formats: interleaved I, Q,
 /// little-endian, full scale 1.0) or null to take it from the file name. rate_hz: needed for raw
 /// formats, 0 takes the header's. frequency_hz: radio frequency of the recording's zero hertz, 0
-/// takes the header's or, without one, follows the device's tuning at stream start.
+/// takes the header's or, without one, follows the device's tuning at stream start. Wherever they
+/// come from, rates are 1 Hz to 100 MHz and frequencies up to 800 MHz.
 int vr_scene_file(const char *path, const char *format, double rate_hz, double frequency_hz);
 
 /// What was not as it should be in the file of this thread's last good vr_scene_file(), which is
@@ -63,7 +65,8 @@ const char *vr_scene_notice(void);
 /// A band described in a text file (see docs/scenes.md).
 int vr_scene_band(const char *path);
 
-/// Samples from memory, interleaved I, Q; copied. repeat 1 starts again at the end.
+/// Samples from memory, interleaved I, Q; copied. repeat 1 starts again at the end. The limits of
+/// rate and frequency are those of a file.
 int vr_scene_samples(
     const double *iq, std::size_t samples, double rate_hz, double frequency_hz, int repeat);
 
@@ -78,8 +81,9 @@ void vr_set_pace(enum vr_pace pace);
 /// Adds to what may still be sent at VR_PACE_CREDIT, in complex samples at the device rate.
 void vr_add_credit(std::uint64_t samples);
 
-/// Keeps the EEPROM user area in a file; created with default calibration if it is not there.
-/// null goes back to memory.
+/// Keeps the EEPROM user area in a file of 1 to 1024 bytes; created with default calibration if it
+/// is not there. A change replaces the whole file, so that a failure leaves the one before. null
+/// goes back to memory.
 int vr_set_eeprom(const char *path);
 
 /// The EEPROM user area as bytes; at most capacity are copied. Returns its size.

@@ -53,6 +53,13 @@ std::string fmtChunk(int format, int bits, int channels = 2, std::uint32_t rate 
             + bytes(std::uint16_t(channels * bits / 8)) + bytes(std::uint16_t(bits)));
 }
 
+std::string vsdrChunk(double frequencyHz, double rateHz)
+{
+    const std::string stamps(32, '\1');
+    return chunk(
+        "vsdr", bytes(1) + stamps + bytes(0) + bytes(frequencyHz) + bytes(rateHz) + bytes(0.0));
+}
+
 std::string riff(const std::string &chunks)
 {
     return "RIFF" + bytes(std::uint32_t(chunks.size() + 4)) + "WAVE" + chunks;
@@ -110,8 +117,7 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
     const std::string stamps(32, '\1');
     const std::string auxi =
         chunk("auxi", stamps + bytes(std::uint32_t(kCentreHz)) + std::string(128, '\0'));
-    const std::string vsdr = chunk(
-        "vsdr", bytes(1) + stamps + bytes(0) + bytes(kCentreHz) + bytes(48000.0) + bytes(0.0));
+    const std::string vsdr = vsdrChunk(kCentreHz, 48000);
     struct Row
     {
         const char *what;
@@ -169,6 +175,10 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
         {"brokenoff.wav", std::string(300, '\0'), "never written"},
         {"raw.s16", encode("s16", kValues), "sample rate"},
         {"raw.xyz", "0123", "unknown recording format \"xyz\""},
+        {"fast.wav", riff(fmtChunk(1, 16, 2, 4294967295) + data), "rate of 4294967295 Hz"},
+        {"faster.wav", riff(fmtChunk(1, 16) + vsdrChunk(kCentreHz, 1e15) + data), "of 1e+15 Hz"},
+        {"endless.wav", riff(fmtChunk(1, 16) + vsdrChunk(kCentreHz, INFINITY) + data), "of inf"},
+        {"nowhere.wav", riff(fmtChunk(1, 16) + vsdrChunk(NAN, 48000) + data), "frequency of nan"},
     };
     for (const Row &row : rows) {
         const auto path = folder.write(row.name, row.content);
@@ -178,6 +188,25 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
         EXPECT_NE(error.find(row.reason), std::string::npos) << error;
     }
     EXPECT_EQ(vr_scene_file(folder.file("missing.wav").c_str(), nullptr, 0, 0), -1);
+    // Who knows better may say so.
+    EXPECT_EQ(vr_scene_file(folder.file("faster.wav").c_str(), nullptr, 48000, 0), 0);
+    const double zero[2] = {};
+    EXPECT_EQ(vr_scene_samples(zero, 1, 1e15, 0, 1), -1);
+    EXPECT_EQ(vr_scene_samples(zero, 1, 48000, -1, 1), -1);
+}
+
+TEST(FileSceneTest, AnOddRateAtTheLimitIsPlayedInBoundedTimeAndMemory)
+{
+    // In no ratio of small integers to the device's rate: by the book a filter of 1024 phases of
+    // 123000 taps, a gigabyte.
+    constexpr double kLevel = 1e-3;
+    Rig rig;
+    FT_SetTimeouts(rig.handle(), 60000, 60000);
+    const std::vector<COMPLEX> carrier(1000, {0.5, 0.0});
+    ASSERT_EQ(vr_scene_samples(&carrier[0].re, carrier.size(), 99999989, kCentreHz, 1), 0);
+    rig.tune(kCentreHz);
+    rig.stream(0);
+    EXPECT_NEAR(rig.samples(84).back().re, 0.5, kLevel);
 }
 
 /// Streams a band and gives samples past the filters' start, tuned to its centre.
@@ -394,9 +423,14 @@ TEST(BandSceneTest, AWrongLineIsNamedWithWhatIsWrong)
         {"band centre=7.1M\nstation offset=0 level=0 mode=cw tone=700", 2, "needs text="},
         {"band centre=7.1M\nstation offset=0 level=0 mode=cw text=\"CQ", 2, "closing quote"},
         {"band centre=7.1M\nstation offset=0 level=0 mode=usb audio=gone.wav", 2, "gone.wav"},
+        {"band centre=7.1M\nstation offset=0 level=0 mode=usb audio=fast.wav", 2, "fast.wav"},
+        {"band centre=7.1M\nstation offset=0 level=0 mode=usb audio=max.wav", 2, "max.wav"},
         {"band centre=7.1M\nstation offset=0 level=0 mode=carrier wpm=20", 2, "no \"wpm\""},
     };
     const TemporaryFolder folder;
+    const std::string voice = chunk("data", encode("s16", kValues));
+    folder.write("fast.wav", riff(fmtChunk(1, 16, 1, 100000001) + voice));
+    folder.write("max.wav", riff(fmtChunk(1, 16, 1, 4294967295) + voice));
     for (const Row &row : rows) {
         const auto path = folder.write("wrong.band", row.text);
         EXPECT_EQ(vr_scene_band(path.c_str()), -1) << row.text;

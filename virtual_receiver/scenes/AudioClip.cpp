@@ -2,6 +2,7 @@
 #include "AudioClip.h"
 
 #include "Resampler.h"
+#include "SceneLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +15,7 @@ namespace
 constexpr double kCutoffHz = 6000.0;
 constexpr double kTransitionHz = 2000.0;
 constexpr double kMaxSeconds = 900.0;
+constexpr std::size_t kReadFrames = 4096;
 constexpr std::size_t kActivityBlock = 960; // 20 ms: a short vowel
 constexpr double kActivity = 0.1;           // of the loudest block's level: -20 dB
 
@@ -37,6 +39,29 @@ std::vector<float> bandLimited(const std::vector<float> &in, double rateHz)
             out[done + i] = float(output[i].real());
     }
     return out;
+}
+
+/// The mean of all channels. Memory is taken for what comes out of the file, not for what its
+/// header announces.
+std::vector<float> readMono(SNDFILE *file, const SF_INFO &info)
+{
+    const auto most = std::size_t(kMaxSeconds * info.samplerate);
+    const auto channels = std::size_t(info.channels);
+    std::vector<float> mono;
+    std::vector<float> interleaved(kReadFrames * channels);
+    while (mono.size() < most) {
+        const std::size_t wanted = std::min(kReadFrames, most - mono.size());
+        const sf_count_t got = sf_readf_float(file, interleaved.data(), sf_count_t(wanted));
+        if (got <= 0)
+            break;
+        for (std::size_t i = 0; i < std::size_t(got); ++i) {
+            float sum = 0.0f;
+            for (std::size_t c = 0; c < channels; ++c)
+                sum += interleaved[i * channels + c] / float(channels);
+            mono.push_back(sum);
+        }
+    }
+    return mono;
 }
 
 double measureActiveRms(const std::vector<float> &samples)
@@ -86,19 +111,14 @@ std::shared_ptr<const AudioClip> AudioClip::load(const std::string &path, std::s
         error = "cannot read audio file " + path;
         return nullptr;
     }
-    const auto frames = std::size_t(std::min(double(info.frames), kMaxSeconds * info.samplerate));
-    const auto channels = std::size_t(info.channels);
-    std::vector<float> interleaved(frames * channels);
-    const auto got = std::size_t(std::max<sf_count_t>(
-        sf_readf_float(file.get(), interleaved.data(), sf_count_t(frames)), 0));
-    if (got == 0) {
-        error = "no samples in audio file " + path;
+    if (const std::string reason = wrongRate(info.samplerate); !reason.empty()) {
+        error = reason + ", in audio file " + path;
         return nullptr;
     }
-    std::vector<float> mono(got);
-    for (std::size_t i = 0; i < got; ++i) {
-        for (std::size_t c = 0; c < channels; ++c)
-            mono[i] += interleaved[i * channels + c] / float(channels);
+    const std::vector<float> mono = readMono(file.get(), info);
+    if (mono.empty()) {
+        error = "no samples in audio file " + path;
+        return nullptr;
     }
     return make(mono, info.samplerate);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FileSource.h"
 
+#include "SceneLimits.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -39,9 +41,13 @@ std::unique_ptr<FileSource> FileSource::open(const std::string &path, std::strin
         segment.size -= segment.size % sampleSize;
         source->m_length += std::size_t(segment.size / sampleSize);
     }
-    if (reason.empty() && !(source->m_rateHz > 0.0))
+    if (reason.empty() && source->m_rateHz == 0.0)
         reason =
             source->m_notice + (source->m_notice.empty() ? "" : "; ") + "a sample rate is needed";
+    if (reason.empty())
+        reason = wrongRate(source->m_rateHz);
+    if (reason.empty())
+        reason = wrongFrequency(source->m_frequencyHz);
     if (reason.empty() && source->m_length == 0)
         reason = "no samples";
     if (reason.empty())

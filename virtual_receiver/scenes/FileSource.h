@@ -17,7 +17,8 @@ class FileSource : public SampleSource
 {
 public:
     /// format: "wav" or a raw format's name, empty to take it from the file name. rateHz and
-    /// frequencyHz override the header's if they are not 0. Null with a one-line reason in error.
+    /// frequencyHz override the header's if they are not 0; what comes of both keeps the limits of
+    /// a scene (SceneLimits.h). Null with a one-line reason in error.
     static std::unique_ptr<FileSource> open(const std::string &path, std::string format,
         double rateHz, double frequencyHz, std::string &error);
 

@@ -40,13 +40,13 @@ void Resampler::init(double inputHz, double outputHz, double transition)
     const std::uint64_t divisor = std::gcd(in, out);
     m_up = out / divisor;
     m_down = in / divisor;
-    m_phases = std::min(m_up, kMaxPhases);
     m_inputHz = inputHz;
     m_cutoffHz = std::min(inputHz, outputHz) / 2.0;
 
     const std::size_t taps =
         kaiser::length(kAttenuationDb, transition * std::min(1.0, outputHz / inputHz));
     m_taps = (taps + kLanes - 1) / kLanes * kLanes;
+    m_phases = std::min({m_up, kMaxPhases, std::max<std::uint64_t>(kMaxCoefficients / m_taps, 1)});
     m_blend.assign(m_taps, 0.0);
     design();
     clear();

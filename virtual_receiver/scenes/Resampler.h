@@ -25,6 +25,10 @@ public:
     static constexpr double kTransition = 0.12; // of the lower rate
     static constexpr std::uint64_t kMaxPhases = 1024;
 
+    /// 32 MiB. Only a fall in rate by more than 64 has phases so long that it tells: the low-pass
+    /// is then so narrow that a few phases are as good as many.
+    static constexpr std::uint64_t kMaxCoefficients = 1u << 22;
+
     /// Rates in hertz, resolved to a millihertz. The cut-off is half the lower rate; transition is
     /// the width between pass and stop band around it, as a fraction of the lower rate.
     void init(double inputHz, double outputHz, double transition = kTransition);
