@@ -2,15 +2,21 @@
 #include "Eeprom.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
 
 namespace vr
 {
 namespace
 {
+namespace fs = std::filesystem;
+
 // CRC-32 in its common reflected form (as in Ethernet), bit by bit: 32 bytes need no table.
 std::uint32_t crc32(const std::uint8_t *data, std::size_t length)
 {
@@ -33,6 +39,30 @@ std::vector<std::uint8_t> defaultArea()
     std::memcpy(bytes.data() + sizeof kNeutral, &crc, sizeof crc);
     return bytes;
 }
+/// Puts a whole file beside the old one and then in its place, so that whatever happens on the way
+/// (a full disk, a crash) the old content is there or the new one. A link stays a link.
+bool replaceFile(const fs::path &path, const std::vector<std::uint8_t> &bytes)
+{
+    std::error_code failed;
+    const fs::path target = fs::weakly_canonical(path, failed);
+    if (failed)
+        return false;
+    constexpr mode_t kNewFileMode = 0644;
+    struct stat old = {};
+    const mode_t mode = stat(target.c_str(), &old) == 0 ? old.st_mode & 0777 : kNewFileMode;
+
+    std::string beside = target.string() + ".XXXXXX";
+    const int file = mkstemp(beside.data());
+    if (file < 0)
+        return false;
+    bool good = ::write(file, bytes.data(), bytes.size()) == ssize_t(bytes.size());
+    good = fchmod(file, mode) == 0 && fsync(file) == 0 && good;
+    good = ::close(file) == 0 && good;
+    good = good && std::rename(beside.c_str(), target.c_str()) == 0;
+    if (!good)
+        unlink(beside.c_str());
+    return good;
+}
 } // namespace
 
 Eeprom::Eeprom() : m_bytes(defaultArea()) { }
@@ -41,22 +71,10 @@ bool Eeprom::useFile(const std::string &path, std::string &error)
 {
     Eeprom next;
     next.m_path = path;
-    if (!path.empty() && std::filesystem::exists(path)) {
-        std::ifstream file(path, std::ios::binary);
-        next.m_bytes.assign(std::istreambuf_iterator<char>(file), {});
-        if (!file.is_open() || file.bad()) {
-            error = path + ": cannot read the EEPROM file";
-            return false;
-        }
-        if (next.m_bytes.size() > kMaxSize) {
-            error = path + ": " + std::to_string(next.m_bytes.size())
-                + " bytes are more than an EEPROM user area holds (1024)";
-            return false;
-        }
-    } else if (!next.save(error)) {
+    const bool there = !path.empty() && fs::exists(path);
+    if (there ? !next.load(error) : !next.save(next.m_bytes, error))
         return false;
-    }
-    *this = next;
+    *this = std::move(next);
     return true;
 }
 
@@ -66,29 +84,43 @@ bool Eeprom::replace(const std::uint8_t *bytes, std::size_t size, std::string &e
         error = "EEPROM user area of " + std::to_string(size) + " bytes: at most 1024";
         return false;
     }
-    m_bytes.assign(bytes, bytes + size);
-    return save(error);
+    return save({bytes, bytes + size}, error);
 }
 
 bool Eeprom::write(const std::uint8_t *bytes, std::size_t size)
 {
     if (size > m_bytes.size())
         return false;
-    std::copy_n(bytes, size, m_bytes.begin());
+    auto next = m_bytes;
+    std::copy_n(bytes, size, next.begin());
     std::string error;
-    return save(error);
+    return save(std::move(next), error);
 }
 
-bool Eeprom::save(std::string &error) const
+bool Eeprom::load(std::string &error)
 {
-    if (m_path.empty())
+    std::ifstream file(m_path, std::ios::binary);
+    m_bytes.assign(kMaxSize + 1, 0);
+    file.read(reinterpret_cast<char *>(m_bytes.data()), std::streamsize(m_bytes.size()));
+    m_bytes.resize(std::size_t(file.gcount()));
+    if (!file.is_open() || file.bad())
+        error = m_path + ": cannot read the EEPROM file";
+    else if (m_bytes.empty())
+        error = m_path + ": the EEPROM file is empty; remove it to get a default one";
+    else if (m_bytes.size() > kMaxSize)
+        error = m_path + ": more bytes than an EEPROM user area holds (1024)";
+    else
         return true;
-    std::ofstream file(m_path, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char *>(m_bytes.data()), std::streamsize(m_bytes.size()));
-    file.close();
-    if (file)
-        return true;
-    error = m_path + ": cannot write the EEPROM file";
     return false;
+}
+
+bool Eeprom::save(std::vector<std::uint8_t> bytes, std::string &error)
+{
+    if (!m_path.empty() && !replaceFile(m_path, bytes)) {
+        error = m_path + ": cannot write the EEPROM file";
+        return false;
+    }
+    m_bytes = std::move(bytes);
+    return true;
 }
 } // namespace vr

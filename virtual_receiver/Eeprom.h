@@ -23,19 +23,22 @@ public:
 
     const std::vector<std::uint8_t> &bytes() const { return m_bytes; }
 
-    /// Keeps the area in a file from now on: its content is taken, or a default area written to it
-    /// if it is not there. An empty path goes back to memory with default content. False with a
-    /// reason in error; then nothing changes.
+    /// Keeps the area in a file from now on: its content (1 to kMaxSize bytes) is taken, or a
+    /// default area written to it if it is not there. An empty path goes back to memory with
+    /// default content. False with a reason in error; then nothing changes.
     bool useFile(const std::string &path, std::string &error);
 
-    /// Replaces the whole area; its size becomes the given one, at most kMaxSize.
+    /// Replaces the whole area; its size becomes the given one, at most kMaxSize. False with a
+    /// reason in error if it is larger or the file cannot be written; then nothing changes.
     bool replace(const std::uint8_t *bytes, std::size_t size, std::string &error);
 
-    /// Writes at the start of the area; false if it does not fit or the file cannot be written.
+    /// Writes at the start of the area; false if it does not fit or the file cannot be written,
+    /// and then nothing changes.
     bool write(const std::uint8_t *bytes, std::size_t size);
 
 private:
-    bool save(std::string &error) const;
+    bool load(std::string &error);
+    bool save(std::vector<std::uint8_t> bytes, std::string &error);
 
     std::vector<std::uint8_t> m_bytes;
     std::string m_path; // empty: memory only

@@ -2,10 +2,12 @@
 #include "Rig.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <sys/resource.h>
 
 namespace
 {
@@ -145,6 +147,27 @@ TEST(DeviceTest, CallsAreListedInOrderWithTheirNumbers)
     EXPECT_EQ(rig.status().reads, 2u);
 }
 
+/// While it lives no byte can be written to a file, as on a full disk.
+class NoFileGrows
+{
+public:
+    NoFileGrows()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit none = {0, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~NoFileGrows()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+private:
+    rlimit m_before = {};
+};
+
 Bytes readUserArea(FT_HANDLE handle)
 {
     DWORD size = 0;
@@ -190,9 +213,44 @@ TEST(EepromTest, AFileKeepsTheAreaOverSessions)
     EXPECT_NE(readUserArea(rig.handle()), written);
     ASSERT_EQ(vr_set_eeprom(path.c_str()), 0);
     EXPECT_EQ(readUserArea(rig.handle()), written);
-    EXPECT_EQ(vr_set_eeprom(folder.file("no/such/folder").c_str()), -1);
-    EXPECT_NE(std::string(vr_last_error()).find("no/such/folder"), std::string::npos);
-    EXPECT_EQ(readUserArea(rig.handle()), written);
+    const std::string beyond(300, 'n'); // longer than a file's name can be
+    for (const auto &bad : {folder.file("no/such/folder"), folder.file(beyond),
+             folder.write("empty", ""), folder.write("large", std::string(1025, '.'))}) {
+        EXPECT_EQ(vr_set_eeprom(bad.c_str()), -1);
+        EXPECT_NE(std::string(vr_last_error()).find(bad), std::string::npos) << vr_last_error();
+        EXPECT_EQ(readUserArea(rig.handle()), written) << bad;
+    }
+}
+
+TEST(EepromTest, AFileIsReplacedWholeOrNotAtAll)
+{
+    const test::TemporaryFolder folder;
+    const auto content = [](const std::string &path) {
+        std::ifstream file(path, std::ios::binary);
+        return Bytes(std::istreambuf_iterator<char>(file), {});
+    };
+    const std::string path = folder.write("eeprom.bin", "old calibration");
+    const std::string before = folder.file("before");
+    std::filesystem::create_hard_link(path, before);
+    const Bytes old = content(path);
+    Bytes next = old;
+    next[0] = 'O';
+
+    Rig rig;
+    ASSERT_EQ(vr_set_eeprom(path.c_str()), 0);
+    {
+        const NoFileGrows full;
+        EXPECT_EQ(
+            FT_EE_UAWrite(rig.handle(), next.data(), DWORD(next.size())), FT_EEPROM_WRITE_FAILED);
+        EXPECT_EQ(vr_put_eeprom(next.data(), next.size()), -1);
+    }
+    EXPECT_EQ(content(path), old);
+    EXPECT_EQ(readUserArea(rig.handle()), old);
+    EXPECT_EQ(FT_EE_UAWrite(rig.handle(), next.data(), DWORD(next.size())), FT_OK);
+    EXPECT_EQ(content(path), next);
+    EXPECT_EQ(content(before), old); // the same file until then: written beside it, not into it
+    const std::filesystem::directory_iterator files(folder.file(""));
+    EXPECT_EQ(std::distance(begin(files), end(files)), 2); // nothing is left over
 }
 
 TEST(EepromTest, SizesAreThoseOfTheAreaPutThere)
