@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr int kBlock = 512;
+constexpr int kBlock = EngineLimits::kBlock;
 constexpr int kBlocks = 200; // per round; they fit into the input ring
 
 /// Reader to meters, with the hand-over to the engine thread, the taps open and channel B running.

@@ -2,6 +2,7 @@
 #include "road/ReplayDevice.h"
 
 #include "d2xx/ftd2xx.h"
+#include "host_interfaces/EngineLimits.h"
 
 #include <algorithm>
 #include <atomic>
@@ -13,9 +14,9 @@
 
 namespace
 {
-constexpr std::size_t kFrameBytes = 512;
+constexpr std::size_t kFrameBytes = EngineLimits::kFrameBytes;
 constexpr std::size_t kHeaderBytes = 8;
-constexpr std::size_t kFrameSamples = 84;
+constexpr std::size_t kFrameSamples = EngineLimits::kFrameSamples;
 constexpr double kFullScale = 8388607.0; // 24 bits
 constexpr auto kReadTimeout = std::chrono::milliseconds(200);
 constexpr auto kPoll = std::chrono::microseconds(100);

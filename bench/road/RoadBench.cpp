@@ -6,6 +6,7 @@
 //
 //   bench_road [--seconds S] [--rate HZ] [--taps N]
 #include "Dsp/ZephrinMDSP.h"
+#include "host_interfaces/EngineLimits.h"
 #include "road/ReplayDevice.h"
 #include "support/Road.h"
 #include "support/Signals.h"
@@ -20,9 +21,6 @@
 
 namespace
 {
-constexpr double kRates[] = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
-
 double seconds(clockid_t clock)
 {
     timespec now{};
@@ -40,7 +38,7 @@ struct Figures
 // A station on either channel and noise; whole frames, so that the stretch repeats.
 std::vector<COMPLEX> band(double rate)
 {
-    constexpr int kSamples = 84 * 512;
+    constexpr int kSamples = 512 * int(EngineLimits::kFrameSamples);
     std::vector<COMPLEX> signal = test::noise(kSamples, 1);
     for (COMPLEX &x : signal)
         x = {1e-4 * x.re, 1e-4 * x.im};
@@ -131,7 +129,7 @@ int main(int argc, char **argv)
 
     std::printf(
         "%10s %14s %14s %14s %12s\n", "rate Hz", "CPU s per s", "engine", "others", "real time x");
-    for (const double rate : kRates) {
+    for (const double rate : EngineLimits::kRatesHz) {
         if (only != 0.0 && rate != only)
             continue;
         const Figures figures =

@@ -3,6 +3,7 @@
 #include "Tones.h"
 
 #include "support/Signals.h"
+#include "vm_library/source/file/IQFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,7 +72,8 @@ TEST(OutputTest, ARecordingThatWasBrokenOffIsReceivedAtTheRateOfTheReceiver)
     HostProcess host;
     QFile file(host.path("killed.wav"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(112, '\0')); // where the header would have been written at the end
+    file.write(QByteArray(int(vm::file::IQFile::headerBytes(vm::file::IQFile::VelmoraSDR2)),
+        '\0')); // where the header would have been written at the end
     for (const COMPLEX &sample : test::tone(2 * 48000, 1000.0 / 48000, 0.1))
         for (const double part : {sample.re, sample.im}) {
             const auto code = qint32(part * 8388607.0);

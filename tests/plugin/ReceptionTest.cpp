@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
+
+#include "host_interfaces/EngineLimits.h"
 #include "support/Signals.h"
 
 #include <QFile>
@@ -8,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <iostream>
 
@@ -18,8 +19,7 @@ using test::PluginRig;
 
 constexpr double kCentreHz = 7.1e6;
 constexpr double kToneHz = 1000.0;
-constexpr std::array<int, 9> kRates = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
+constexpr auto kRates = EngineLimits::kRatesHz;
 
 /// A carrier kToneHz above a station, and noise.
 void chooseCarrier(double levelDb)

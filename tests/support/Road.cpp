@@ -3,9 +3,11 @@
 
 #include "Control/driver/HardwareZephrinNANO.h"
 #include "Dsp/ZephrinMDSP.h"
+#include "host_interfaces/EngineLimits.h"
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <chrono>
 #include <pthread.h>
 #include <stdexcept>
@@ -15,22 +17,19 @@ namespace test
 {
 namespace
 {
-constexpr double kRates[] = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
-
-// In flight at most: less than the engine's input ring of 131072 samples.
-constexpr std::uint64_t kInFlight = 98304;
-constexpr std::uint64_t kFrameSamples = 84;
+// In flight at most.
+constexpr std::uint64_t kInFlight = EngineLimits::kInputRing * 3 / 4;
+constexpr std::uint64_t kFrameSamples = EngineLimits::kFrameSamples;
 constexpr auto kPoll = std::chrono::microseconds(200);
 constexpr auto kGiveUp = std::chrono::seconds(20);
 
 int codeOf(double rateHz)
 {
-    for (int code = 0; code < 9; ++code) {
-        if (kRates[code] == rateHz)
-            return code;
-    }
-    throw std::invalid_argument("no device rate");
+    constexpr auto kRates = EngineLimits::kRatesHz;
+    const auto *rate = std::find(kRates.begin(), kRates.end(), rateHz);
+    if (rate == kRates.end())
+        throw std::invalid_argument("no device rate");
+    return int(rate - kRates.begin());
 }
 } // namespace
 
@@ -92,7 +91,7 @@ void Road::keepGranted()
 {
     // Whole read windows, so that no read ends short; the first one has nothing left from before.
     const std::uint64_t window =
-        std::clamp<std::uint64_t>(256u << codeOf(m_settings.rateHz), 4096, 32768) / 512;
+        EngineLimits::readWindow(codeOf(m_settings.rateHz)) / EngineLimits::kFrameBytes;
     while (m_granted + window * kFrameSamples <= m_processed + kInFlight) {
         const std::uint64_t frames = m_granted == 0 ? window : window - 1;
         m_grant(frames * kFrameSamples);

@@ -9,8 +9,7 @@
 
 namespace
 {
-constexpr unsigned kOutletSize = 16384; // samples, a third of a second at 48 kHz
-constexpr double kFixedGain = 0.7;      // linear, of each channel before the volume controls
+constexpr double kFixedGain = 0.7; // linear, of each channel before the volume controls
 
 bool isDigital(DspCore::Modulation modulation)
 {

@@ -62,6 +62,9 @@ public:
     using ModulationSwitcher = DspCore::ModulationSwitcher;
     using SoundCardCallback = std::function<void(gsl::span<COMPLEX>)>;
 
+    /// Stereo pairs that an outlet holds: a third of a second at 48 kHz.
+    static constexpr unsigned kOutletSize = 16384;
+
     explicit Receiver(QObject *parent = nullptr);
 
     /// Runs one block at the input rate, len up to SIGNAL_MAX_SIZE; a longer one is a programming

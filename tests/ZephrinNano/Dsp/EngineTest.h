@@ -16,8 +16,8 @@
 class EngineTest : public ::testing::Test
 {
 protected:
-    static constexpr int kBlock = 512;  // read block at a sound card rate of 48 kHz
-    static constexpr int kChunk = 2048; // stereo pairs that a tap takes at a time
+    static constexpr int kBlock = EngineLimits::kBlock;
+    static constexpr int kChunk = EngineLimits::kOutletChunk;
 
     explicit EngineTest(std::shared_ptr<ZephrinMFunctions> functions = nullptr)
         : engine(bridge.threadPool(), bridge, std::move(functions))

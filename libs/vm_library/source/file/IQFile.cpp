@@ -13,8 +13,7 @@ namespace vm::file
 {
 namespace
 {
-constexpr unsigned int kRingSize = 65536; // bytes
-constexpr unsigned int kTail = 100;       // bytes that are not worth a call into the file
+constexpr unsigned int kTail = 100; // bytes that are not worth a call into the file
 
 constexpr double kFullScale = 2147483647.0; // 2^31 - 1, when a sample is packed
 
@@ -60,8 +59,8 @@ void sleepMillisecond()
 
 IQFile::IQFile(QObject *parent) : QThread(parent)
 {
-    m_ring.resize(kRingSize);
-    m_packed.reserve(kRingSize);
+    m_ring.resize(kRingBytes);
+    m_packed.reserve(kRingBytes);
 }
 
 IQFile::~IQFile()

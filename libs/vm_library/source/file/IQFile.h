@@ -50,6 +50,19 @@ public:
         HDSDR = 2,        // metadata chunk "auxi"
     };
 
+    /// Bytes between the owner and the file thread.
+    static constexpr unsigned int kRingBytes = 65536;
+
+    /// Bytes of a file before its samples.
+    static constexpr unsigned int headerBytes(Format format)
+    {
+        if (format == VelmoraSDR2)
+            return sizeof(WaveHeader) + sizeof(VsdrHeader) + sizeof(DataHead::id);
+        if (format == HDSDR)
+            return sizeof(WaveHeader) + sizeof(WinradHeader) + sizeof(DataHead);
+        return sizeof(WaveHeader);
+    }
+
     /// The records of the header, by their names in the class that writes them.
     using Time = vm::file::Time;
     using WaveHeader = vm::file::WaveHeader;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ZephrinMInterface.h"
 
+#include "host_interfaces/EngineLimits.h"
 #include "host_interfaces/IQRecorderConfigure.h"
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
 #include "signal_primitives/ipps.h"
@@ -14,14 +15,10 @@
 
 namespace
 {
-constexpr std::size_t kRateCount = 9;
+constexpr auto SAMPLE_RATES = EngineLimits::kRatesHz; // hertz
 
-// Device rates in hertz, by the code that options page and driver share.
-constexpr std::array<int, kRateCount> SAMPLE_RATES = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
-
-// What of it a panorama without the slopes of the input filter shows, hertz.
-constexpr std::array<int, kRateCount> SAMPLE_RATES_SP = {
+// What of each device rate a panorama without the slopes of the input filter shows, hertz.
+constexpr std::array<int, SAMPLE_RATES.size()> SAMPLE_RATES_SP = {
     43000, 86000, 172000, 344000, 688000, 1376000, 1720000, 2293333, 2752000};
 
 constexpr double kDbPerAttenuatorStep = 0.5;
@@ -356,7 +353,7 @@ void ZephrinMInterface::emitAllSignals()
 /// The order matters: a running stream restarts inside the control's part.
 void ZephrinMInterface::onSampleRate(int index)
 {
-    if (std::size_t(index) >= kRateCount || !m_control)
+    if (std::size_t(index) >= SAMPLE_RATES.size() || !m_control)
         return;
     const int rate = SAMPLE_RATES[std::size_t(index)];
     const int pan = m_hideSlopes ? SAMPLE_RATES_SP[std::size_t(index)] : rate;

@@ -4,6 +4,7 @@
 #include "Dsp/StereoPull.h"
 #include "DspCore/filters/Resampler.h"
 #include "DspCore/types.h"
+#include "host_interfaces/EngineLimits.h"
 #include "vm_library/source/containers/CircularBuffer.h"
 
 #include <vector>
@@ -20,7 +21,7 @@ class AudioTap
 {
 public:
     /// Stereo pairs that one push() takes.
-    static constexpr int kChunk = 2048;
+    static constexpr int kChunk = int(EngineLimits::kOutletChunk);
 
     /// `gain` is the linear factor of this way out.
     explicit AudioTap(double gain);
@@ -42,14 +43,12 @@ public:
     void clearRing() { m_ring.clear(); }
 
 private:
-    static constexpr unsigned kRingCapacity = 16384;
-
     int resample(COMPLEX *chunk);
 
     double m_gain;
     DspCore::Resampler m_resampler;
     int m_portion = kChunk; // pairs per resampler call, see setSampleRates()
     std::vector<COMPLEX> m_output = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
-    CircularBuffer<COMPLEX> m_ring{kRingCapacity};
+    CircularBuffer<COMPLEX> m_ring{unsigned(EngineLimits::kOutletRing)};
     StereoPull m_pull;
 };

@@ -24,18 +24,21 @@ constexpr double kLineOutGain = 0.4;
 constexpr double kVacGain = 0.3;
 
 // The reader wakes the engine from this many waiting samples on, whatever the read block is.
-constexpr std::size_t kWakeLevel = 512;
+constexpr std::size_t kWakeLevel = EngineLimits::kBlock;
 
 // Gate thresholds of the receiver's rings, in stereo pairs.
 constexpr unsigned kSoundCardGate = 512;
-constexpr unsigned kTapGate = 2048;
+constexpr unsigned kTapGate = EngineLimits::kOutletChunk;
 
-// 512 samples, shifted left by the low five bits of the rate: the usual sound card rates are
-// multiples of 32 and keep 512, 44100 gives the maximum.
+static_assert(DspCore::Receiver::kOutletSize == EngineLimits::kAudioRing);
+
+// kBlock samples, shifted left by the low five bits of the rate: the usual sound card rates are
+// multiples of 32 and keep kBlock, 44100 gives the maximum.
 std::size_t readBlockSize(double soundCardRate)
 {
     const auto shift = static_cast<long long>(soundCardRate) & 31;
-    return std::size_t(std::min<long long>(SIGNAL_MAX_SIZE, 512LL << shift));
+    return std::size_t(
+        std::min<long long>(SIGNAL_MAX_SIZE, (long long)(EngineLimits::kBlock) << shift));
 }
 
 void rewind(CircularBuffer<COMPLEX> &ring, unsigned gate)
@@ -57,7 +60,7 @@ ZephrinMDSP::ZephrinMDSP(tp::ThreadPool &pool, BridgeAbstract &bridge,
       m_vac(kVacGain)
 {
     ippInit();
-    m_input.resize(kInputCapacity);
+    m_input.resize(EngineLimits::kInputRing);
     m_audio.reserve(SIGNAL_MAX_SIZE);
     m_lineOut.setSampleRates(m_soundCardRate, m_lineOutRate);
     m_vac.setSampleRates(m_soundCardRate, m_vacRate);

@@ -13,6 +13,7 @@
 #include "host_interfaces/AudioServerAbstract.h"
 #include "host_interfaces/BridgeAbstract.h"
 #include "host_interfaces/BridgeAudioServerAbstract.h"
+#include "host_interfaces/EngineLimits.h"
 #include "host_interfaces/IqServerAbstract.h"
 #include "host_interfaces/SensorsAbstract.h"
 #include "thread_pool/ThreadPool.h"
@@ -296,7 +297,6 @@ private:
     void applyAgc(const AgcTable::Setting &setting);
 
     static constexpr unsigned kIqTapCapacity = 65536;
-    static constexpr std::size_t kInputCapacity = 131072;
     static constexpr unsigned long kNotches = 8; // as many as the host keeps for a band
 
     BridgeAbstract &m_bridge;

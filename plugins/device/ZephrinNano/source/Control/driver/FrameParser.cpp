@@ -20,7 +20,8 @@ bool isMarker(const std::uint8_t *bytes)
     return std::memcmp(bytes, kMarker, kMarkerBytes) == 0;
 }
 
-constexpr std::size_t kFullSamples24 = 84; // 504 bytes of samples in a whole frame
+constexpr std::size_t kFullSamples24 =
+    EngineLimits::kFrameSamples; // 504 bytes of samples in a whole frame
 constexpr std::size_t kFullSamples16 = 126;
 } // namespace
 

@@ -3,6 +3,7 @@
 
 #include "Control/driver/SampleConverter.h"
 #include "DspCore/types.h"
+#include "host_interfaces/EngineLimits.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -32,7 +33,7 @@
 class FrameParser
 {
 public:
-    static constexpr std::size_t kFrameBytes = 512;
+    static constexpr std::size_t kFrameBytes = EngineLimits::kFrameBytes;
     static constexpr std::size_t kPeakOffset = 6; // 16 bits, little-endian
     static constexpr std::size_t kSamplesOffset = 8;
 

@@ -35,8 +35,7 @@ constexpr int kWatchdogMs = 1000;
 constexpr long kAdcPauseNs = 5000000; // 5 ms for the ADC to take a reset edge
 
 constexpr std::size_t kReservedSamples = 4096;
-constexpr int kHighestRateCode = 8;
-constexpr std::size_t kWindowUnit = 256; // bytes, doubled per rate code
+constexpr int kHighestRateCode = int(EngineLimits::kRatesHz.size()) - 1;
 
 constexpr std::uint32_t kStateAdcReset = 1u << 31;
 constexpr unsigned kStateAdcWriteBit = 30;
@@ -165,7 +164,7 @@ bool HardwareZephrinNANO::startStream(SampleRate code)
     }
 
     m_sampleRateCode = std::clamp(int(code), 0, kHighestRateCode);
-    m_readWindow = std::clamp(kWindowUnit << m_sampleRateCode, kSmallestWindow, kLargestWindow);
+    m_readWindow = EngineLimits::readWindow(m_sampleRateCode);
     m_sampleFormat = 0;
     if (const FT_STATUS status =
             FT_SetUSBParameters(m_handle, ULONG(m_readWindow), ULONG(m_readWindow));

@@ -3,6 +3,7 @@
 
 #include "DspCore/types.h"
 #include "d2xx/ftd2xx.h"
+#include "host_interfaces/EngineLimits.h"
 
 #include <QThread>
 #include <QTimer>
@@ -161,9 +162,6 @@ private:
     /// does not tell its size.
     std::optional<std::vector<UCHAR>> userArea(const char *signature);
 
-    static constexpr std::size_t kSmallestWindow = 4096; // bytes
-    static constexpr std::size_t kLargestWindow = 32768;
-
     FT_HANDLE m_handle = nullptr;
     std::atomic<FT_STATUS> m_status = FT_OK; // last call of either thread, for a debugger's eye
     std::atomic<bool> m_opened = false;
@@ -177,8 +175,8 @@ private:
     std::vector<COMPLEX> m_iq;
     std::shared_ptr<ZephrinMDSP> m_dsp;
     QTimer m_watchdog;
-    std::atomic<bool> m_dataSeen = false;       // a read succeeded; set by 2, cleared by 1
-    std::size_t m_readWindow = kSmallestWindow; // bytes; fixed while 2 runs
+    std::atomic<bool> m_dataSeen = false; // a read succeeded; set by 2, cleared by 1
+    std::size_t m_readWindow = EngineLimits::readWindow(0); // bytes; fixed while 2 runs
 };
 
 using ZephrinSR = HardwareZephrinNANO::SampleRate;
