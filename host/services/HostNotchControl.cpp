@@ -16,6 +16,7 @@ using Filter = HostNotchControl::Filter;
 
 const QString kGroup = QStringLiteral("RadioNotchFilters");
 const QString kOutside = QStringLiteral("outside");
+constexpr char kFilterKey[] = "filter"; // and its number, from 0
 
 bool isSame(const Filter &a, const Filter &b)
 {
@@ -36,7 +37,7 @@ QString switchKey(const QString &band)
 
 QString filterKey(const QString &band, std::size_t id)
 {
-    return band + QStringLiteral("/filter") + QString::number(id);
+    return band + '/' + kFilterKey + QString::number(id);
 }
 
 QStringList toText(const Filter &filter)
@@ -77,6 +78,19 @@ Value read(const QSettings &settings, const QString &key, Value otherwise,
     qWarning("settings: %s/%s cannot be \"%s\", left out", qUtf8Printable(kGroup),
         qUtf8Printable(key), qUtf8Printable(stored.toStringList().join(", ")));
     return otherwise;
+}
+// A file written by hand, or for a receiver with more filters.
+void warnOfSurplus(QSettings &settings, const QString &band)
+{
+    settings.beginGroup(band);
+    for (const QString &key : settings.childKeys()) {
+        bool isFilter = false;
+        const unsigned id = key.mid(int(qstrlen(kFilterKey))).toUInt(&isFilter);
+        if (key.startsWith(kFilterKey) && isFilter && id >= NotchLimits::kFilters)
+            qWarning("settings: %s/%s/%s left out, a band has %zu filters", qUtf8Printable(kGroup),
+                qUtf8Printable(band), qUtf8Printable(key), NotchLimits::kFilters);
+    }
+    settings.endGroup();
 }
 } // namespace
 
@@ -163,6 +177,7 @@ void HostNotchControl::readSettings(QSettings &settings)
         for (std::size_t id = 0; id < NotchLimits::kFilters; ++id)
             setFilter(band, id, read(settings, filterKey(name, id), kUnused, toFilter));
         setBandEnabled(band, read(settings, switchKey(name), false, toSwitch));
+        warnOfSurplus(settings, name);
     }
     settings.endGroup();
 }

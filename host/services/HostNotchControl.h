@@ -55,7 +55,7 @@ public:
     void writeSettings(QSettings &settings) const;
 
     /// Takes the whole table from the settings and raises the signals of what changes. An entry
-    /// that is no filter is left out with a warning.
+    /// that is no filter, or one too many for its band, is left out with a warning.
     void readSettings(QSettings &settings);
 
     void reserved1() override { }

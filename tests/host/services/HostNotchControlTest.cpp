@@ -144,6 +144,7 @@ TEST(HostNotchControlTest, WhatIsNoFilterInTheSettingsIsLeftOutWithAWarning)
         {"40M/filter0", QStringList{"7e6", "250", "maybe"}},
         {"40M/filter0", "text"},
         {"40M/filter0", QByteArray("\0\xff\x80", 3)},
+        {"40M/filter8", QStringList{"7e6", "250", "on"}}, // a band has eight
         {"40M/enabled", "maybe"},
         {"40M/enabled", QStringList{"on", "on"}},
     };
