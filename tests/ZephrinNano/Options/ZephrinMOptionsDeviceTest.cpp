@@ -3,14 +3,18 @@
 #include "Options/DeviceMenuZephrinNano.h"
 #include "Options/ZephrinMOptions.h"
 #include "OptionsTest.h"
+#include "ZephrinNano/BrokenLibrary.h"
 #include "virtual_receiver.h"
 
+#include <QAbstractItemView>
 #include <QLabel>
 #include <QMenu>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace
 {
@@ -72,6 +76,23 @@ TEST_F(OptionsDeviceTest, PageMadeAfterAScanHasItsDevices)
     EXPECT_EQ(ZephrinMOptions().getCurrentDeviceID(), 0);
 }
 
+TEST_F(OptionsDeviceTest, PageDoesNotWaitForAScan)
+{
+    constexpr int kPatienceMs = 2000; // then the bus answers, and the page has waited for it
+    test::BrokenLibrary library;
+    library.holdList(true);
+    auto *const finder = DiscoverZephrinNANO::instance();
+    finder->scan();
+    std::thread bus([&] { finder->wait(kPatienceMs), library.holdList(false); });
+    ZephrinMOptions early;
+    EXPECT_TRUE(finder->isScanning());
+    EXPECT_EQ(early.getCurrentDeviceID(), -1);
+    library.holdList(false);
+    bus.join();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(early.getCurrentDeviceID(), 0);
+}
+
 TEST_F(OptionsDeviceTest, SerialIsStoredAndKeptWhileTheDeviceIsAway)
 {
     QTemporaryDir folder;
@@ -87,6 +108,13 @@ TEST_F(OptionsDeviceTest, SerialIsStoredAndKeptWhileTheDeviceIsAway)
     EXPECT_EQ(page.getCurrentDeviceID(), 0);
     page.writeSettings(&settings);
     EXPECT_EQ(settings.value(key).toByteArray(), kSerial);
+
+    settings.setValue(key, QByteArray("ZN000009")); // away, while another receiver is there
+    page.readSettings(&settings);
+    scan();
+    EXPECT_EQ(chosen(), kSerial);
+    page.writeSettings(&settings);
+    EXPECT_EQ(settings.value(key).toByteArray(), "ZN000009");
 }
 
 // Two receivers, of which one scan brings only the other.
@@ -162,6 +190,47 @@ TEST_F(OptionsDeviceTest, PageAndMenuFollowEachOtherAndTellOnce)
             "1.9 MHz  ", "2.5 MHz  ", "3.0 MHz  "}));
     EXPECT_EQ(texts(menuRate), texts(pageRate));
     EXPECT_EQ(rate.size(), 2);
+}
+
+TEST_F(OptionsDeviceTest, MenuIsWorkedByKeyboard)
+{
+    scan();
+    QMenu *const menu = page.deviceMenu();
+    menu->popup({});
+    QStringList way;
+    const auto press = [&](Qt::Key key) {
+        QWidget *const focus = menu->focusWidget();
+        QTest::keyClick(focus ? focus : menu, key);
+        way << (menu->focusWidget() ? menu->focusWidget()->objectName() : "");
+    };
+    const int rate = page.sampleRateIndex();
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Up,
+             Qt::Key_Up, Qt::Key_Backtab})
+        press(key);
+    EXPECT_EQ(way,
+        (QStringList{"cbCurrentDevice", "cbSampleRate", "chbPreamp", "cbCurrentDevice", "chbPreamp",
+            "cbSampleRate", "cbCurrentDevice"}));
+    EXPECT_EQ(page.sampleRateIndex(), rate);
+
+    page.setLock(true); // the focus goes on from the box that cannot be changed
+    way.clear();
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab})
+        press(key);
+    EXPECT_FALSE(way.contains("cbCurrentDevice"));
+    EXPECT_TRUE(way.contains("cbSampleRate") && way.contains("chbPreamp"));
+
+    auto *const preamp = panel->findChild<QCheckBox *>("chbPreamp");
+    preamp->setFocus();
+    const bool before = page.preampAuto();
+    QTest::keyClick(preamp, Qt::Key_Space);
+    EXPECT_NE(page.preampAuto(), before);
+    auto *const rates = panel->findChild<QComboBox *>("cbSampleRate");
+    rates->setFocus();
+    QTest::keyClick(rates, Qt::Key_Space);
+    ASSERT_NE(QApplication::activePopupWidget(), menu);
+    QTest::keyClick(rates->view(), Qt::Key_Down);
+    QTest::keyClick(rates->view(), Qt::Key_Return);
+    EXPECT_EQ(page.sampleRateIndex(), rate + 1);
 }
 
 TEST_F(OptionsDeviceTest, LockHoldsBothDeviceBoxes)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ZephrinNano/BrokenLibrary.h"
 #include "ZephrinNano/Control/driver/DriverTest.h"
 
 #include <cstring>
@@ -177,30 +178,39 @@ TEST_F(HardwareZephrinNANOTest, CloseForgetsTheHandleEvenIfItFails)
     EXPECT_EQ(calls(), QStringList{"FT_Close()"});
 }
 
-// The page is 36 bytes; the area may be smaller, as large, or larger.
-TEST_F(HardwareZephrinNANOTest, CalibrationPageFitsAnyUserArea)
+// The page is 36 bytes; the area may be larger, and is no longer than an EEPROM.
+TEST_F(HardwareZephrinNANOTest, CalibrationPageNeedsAUserAreaThatMakesSense)
 {
+    constexpr std::size_t kPage = sizeof(HardwareZephrinNANO::Calibrations);
+    test::BrokenLibrary library;
     open();
-    for (const std::size_t size : {1u, 20u, 36u, 64u, 1024u}) {
-        const std::size_t shared = std::min<std::size_t>(size, 36);
-        std::vector<std::uint8_t> area(size), bytes(36, 0xaa);
+    const struct
+    {
+        std::size_t size; // of the area
+        unsigned told;    // by a broken library
+        bool fits;
+    } rows[] = {{1, 0, false}, {35, 0, false}, {36, 0, true}, {37, 0, true}, {1024, 0, true},
+        {1024, 65537, false}, {1024, 0xffffffff, false}};
+    for (const auto &[size, told, fits] : rows) {
+        log.clear();
+        library.sizeUserArea(told);
+        std::vector<std::uint8_t> area(size), after(size);
         std::iota(area.begin(), area.end(), 1);
         ASSERT_EQ(vr_put_eeprom(area.data(), size), 0);
+        HardwareZephrinNANO::Calibrations page, before;
+        EXPECT_EQ(driver.read(page), fits) << size;
+        EXPECT_EQ(std::memcmp(&page, fits ? (void *)area.data() : &before, kPage), 0) << size;
 
-        HardwareZephrinNANO::Calibrations page;
-        std::memcpy(&page, bytes.data(), sizeof page);
-        EXPECT_TRUE(driver.read(page)) << size;
-        std::copy_n(area.begin(), shared, bytes.begin());
-        EXPECT_EQ(std::memcmp(&page, bytes.data(), sizeof page), 0) << size;
-
-        page.userPreampCoeff = 3.5;
         page.checksum = 0x01020304;
-        EXPECT_TRUE(driver.write(page)) << size;
-        std::vector<std::uint8_t> after(size);
+        EXPECT_EQ(driver.write(page), fits) << size;
         ASSERT_EQ(vr_get_eeprom(after.data(), size), size);
-        EXPECT_EQ(std::memcmp(after.data(), &page, shared), 0) << size;
+        if (fits)
+            EXPECT_EQ(std::memcmp(after.data(), &page, kPage), 0) << size;
+        else
+            EXPECT_EQ(after, area) << size;
+        EXPECT_EQ(warnings().size(), fits ? 0 : 2) << size;
+        EXPECT_NE(fits, log.warned("Incorrect page size"));
     }
-    EXPECT_TRUE(warnings().isEmpty()) << warnings().join("\n").toStdString();
 }
 
 TEST_F(HardwareZephrinNANOTest, CalibrationFailuresAreNamed)

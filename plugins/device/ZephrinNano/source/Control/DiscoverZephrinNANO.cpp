@@ -2,12 +2,17 @@
 #include "Control/DiscoverZephrinNANO.h"
 
 #include "d2xx/ftd2xx.h"
+#include "vm_library/source/log/Log.h"
 
 #include <cstdint>
 
 namespace
 {
 constexpr char kProduct[] = "zephrinnano"; // part of the product string, in lower case
+
+// Addresses of one USB: a library that counts more of them is broken, and asking for each would
+// keep the scan busy for ever.
+constexpr DWORD kMostDevices = 127;
 
 QString listString(int index, DWORD which)
 {
@@ -32,8 +37,10 @@ DiscoverZephrinNANO::~DiscoverZephrinNANO()
 
 void DiscoverZephrinNANO::scan()
 {
-    if (!isRunning())
-        QThread::start(QThread::InheritPriority);
+    if (isRunning())
+        return;
+    m_scanning = true;
+    QThread::start(QThread::InheritPriority);
 }
 
 std::list<DiscoverZephrinNANO::DevId> DiscoverZephrinNANO::devices()
@@ -57,6 +64,7 @@ void DiscoverZephrinNANO::run()
 {
     m_devices.clear();
     discover();
+    m_scanning = false;
     emit discovered();
 }
 
@@ -65,6 +73,10 @@ int DiscoverZephrinNANO::discover()
     DWORD count = 0;
     if (FT_ListDevices(&count, nullptr, FT_LIST_NUMBER_ONLY) != FT_OK)
         return 0;
+    if (count > kMostDevices) {
+        vm::log::warning("int DiscoverZephrinNANO::discover()", " too many devices: ", count);
+        return 0;
+    }
     for (int index = 0; index < int(count); ++index) {
         const QString serial = readSerial(index);
         if (readProduct(index).toLower().contains(kProduct))

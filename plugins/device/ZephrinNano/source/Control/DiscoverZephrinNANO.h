@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QThread>
+#include <atomic>
 #include <list>
 
 /// Finds the receivers on the USB bus, on a short-lived thread of its own: asking every chip on the
@@ -34,6 +35,9 @@ public:
     /// Starts a scan, unless one is running; discovered() follows.
     void scan();
 
+    /// True until discovered() is about to be raised. While it is not, devices() answers at once.
+    bool isScanning() const { return m_scanning; }
+
     /// The receivers of the last scan. Waits for a running one.
     std::list<DevId> devices();
 
@@ -45,7 +49,8 @@ public:
     void run() override;
 
     /// Appends the receivers, known by their product string, to the list. Returns the number of
-    /// chips of any product, 0 also if the library fails.
+    /// chips of any product, 0 also if the library fails or counts more than one bus can hold,
+    /// which is logged as a warning.
     int discover();
 
 signals:
@@ -56,4 +61,5 @@ private:
     DiscoverZephrinNANO() = default;
 
     std::list<DevId> m_devices;
+    std::atomic<bool> m_scanning = false; // set by 1, cleared by 2
 };

@@ -4,13 +4,16 @@
 #include "Options/combo_boxes.h"
 #include "ui_DeviceMenuZephrinNano.h"
 
-#include <QEvent>
+#include <QKeyEvent>
+#include <array>
 #include <iterator>
 
 DeviceMenuZephrinNano::DeviceMenuZephrinNano(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::DeviceMenuZephrinNano>())
 {
     m_ui->setupUi(this);
+    setFocusPolicy(Qt::TabFocus); // else the menu skips the panel
+    m_ui->chbPreamp->installEventFilter(this);
     for (QComboBox *box : {m_ui->cbCurrentDevice, m_ui->cbSampleRate}) {
         box->installEventFilter(this);
         box->setFocusPolicy(Qt::StrongFocus); // no focus by the wheel either
@@ -89,8 +92,39 @@ void DeviceMenuZephrinNano::switchDpi()
 
 bool DeviceMenuZephrinNano::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::Wheel)
-        return QWidget::eventFilter(watched, event);
-    event->ignore();
+    if (event->type() == QEvent::Wheel) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        const auto &press = static_cast<const QKeyEvent &>(*event);
+        const bool down = press.key() == Qt::Key_Down;
+        if (press.modifiers() == Qt::NoModifier && (down || press.key() == Qt::Key_Up))
+            return focusNextPrevChild(down);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool DeviceMenuZephrinNano::focusNextPrevChild(bool next)
+{
+    const std::array<QWidget *, 3> controls{
+        m_ui->cbCurrentDevice, m_ui->cbSampleRate, m_ui->chbPreamp};
+    const int count = int(controls.size());
+    int at = next ? -1 : count; // before the first or after the last, if none has the focus
+    for (int i = 0; i < count; ++i)
+        if (controls[std::size_t(i)]->hasFocus())
+            at = i;
+    for (int step = 0; step < count; ++step) {
+        at = (at + (next ? 1 : count - 1)) % count;
+        if (controls[std::size_t(at)]->isEnabled()) {
+            controls[std::size_t(at)]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            break;
+        }
+    }
     return true;
+}
+
+void DeviceMenuZephrinNano::focusInEvent(QFocusEvent *event)
+{
+    focusNextPrevChild(event->reason() != Qt::BacktabFocusReason);
 }

@@ -17,6 +17,9 @@ class DeviceMenuZephrinNano;
 /// The panel of the tool bar's device menu: which receiver, its sample rate, the automatic preamp,
 /// and whether a receiver is there.
 ///
+/// By keyboard: Tab, Backtab and the arrows up and down go round its controls, space opens a box or
+/// turns the switch. A box that is closed does not change by arrows.
+///
 /// The setters of rate, preamp and serial do nothing for the value held already, so that two
 /// widgets may be kept in step by connecting each to the other. GUI thread.
 class DeviceMenuZephrinNano : public QWidget
@@ -56,7 +59,7 @@ public:
     void switchDpi();
 
     /// Keeps the wheel from turning a box that the pointer happens to pass; whatever lies below
-    /// gets it.
+    /// gets it. Takes the arrows up and down from a control.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
@@ -66,6 +69,12 @@ signals:
 
     /// Place in the box.
     void deviceChanged(int index);
+
+protected:
+    /// To the next control, and to the first after the last: the menu around would take the focus
+    /// away with the second Tab.
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     std::unique_ptr<Ui::DeviceMenuZephrinNano> m_ui;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Options/ZephrinMOptions.h"
 
+#include "Control/DiscoverZephrinNANO.h"
 #include "ui_ZephrinMOptions.h"
 
 #include <QEvent>
@@ -35,7 +36,9 @@ ZephrinMOptions::ZephrinMOptions(QWidget *parent)
     connectAgc();
     connectTools();
     connectDefaultButtons();
-    onDiscovered(); // a scan may have ended before there was a page
+    // A scan may have ended before there was a page. One that goes on is not waited for: it tells.
+    if (!DiscoverZephrinNANO::instance()->isScanning())
+        onDiscovered();
 }
 
 ZephrinMOptions::~ZephrinMOptions() = default;
@@ -93,8 +96,9 @@ void ZephrinMOptions::showPreamp()
 
 void ZephrinMOptions::onUpdate()
 {
-    emit filterTapsSsbChanged(m_ui->sbFilterTapsSsb->value());
+    // AM first: its length acts in any mode, and the mode's own takes its place.
     emit filterTapsAmChanged(m_ui->sbFilterTapsAm->value());
+    emit filterTapsSsbChanged(m_ui->sbFilterTapsSsb->value());
     emit filterTapsDigChanged(m_ui->sbFilterTapsDig->value());
     emit filterTapsCwChanged(m_ui->sbFilterTapsCw->value());
     showPreamp();

@@ -38,9 +38,8 @@ void ZephrinMOptions::bindSettings()
                 setSerial(QString::fromUtf8(stored.toByteArray()));
         },
         [this] {
-            // While no device is there, the one asked for stays so.
-            const QComboBox &box = *m_ui->cbCurrentDevice;
-            return (box.count() > 0 ? box.currentText() : m_serial).toUtf8();
+            // The one asked for stays so, whatever else is there while it is away.
+            return (m_serial.isEmpty() ? m_ui->cbCurrentDevice->currentText() : m_serial).toUtf8();
         });
     bindAgc();
     bindTools();

@@ -34,6 +34,9 @@ constexpr ULONG kTimeoutMs =
 constexpr int kWatchdogMs = 1000;
 constexpr long kAdcPauseNs = 5000000; // 5 ms for the ADC to take a reset edge
 
+// No chip has an EEPROM with a user area above this; a library that tells of one is broken.
+constexpr DWORD kLargestUserArea = 65536; // bytes
+
 constexpr std::size_t kReservedSamples = 4096;
 constexpr int kHighestRateCode = int(EngineLimits::kRatesHz.size()) - 1;
 
@@ -307,6 +310,10 @@ std::optional<std::vector<UCHAR>> HardwareZephrinNANO::userArea(const char *sign
         warning(signature, " Failed read page size!");
         return std::nullopt;
     }
+    if (size < sizeof(Calibrations) || size > kLargestUserArea) {
+        warning(signature, " Incorrect page size: ", size);
+        return std::nullopt;
+    }
     return std::vector<UCHAR>(size);
 }
 
@@ -324,8 +331,7 @@ bool HardwareZephrinNANO::read(Calibrations &page)
         warning(kSignature, " Failed read calibrations!");
         return false;
     }
-    std::copy_n(
-        area->data(), std::min(sizeof(page), area->size()), reinterpret_cast<UCHAR *>(&page));
+    std::copy_n(area->data(), sizeof(page), reinterpret_cast<UCHAR *>(&page));
     return true;
 }
 
@@ -338,8 +344,7 @@ bool HardwareZephrinNANO::write(Calibrations &page)
     auto area = userArea(kSignature);
     if (!area)
         return false;
-    std::copy_n(
-        reinterpret_cast<const UCHAR *>(&page), std::min(sizeof(page), area->size()), area->data());
+    std::copy_n(reinterpret_cast<const UCHAR *>(&page), sizeof(page), area->data());
     if (succeeded(FT_EE_UAWrite(m_handle, area->data(), DWORD(area->size()))))
         return true;
     warning(kSignature, " Failed read calibrations!");

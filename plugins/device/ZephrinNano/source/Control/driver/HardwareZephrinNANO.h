@@ -123,8 +123,8 @@ public:
     /// Sends bytes as they are.
     bool write(const std::vector<uint8_t> &bytes);
 
-    /// The calibration page. A user area smaller than the page fills, or takes, only as much as it
-    /// holds. The checksum is the caller's.
+    /// The calibration page. False, with a warning, if the user area is too short for it or larger
+    /// than any EEPROM; nothing is read or written then. The checksum is the caller's.
     bool read(Calibrations &page);
     bool write(Calibrations &page);
 
@@ -159,7 +159,7 @@ private:
     bool succeeded(FT_STATUS status);
 
     /// A buffer as large as the EEPROM user area, zeroed; nothing, with a warning, if the device
-    /// does not tell its size.
+    /// does not tell its size or one that makes no sense.
     std::optional<std::vector<UCHAR>> userArea(const char *signature);
 
     FT_HANDLE m_handle = nullptr;
