@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
 #include "program/DialogGuard.h"
+#include "support/LogCapture.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 
 namespace
@@ -90,6 +94,32 @@ TEST(PluginInterfaceTest, GivesTheHostItsMenuAMomentLater)
     EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
 }
 
+TEST(PluginInterfaceTest, TakesAManagerThatComesBeforeInit)
+{
+    PluginRig rig;
+    rig.device().setManager(&rig.manager());
+    ASSERT_TRUE(rig.device().init(rig.bridge(), nullptr, false, true));
+    ASSERT_TRUE(rig.waitForReceiver());
+    ASSERT_TRUE(rig.device().open());
+    rig.manager().preamp().setDb(-3.0f);
+    EXPECT_EQ(rig.receiver().attenuator, 6u); // in half decibels
+}
+
+TEST(PluginInterfaceTest, WarnsOfANotchThatItDoesNotHave)
+{
+    PluginRig rig;
+    rig.prepare();
+    rig.device().setRxFreq(0, 7.05e6);
+    const auto band = std::size_t(rig.device().getAvalibleFunctions()->getBandFromFreq(7.05e6));
+    QLoggingCategory::setFilterRules("default.debug=false");
+    test::LogCapture log;
+    auto *const notches = rig.bridge().radioNotchControl();
+    emit notches->paramChanged(band, 7, true, 7.05e6, 100.0);
+    EXPECT_FALSE(log.warned("radio notch filter"));
+    emit notches->paramChanged(band, 8, true, 7.05e6, 100.0);
+    EXPECT_TRUE(log.warned("radio notch filter  8"));
+}
+
 class RecordingTest : public testing::Test
 {
 protected:
@@ -146,6 +176,55 @@ TEST_F(RecordingTest, IsStartedOnceAndStopped)
     EXPECT_EQ(head.mid(36, 4), "auxi"); // the layout that a fresh host is set to
     EXPECT_EQ(frequency, 7050000);
     EXPECT_GT(file.size(), 10000);
+}
+
+/// Walks the chunks of a file to its samples: true if the length told there is what follows.
+bool hasTrueHeader(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = file.readAll();
+    const auto number = [&](int at) { return qFromLittleEndian<quint32>(bytes.constData() + at); };
+    for (int at = 12; at + 8 <= bytes.size(); at += 8 + int(number(at + 4)))
+        if (bytes.mid(at, 4) == "data")
+            return number(at + 4) > 0 && at + 8 + int(number(at + 4)) == bytes.size();
+    return false;
+}
+
+TEST_F(RecordingTest, EndsWithItsStream)
+{
+    const struct
+    {
+        const char *name;
+        std::function<void()> end;
+    } rows[] = {
+        {"stop", [this] { m_rig.device().stop(); }},
+        {"close", [this] { m_rig.device().close(); }},
+        {"rate",
+            [this] {
+                m_rig.readSettings({{"SampleRate", 3}});
+            }},
+        {"loss", [this] { vr_set_plugged(0); }},
+        {"deinit", [this] { m_rig.device().deinit(); }},
+    };
+    constexpr int kWatchdogMs = 2500;
+    for (const auto &row : rows) {
+        ASSERT_TRUE(m_rig.device().start()) << row.name;
+        ASSERT_EQ(told(true), m_yes) << row.name;
+        PluginRig::wait(100);
+        m_spy->clear();
+        row.end();
+        EXPECT_TRUE(PluginRig::waitFor([&] { return !m_spy->empty(); }, kWatchdogMs)) << row.name;
+        EXPECT_EQ(*m_spy, m_no) << row.name;
+        const QStringList names = QDir(m_folder.path()).entryList(QDir::Files, QDir::Time);
+        ASSERT_FALSE(names.empty());
+        EXPECT_TRUE(hasTrueHeader(m_folder.filePath(names.first()))) << row.name;
+        QFile::remove(m_folder.filePath(names.first())); // its name counts seconds only
+        m_rig.device().close();
+        vr_set_plugged(1);
+        EXPECT_TRUE(m_rig.waitForReceiver() || row.name == std::string("deinit"));
+    }
 }
 
 TEST_F(RecordingTest, AFolderThatIsNotThereIsToldInABox)

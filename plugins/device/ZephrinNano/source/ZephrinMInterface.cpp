@@ -5,6 +5,7 @@
 #include "host_interfaces/IQRecorderConfigure.h"
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
 #include "signal_primitives/ipps.h"
+#include "vm_library/source/log/Log.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -12,6 +13,7 @@
 #include <spdlog/spdlog.h>
 
 #include <array>
+#include <stdexcept>
 
 namespace
 {
@@ -103,11 +105,22 @@ void ZephrinMInterface::sendNotchFilters()
         const std::size_t filters = control.filterCount();
         for (std::size_t id = 0; id < filters; ++id) {
             const auto filter = control.filter(band, id);
-            m_dsp->onRnfParam(band, id, filter.enable, filter.freq, filter.width);
+            setNotch(band, id, filter.enable, filter.freq, filter.width);
         }
     }
     for (std::size_t band = 0; band < bands; ++band)
         m_dsp->onRnfEnabled(band, control.bandEnabled(band));
+}
+
+void ZephrinMInterface::setNotch(
+    std::size_t band, std::size_t id, bool enable, double hz, double width)
+{
+    try {
+        m_dsp->onRnfParam(band, id, enable, hz, width);
+    } catch (const std::out_of_range &) {
+        vm::log::warning("radio notch filter ", id, " of band ", band,
+            ": the receiver has no such filter, left out");
+    }
 }
 
 void ZephrinMInterface::stop()
@@ -165,12 +178,8 @@ void ZephrinMInterface::writeIQ(bool state, int channel)
 {
     if (channel != kReceiver)
         return;
-    if (!isOpen() || !m_dsp->hasThread()) {
-        emit sWriteIQ(false, kReceiver);
-        return;
-    }
-    if (!state) {
-        m_dsp->iqRecorderStop();
+    if (!state || !isOpen() || !m_dsp->hasThread()) {
+        engine(&ZephrinMDSP::iqRecorderStop);
         emit sWriteIQ(false, kReceiver);
         return;
     }
@@ -182,6 +191,15 @@ void ZephrinMInterface::writeIQ(bool state, int channel)
     emit sWriteIQ(started, kReceiver);
     if (!started)
         warnOfRecording();
+}
+
+/// The engine would go on with the file at the next start, at another rate under the old header.
+void ZephrinMInterface::endRecording()
+{
+    if (!m_dsp || !m_dsp->isIqRecording())
+        return;
+    m_dsp->iqRecorderStop();
+    emit sWriteIQ(false, kReceiver);
 }
 
 void ZephrinMInterface::warnOfRecording()

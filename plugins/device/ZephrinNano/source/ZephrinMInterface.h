@@ -55,7 +55,8 @@ public:
     QString name() override { return QStringLiteral("ZephrinNANO"); }
     DeviceFunctionsAbstract *getAvalibleFunctions() override { return m_functions.get(); }
 
-    /// `manager` must not be null; the one that is set already is not joined again.
+    /// `manager` must not be null; the one that is set already is not joined again. One that comes
+    /// before init() is joined by it.
     void setManager(DeviceManagerAbstract *manager) override;
     void setIqServer(IqServerAbstract *server) override;
     void setAudioServer(AudioServerAbstract *server) override;
@@ -88,7 +89,8 @@ public:
     /// True and nothing else: the gain comes with DeviceManagerAbstract::preampValueChanged().
     bool setPreamp(unsigned int) override { return true; }
 
-    /// Raises sWriteIQ() with what became of it; a file that cannot be opened is told in a box.
+    /// Raises sWriteIQ() with what became of it; a file that cannot be opened is told in a box. A
+    /// recording ends with its stream, whatever ends that, and tells so.
     void writeIQ(bool state, int channel) override;
 
     void receiverChannelEnable(unsigned int receiver, unsigned int channel, bool state) override;
@@ -155,7 +157,10 @@ private:
     void joinVirtualCable();
     void joinParts();
     void joinEngineToOptions();
+    void joinManager();
     void sendNotchFilters();
+    void setNotch(std::size_t band, std::size_t id, bool enable, double hz, double width);
+    void endRecording();
     void warnOfRecording();
 
     std::shared_ptr<ZephrinMFunctions> m_functions;

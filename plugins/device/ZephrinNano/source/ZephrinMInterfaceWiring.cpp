@@ -46,6 +46,7 @@ AudioCallback audioSource(std::shared_ptr<ZephrinMDSP> engine,
 
 bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced)
 {
+    const QPointer<DeviceManagerAbstract> early = m_options ? nullptr : m_manager.data();
     deinit();
     m_bridge = &bridge;
     m_dsp = std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, m_functions, nullptr);
@@ -65,6 +66,8 @@ bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool
     joinParts();
     emitAllSignals();
     m_dsp->setCwTone(m_options->cwPitch());
+    if (early)
+        setManager(early);
     return true;
 }
 
@@ -162,13 +165,16 @@ void ZephrinMInterface::joinParts()
         })
         CHECKED_CONNECT(source, signal, target, method);
 
+    connect(control, &ControlM::streamStopped, this, &ZephrinMInterface::endRecording);
     connect(control, &ControlM::openSerial, options, &ZephrinMOptions::setSerial);
     auto *const engine = m_dsp.get();
     connect(options, &ZephrinMOptions::cwPitchChanged, engine,
         [engine](int hz) { engine->setCwTone(hz); });
     auto *const notches = m_bridge->radioNotchControl();
-    connect(
-        notches, &RadioNotchFilterControlAbstract::paramChanged, engine, &ZephrinMDSP::onRnfParam);
+    connect(notches, &RadioNotchFilterControlAbstract::paramChanged, engine,
+        [this](std::size_t band, std::size_t id, bool enable, double hz, double width) {
+            setNotch(band, id, enable, hz, width);
+        });
     connect(notches, &RadioNotchFilterControlAbstract::enableFiltersChanged, engine,
         &ZephrinMDSP::onRnfEnabled);
 }
@@ -215,9 +221,16 @@ void ZephrinMInterface::joinEngineToOptions()
 void ZephrinMInterface::setManager(DeviceManagerAbstract *manager)
 {
     assert(manager != nullptr);
-    if (m_manager == manager || !m_dsp || !m_options)
+    if (m_manager == manager)
         return;
     m_manager = manager;
+    if (m_dsp && m_options)
+        joinManager();
+}
+
+void ZephrinMInterface::joinManager()
+{
+    DeviceManagerAbstract *const manager = m_manager;
     // A timer of the page's own: QTimer::singleShot() would keep code of the plugin until it is
     // due, which may be after the plugin has been unloaded.
     auto *timer = new QTimer(m_options.data());

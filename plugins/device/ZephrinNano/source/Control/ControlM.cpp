@@ -78,7 +78,7 @@ void ControlM::close()
     m_restart = false;
     if (!m_driver->isOpen())
         return;
-    m_driver->stopStream();
+    stopStream();
     m_driver->close();
     emit openChanged(false);
 }
@@ -106,7 +106,15 @@ void ControlM::postInit()
 void ControlM::stop()
 {
     m_restart = false;
+    stopStream();
+}
+
+void ControlM::stopStream()
+{
+    if (!m_driver->isStartStream())
+        return;
     m_driver->stopStream();
+    emit streamStopped();
 }
 
 void ControlM::setFreq(double f)
@@ -135,7 +143,7 @@ void ControlM::setSampleRate(int rate)
     m_sampleRate = rate;
     if (!m_driver->isStartStream())
         return;
-    m_driver->stopStream();
+    stopStream();
     m_restart = true;
     const QPointer<ControlM> self(this);
     Qt::qWait(kRestartPause);

@@ -94,6 +94,9 @@ signals:
     /// The stream ended by itself and waits to be stopped.
     void stoped();
 
+    /// A stream has been stopped, for whatever reason; a change of rate starts the next one later.
+    void streamStopped();
+
     /// Never raised: this device is known by its place in the list.
     void openSerial(QString serial);
 
@@ -106,6 +109,7 @@ private slots:
     void onDoscovered();
 
 private:
+    void stopStream();
     void tune();
     void report(bool connected);
 
