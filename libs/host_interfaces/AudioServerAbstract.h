@@ -6,7 +6,7 @@
 #include <QThread>
 
 /// The host's network sender for demodulated audio. The device writes to it on its engine thread;
-/// the host owns the thread behind it.
+/// the host owns its thread.
 ///
 /// The reserved operations are the host's own and hold their places in its table of virtual
 /// operations.

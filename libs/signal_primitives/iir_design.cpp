@@ -10,8 +10,7 @@
 //
 // 1. Poles of the analogue low-pass of cut-off 1.
 // 2. The cut-off moves to tan(pi f), which the bilinear transform puts at f; the high-pass takes
-// the
-//    reciprocal poles and its zeros at s = 0.
+//    the reciprocal poles and its zeros at s = 0.
 // 3. s = (1 - 1/z) / (1 + 1/z): a pole p gives the factor (1 -+ 1/z) / ((1 - p) - (1 + p) / z).
 // 4. The factors are multiplied out. In extended precision, as the roots of the result crowd around
 //    z = 1 for a low cut-off and every lost bit moves them.

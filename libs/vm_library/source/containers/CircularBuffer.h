@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <vector>
 
-/// The ring behind every audio outlet and the IQ tap: one writer, one reader, blocks whole or not
+/// The ring of every audio outlet and of the IQ tap: one writer, one reader, blocks whole or not
 /// at all, old data never overwritten.
 ///
 /// The counts are atomic so that either side can look before it calls: the writer at freeCount(),

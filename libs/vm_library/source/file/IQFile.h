@@ -117,7 +117,7 @@ protected:
     void fillWinrHeader(WinradHeader &header);
 
 private:
-    /// Head of the chunk "data" behind a metadata chunk.
+    /// Head of the chunk "data" after a metadata chunk.
     struct DataHead
     {
         char id[4] = {};
