@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <initializer_list>
 #include <string>
-#include <type_traits>
 
 namespace vr
 {
@@ -11,15 +11,17 @@ namespace vr
 class CallLog
 {
 public:
-    template <typename... Numbers>
-    void add(const char *name, Numbers... numbers)
+    using Numbers = std::initializer_list<long long>;
+
+    void add(const char *name, Numbers numbers)
     {
-        static_assert((std::is_integral_v<Numbers> && ...));
         m_text += name;
-        m_text += '(';
-        [[maybe_unused]] const char *separator = "";
-        ((m_text += separator, m_text += std::to_string(numbers), separator = ", "), ...);
-        m_text += ")\n";
+        const char *separator = "(";
+        for (const long long number : numbers) {
+            m_text += separator + std::to_string(number);
+            separator = ", ";
+        }
+        m_text += numbers.size() ? ")\n" : "()\n";
     }
 
     const std::string &text() const { return m_text; }

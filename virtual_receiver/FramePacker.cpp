@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FramePacker.h"
 
-#include "TargetClones.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 #include <bit>
@@ -27,7 +27,7 @@ struct Codes
     double peak; // largest magnitude before limiting, in codes
 };
 
-VR_TARGET_CLONES void toCodes(
+PROCESSOR_CLONES void toCodes(
     const double *components, std::size_t count, double scale, double largest, Codes &out)
 {
     double peaks[4] = {};

@@ -12,6 +12,7 @@ void StreamClock::start(double sampleRateHz, std::size_t samplesPerFrame, Time n
     m_samplesPerFrame = samplesPerFrame;
     m_frameSeconds = double(samplesPerFrame) / sampleRateHz;
     m_frame = 0;
+    m_passed = 0;
     m_startFrame = 0;
     m_started = now;
     m_heldUntil = {};
@@ -71,5 +72,14 @@ void StreamClock::take(std::uint64_t frames)
 void StreamClock::pass(std::uint64_t frames)
 {
     m_frame += frames;
+    m_passed += frames;
+}
+
+std::uint64_t StreamClock::dropBeyond(std::uint64_t frames, Time now)
+{
+    const std::uint64_t waiting = m_pace == Pace::RealTime ? due(now) : 0;
+    const std::uint64_t lost = waiting - std::min(waiting, frames);
+    pass(lost);
+    return lost;
 }
 } // namespace vr

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace vr
 {
@@ -42,6 +43,12 @@ public:
     /// Counts frames as passed unsent; they cost no credit. In real time they wait for their time.
     void pass(std::uint64_t frames);
 
+    /// In real time: passes what is due beyond so many frames, which is lost; tells how many.
+    std::uint64_t dropBeyond(std::uint64_t frames, Time now);
+
+    /// Frames passed since the last call or the start.
+    std::uint64_t takePassed() { return std::exchange(m_passed, 0); }
+
     /// Outside real time: nothing is due before a time.
     void hold(Time until) { m_heldUntil = until; }
 
@@ -55,6 +62,7 @@ private:
     double m_frameSeconds = 1.0;
     std::size_t m_samplesPerFrame = 1;
     std::uint64_t m_frame = 0;
+    std::uint64_t m_passed = 0;
     std::uint64_t m_credit = 0; // complex samples
     Time m_started = {};        // real time: when m_startFrame began
     Time m_stopped = {};

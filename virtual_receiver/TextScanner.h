@@ -35,7 +35,7 @@ public:
         return true;
     }
 
-    /// A separator and the number behind it; true as well, and nothing taken, if neither is there.
+    /// A separator and the number after it; true as well, and nothing taken, if neither is there.
     template <typename Number>
     bool takeOptional(std::string_view separator, Number &number)
     {

@@ -6,7 +6,7 @@
 #include "DeviceState.h"
 #include "Eeprom.h"
 #include "Faults.h"
-#include "FramePacker.h"
+#include "FrameQueue.h"
 #include "StreamClock.h"
 #include "scenes/Scene.h"
 #include "virtual_receiver.h"
@@ -14,21 +14,25 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace vr
 {
-/// The receiver behind its USB chip: what the FT_ functions talk to and what the vr_ functions set
-/// up. One per process.
+/// The receiver and its USB chip: what the FT_ functions talk to and what the vr_ functions set up.
+/// One per process.
+///
+/// It is an independent witness of what the plugin sends and expects: the tuning word, the state
+/// word's bits, the nine rates, the frame's layout, the EEPROM page and its checksum are written
+/// down here once more (CommandPacket, DeviceState, FramePacker, Eeprom) and never taken from the
+/// plugin's headers, so that a number that is wrong on one side shows in the tests.
 ///
 /// Threads: any thread may call anything.
 /// 1. The reading thread, in read(), makes the stream: it waits until the clock has frames due,
-/// then
-///    renders the scene, packs and delivers. It holds m_streamMutex for the whole call, so readers
-///    follow each other, and m_mutex only for moments between waits and renderings.
+///    then renders the scene, packs and delivers. It holds m_streamMutex for the whole call, so
+///    readers follow each other, and m_mutex only for moments between waits and renderings.
 /// 2. All others take m_mutex only, so none of them ever waits for a read or for a scene.
+///
 /// Lock order: m_streamMutex before m_mutex.
 class VirtualDevice
 {
@@ -72,41 +76,25 @@ private:
     using Lock = std::unique_lock<std::mutex>;
     using Time = StreamClock::Time;
 
-    /// What one batch of frames is made from.
-    struct Batch
-    {
-        std::uint64_t frames = 0;
-        std::uint64_t firstFrame = 0;
-        std::uint64_t skip = 0; // frames of the scene that pass unsent before the first
-        DeviceState state;
-        std::shared_ptr<Scene> scene;
-        std::uint64_t run = 0;
-        std::vector<std::optional<Faults::ByteFault>> byteFaults; // of each frame
-    };
-
     VirtualDevice();
 
-    template <typename... Numbers>
-    FT_STATUS enter(const char *function, Numbers... numbers);
+    template <typename Body>
+    FT_STATUS call(const char *function, CallLog::Numbers numbers, Body body);
+    template <typename Body>
+    FT_STATUS call(const char *function, CallLog::Numbers numbers, FT_HANDLE handle, Body body);
+
     FT_STATUS check(FT_HANDLE handle) const;
     FT_STATUS checkFifo(FT_HANDLE handle) const;
     void powerOn();
     void plug(bool plugged);
     void runPlugFaults();
     void obey(const CommandPacket &packet);
-    void restartStream();
     void dropQueue();
-    void passFrames(std::uint64_t frames);
     void countOverruns(Time now);
     void startSilence(Time now);
     std::uint64_t framesToEvent() const;
-
+    FrameQueue::Batch nextBatch(std::uint64_t frames);
     FT_STATUS fill(Lock &lock, FT_HANDLE handle, std::size_t wanted);
-    Batch nextBatch(std::uint64_t frames);
-    void make(const Batch &batch);
-    void follow(const Batch &batch);
-    void forgetDropped();
-    std::size_t deliver(std::uint8_t *buffer, std::size_t size);
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed; // stream, credit, handle or plug; with m_mutex
@@ -133,8 +121,7 @@ private:
     std::shared_ptr<Scene> m_scene;
     StreamClock m_clock;
     std::uint64_t m_run = 1;     // counts stream starts and changes of scene
-    std::uint64_t m_skip = 0;    // frames lost or silent, still to be skipped in the scene
-    bool m_queueDropped = false; // the reading thread is to empty m_queue
+    bool m_queueDropped = false; // the reading thread is to empty m_frames
     std::uint64_t m_framesSent = 0;
     std::uint64_t m_samplesSent = 0;
     std::uint64_t m_shortReads = 0;
@@ -142,23 +129,7 @@ private:
     std::uint64_t m_clipped = 0;
     bool m_sceneEnded = false;
 
-    /// A frame in m_queue: where it ends and what it carries.
-    struct QueuedFrame
-    {
-        std::size_t end = 0;
-        std::size_t samples = 0;
-        bool lastOfScene = false;
-        std::uint64_t run = 0;
-    };
-
-    // Guarded by m_streamMutex.
     std::mutex m_streamMutex;
-    std::vector<std::uint8_t> m_queue; // packed and not yet read
-    std::vector<QueuedFrame> m_queuedFrames;
-    FramePacker m_packer;
-    std::vector<Sample> m_samples;
-    std::shared_ptr<Scene> m_playing;
-    std::uint64_t m_followedRun = 0;
-    std::uint32_t m_followedWord = 0;
+    FrameQueue m_frames; // guarded by m_streamMutex
 };
 } // namespace vr

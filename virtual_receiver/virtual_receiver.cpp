@@ -5,12 +5,12 @@
 #pragma GCC visibility pop
 
 #include "VirtualDevice.h"
-#include "scenes/BandFile.h"
-#include "scenes/BuiltinScene.h"
-#include "scenes/FileSource.h"
-#include "scenes/MemorySource.h"
-#include "scenes/RecordedScene.h"
 #include "scenes/SceneLimits.h"
+#include "scenes/band/BandFile.h"
+#include "scenes/band/BuiltinScene.h"
+#include "scenes/recordings/FileSource.h"
+#include "scenes/recordings/MemorySource.h"
+#include "scenes/recordings/RecordedScene.h"
 
 #include <algorithm>
 #include <new>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FramePacker.h"
-#include "scenes/BuiltinScene.h"
-#include "scenes/MemorySource.h"
-#include "scenes/NoiseGenerator.h"
-#include "scenes/RecordedScene.h"
+#include "scenes/band/BuiltinScene.h"
+#include "scenes/band/NoiseGenerator.h"
+#include "scenes/recordings/MemorySource.h"
+#include "scenes/recordings/RecordedScene.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Mixer.h"
 
-#include "../TargetClones.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,7 +22,7 @@ struct Tone
     double im[kChunk];
 };
 
-VR_TARGET_CLONES void makeTone(double phase, double frequency, std::size_t count, Tone &tone)
+PROCESSOR_CLONES void makeTone(double phase, double frequency, std::size_t count, Tone &tone)
 {
     double re[kLanes];
     double im[kLanes];

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BandLine.h"
 
-#include "../TextScanner.h"
+#include "TextScanner.h"
 
 #include <cmath>
 

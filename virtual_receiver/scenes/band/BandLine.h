@@ -34,7 +34,7 @@ public:
     double number(const std::string &key, double otherwise, double low, double high);
     bool flag(const std::string &key, bool otherwise);
 
-    /// A number with "k" or "M" behind it or not.
+    /// A number with or without "k" or "M" after it.
     static double parseNumber(const std::string &key, std::string_view text);
 
     void finish(const std::string &keyword) const;

@@ -10,15 +10,15 @@
 
 namespace vr
 {
-enum class StationMode { Carrier, Usb, Lsb, Am, Nfm, Cw };
+struct StationKind;
 
 /// One transmission of a band.
 struct StationDescription
 {
     double frequencyHz = 0.0; ///< of the carrier, also the suppressed one
     double levelDb = 0.0;     ///< dBFS: the carrier, or SSB's RMS while speaking
-    StationMode mode = StationMode::Carrier;
-    std::shared_ptr<const AudioClip> clip; ///< null for a carrier; CW: the keying, 0..1
+    const StationKind *kind = nullptr;
+    std::shared_ptr<const AudioClip> clip; ///< null without a programme; CW: the keying, 0..1
     double startSeconds = 0.0;
     double pauseSeconds = 1.0; ///< between repetitions
     bool repeat = true;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Mixer.h"
-#include "Resampler.h"
 #include "SampleSource.h"
+#include "scenes/Mixer.h"
+#include "scenes/RateConverter.h"
 
 #include <memory>
 #include <vector>
@@ -13,7 +13,7 @@ namespace vr
 /// A recording on the air: shifted by the tuning and brought to the stream's sample rate.
 ///
 ///   equal rates:    source -> channel mixer -> out
-///   other rates:    source -> input mixer -> resampler -> channel mixer -> out
+///   other rates:    source -> input mixer -> rateConverter -> channel mixer -> out
 ///
 /// With unequal rates the low-pass covers what the recording and the device's band have in common:
 /// the input mixer moves the middle of it to zero hertz, the channel mixer moves it to where it
@@ -43,7 +43,7 @@ private:
     double m_frequencyHz = 0.0; // of the recording's zero hertz
     bool m_resampling = false;
     bool m_inBand = true; // false: recording and device have nothing in common
-    Resampler m_resampler;
+    RateConverter m_rateConverter;
     Mixer m_inputMixer;   // at the recording's rate
     Mixer m_channelMixer; // at the device's rate
     std::vector<Sample> m_input;

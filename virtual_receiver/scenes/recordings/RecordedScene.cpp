@@ -37,7 +37,7 @@ void RecordedScene::start(double rateHz, double tunedHz)
     m_inputMixer.reset();
     m_channelMixer.reset();
     if (m_resampling)
-        m_resampler.init(sourceHz, rateHz);
+        m_rateConverter.init(sourceHz, rateHz);
     retune(tunedHz);
 }
 
@@ -59,7 +59,7 @@ void RecordedScene::retune(double tunedHz)
     const double middle = (low + high) / 2.0;
     m_inputMixer.setFrequency(-middle / sourceHz);
     m_channelMixer.setFrequency((offset + middle) / m_rateHz);
-    m_resampler.setCutoff((high - low) / 2.0);
+    m_rateConverter.setCutoff((high - low) / 2.0);
 }
 
 void RecordedScene::readSource(Sample *out, std::size_t count)
@@ -90,12 +90,12 @@ void RecordedScene::render(Sample *out, std::size_t count)
 void RecordedScene::renderBlock(Sample *out, std::size_t count)
 {
     if (m_resampling) {
-        m_input.resize(m_resampler.needed(count));
+        m_input.resize(m_rateConverter.needed(count));
         readSource(m_input.data(), m_input.size());
         if (m_inputMixer.frequency() != 0.0)
             m_inputMixer.process(m_input.data(), m_input.size());
-        m_resampler.push(m_input.data(), m_input.size());
-        m_resampler.pull(out, count);
+        m_rateConverter.push(m_input.data(), m_input.size());
+        m_rateConverter.pull(out, count);
         if (!m_inBand)
             std::fill_n(out, count, Sample());
     } else {

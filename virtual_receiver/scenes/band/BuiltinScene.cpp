@@ -4,6 +4,7 @@
 #include "BandScene.h"
 #include "CwModulator.h"
 #include "SpeechSynthesis.h"
+#include "StationKind.h"
 
 namespace vr
 {
@@ -23,13 +24,13 @@ std::shared_ptr<const AudioClip> voice(const char *file, unsigned substitute)
     return clip ? clip : AudioClip::make(synthesiseSpeech(substitute), kAudioRateHz);
 }
 
-StationDescription station(double offsetHz, double levelDb, StationMode mode,
+StationDescription station(double offsetHz, double levelDb, const char *kind,
     std::shared_ptr<const AudioClip> clip, double pauseSeconds)
 {
     StationDescription station;
     station.frequencyHz = kCentreHz + offsetHz;
     station.levelDb = levelDb;
-    station.mode = mode;
+    station.kind = StationKind::find(kind);
     station.clip = std::move(clip);
     station.pauseSeconds = pauseSeconds;
     return station;
@@ -43,12 +44,12 @@ BandDescription describe()
     band.centreHz = kCentreHz;
     band.noiseDb = kNoiseDb;
     band.stations = {
-        station(5e3, -35, StationMode::Usb, voice("Front_Center.wav", 1), 1.0),
-        station(-4e3, -40, StationMode::Lsb, voice("Rear_Left.wav", 2), 0.7),
-        station(12e3, -30, StationMode::Am, voice("Side_Right.wav", 3), 0.5),
-        station(-9e3, -50, StationMode::Carrier, nullptr, 0.0),
-        station(-15e3, -40, StationMode::Cw, call, 2.0),
-        station(18e3, -45, StationMode::Nfm, voice("Front_Right.wav", 4), 1.5),
+        station(5e3, -35, "usb", voice("Front_Center.wav", 1), 1.0),
+        station(-4e3, -40, "lsb", voice("Rear_Left.wav", 2), 0.7),
+        station(12e3, -30, "am", voice("Side_Right.wav", 3), 0.5),
+        station(-9e3, -50, "carrier", nullptr, 0.0),
+        station(-15e3, -40, "cw", call, 2.0),
+        station(18e3, -45, "nfm", voice("Front_Right.wav", 4), 1.5),
     };
     return band;
 }

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BandFile.h"
 
-#include "../TextScanner.h"
 #include "BandLine.h"
 #include "BandScene.h"
 #include "CwModulator.h"
 #include "SpeechSynthesis.h"
+#include "StationKind.h"
+#include "TextScanner.h"
 
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <numbers>
 
 namespace vr
@@ -19,20 +19,12 @@ namespace
 {
 constexpr double kToneClipSeconds = 10.0; // a tone is rounded to whole cycles in it: 0.1 Hz
 
-StationMode parseMode(const std::string &name)
+const StationKind &parseKind(const std::string &name)
 {
-    static const std::map<std::string, StationMode> modes = {
-        {"carrier", StationMode::Carrier},
-        {"usb", StationMode::Usb},
-        {"lsb", StationMode::Lsb},
-        {"am", StationMode::Am},
-        {"nfm", StationMode::Nfm},
-        {"cw", StationMode::Cw},
-    };
-    const auto mode = modes.find(name);
-    if (mode == modes.end())
-        throw LineError("unknown mode " + inQuotes(name) + " (usb, lsb, am, nfm, cw, carrier)");
-    return mode->second;
+    const StationKind *kind = StationKind::find(name);
+    if (!kind)
+        throw LineError("unknown mode " + inQuotes(name) + " (" + StationKind::names(", ") + ")");
+    return *kind;
 }
 
 std::shared_ptr<const AudioClip> toneClip(const std::string &tones)
@@ -117,20 +109,19 @@ private:
             throw LineError("a station needs level=DBFS");
         station.levelDb = words.number("level", 0.0, -200.0, 20.0);
         if (!words.has("mode"))
-            throw LineError("a station needs mode=usb|lsb|am|nfm|cw|carrier");
-        station.mode = parseMode(words.text("mode"));
-        if (station.mode != StationMode::Carrier)
+            throw LineError("a station needs mode=" + StationKind::names("|"));
+        const StationKind &kind = parseKind(words.text("mode"));
+        station.kind = &kind;
+        if (kind.programme != Programme::None)
             readProgramme(words, station);
-        if (station.mode == StationMode::Am)
-            station.depth = words.number("depth", station.depth, 0.0, 1.0);
-        if (station.mode == StationMode::Nfm)
-            station.deviationHz = words.number("deviation", station.deviationHz, 0.0, 6000.0);
+        if (const auto &own = kind.ownKey; own.name)
+            station.*own.value = words.number(own.name, station.*own.value, own.low, own.high);
         m_band.stations.push_back(std::move(station));
     }
 
     void readProgramme(BandLine &words, StationDescription &station)
     {
-        const bool cw = station.mode == StationMode::Cw;
+        const bool cw = station.kind->programme == Programme::Keying;
         if (cw && !words.has("text"))
             throw LineError("a cw station needs text=\"...\"");
         if (!cw && words.has("audio") + words.has("tone") + words.has("speech") != 1)

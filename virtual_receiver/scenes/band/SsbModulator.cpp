@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SsbModulator.h"
 
-#include "../TargetClones.h"
-#include "Kaiser.h"
+#include "processor/Clones.h"
+#include "scenes/Kaiser.h"
 
 #include <cmath>
 #include <numbers>
@@ -17,7 +17,7 @@ constexpr double kStopHz = -300.0; // of the other side band
 constexpr double kAttenuationDb = 106.0;
 constexpr std::size_t kLanes = 8;
 
-VR_TARGET_CLONES Sample dot(const double *re, const double *im, const double *x, std::size_t taps)
+PROCESSOR_CLONES Sample dot(const double *re, const double *im, const double *x, std::size_t taps)
 {
     double sumRe[kLanes] = {};
     double sumIm[kLanes] = {};
@@ -34,10 +34,9 @@ VR_TARGET_CLONES Sample dot(const double *re, const double *im, const double *x,
 }
 } // namespace
 
+// The analytic signal has the power of the audio in either of its parts.
 SsbModulator::SsbModulator(AudioLoop audio, double activeRms, bool upper)
-    : m_audio(std::move(audio))
-      // The analytic signal has the power of the audio in either of its parts.
-      ,
+    : m_audio(std::move(audio)),
       m_scale(activeRms > 0.0 ? 1.0 / (std::numbers::sqrt2 * activeRms) : 0.0)
 {
     const double transition = (kPassLowHz - kStopHz) / kAudioRateHz;

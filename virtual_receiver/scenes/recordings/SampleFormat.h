@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Scene.h"
+#include "scenes/Scene.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AudioClip.h"
 
-#include "Resampler.h"
-#include "SceneLimits.h"
+#include "scenes/RateConverter.h"
+#include "scenes/SceneLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,20 +21,20 @@ constexpr double kActivity = 0.1;           // of the loudest block's level: -20
 
 std::vector<float> bandLimited(const std::vector<float> &in, double rateHz)
 {
-    Resampler resampler;
-    resampler.init(rateHz, kAudioRateHz, kTransitionHz / std::min(rateHz, kAudioRateHz));
-    resampler.setCutoff(std::min(kCutoffHz, rateHz / 2.0));
+    RateConverter rateConverter;
+    rateConverter.init(rateHz, kAudioRateHz, kTransitionHz / std::min(rateHz, kAudioRateHz));
+    rateConverter.setCutoff(std::min(kCutoffHz, rateHz / 2.0));
     std::vector<float> out(std::size_t(double(in.size()) * kAudioRateHz / rateHz));
     std::vector<Sample> input;
     std::vector<Sample> output(4096);
     std::size_t read = 0;
     for (std::size_t done = 0; done < out.size(); done += output.size()) {
         const std::size_t count = std::min(output.size(), out.size() - done);
-        input.assign(resampler.needed(count), Sample());
+        input.assign(rateConverter.needed(count), Sample());
         for (std::size_t i = 0; i < input.size() && read < in.size(); ++i)
             input[i] = in[read++];
-        resampler.push(input.data(), input.size());
-        resampler.pull(output.data(), count);
+        rateConverter.push(input.data(), input.size());
+        rateConverter.pull(output.data(), count);
         for (std::size_t i = 0; i < count; ++i)
             out[done + i] = float(output[i].real());
     }

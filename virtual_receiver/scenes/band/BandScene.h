@@ -3,8 +3,8 @@
 
 #include "BandDescription.h"
 #include "NoiseGenerator.h"
-#include "Scene.h"
 #include "Station.h"
+#include "scenes/Scene.h"
 
 #include <memory>
 #include <vector>

@@ -100,7 +100,7 @@ std::vector<float> CwModulator::keying(const std::string &text, double wordsPerM
     for (char character : text) {
         const auto code = kMorse.find(char(std::toupper(static_cast<unsigned char>(character))));
         if (code == kMorse.end()) {
-            keyer.pause(4); // with the three dots behind the last character: a word gap of seven
+            keyer.pause(4); // with the three dots after the last character: a word gap of seven
             continue;
         }
         for (char element : code->second) {

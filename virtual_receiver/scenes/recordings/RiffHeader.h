@@ -11,13 +11,13 @@ namespace vr
 /// What the chunks of a WAV recording say.
 ///
 /// Recordings come from many programs, and some were cut short, so the sizes in the file are not
-/// trusted: a "data" chunk that claims nothing, or more than is there, or behind which no other
-/// chunk begins, reaches to the end of the file; behind a "vsdr" chunk "data" has no size field at
+/// trusted: a "data" chunk that claims nothing, or more than is there, or after which no other
+/// chunk begins, reaches to the end of the file; after a "vsdr" chunk "data" has no size field at
 /// all; sizes above 4 GiB have wrapped. Samples may come in several "data" chunks with others
 /// between them.
 ///
 /// A recorder that writes its header last leaves zeros in its place when it is broken off. Such a
-/// file is taken for 24-bit IQ behind as many zeros as one of the layouts of this product has; its
+/// file is taken for 24-bit IQ after as many zeros as one of the layouts of this product has; its
 /// rate is not known.
 struct RiffHeader
 {

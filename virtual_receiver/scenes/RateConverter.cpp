@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Resampler.h"
+#include "RateConverter.h"
 
-#include "../TargetClones.h"
 #include "Kaiser.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@ namespace
 {
 constexpr std::size_t kLanes = 8;
 
-VR_TARGET_CLONES Sample dot(
+PROCESSOR_CLONES Sample dot(
     const double *filter, const double *re, const double *im, std::size_t taps)
 {
     double sumRe[kLanes] = {};
@@ -32,7 +32,7 @@ VR_TARGET_CLONES Sample dot(
 }
 } // namespace
 
-void Resampler::init(double inputHz, double outputHz, double transition)
+void RateConverter::init(double inputHz, double outputHz, double transition)
 {
     constexpr double kPerHertz = 1000.0;
     const auto in = std::uint64_t(std::llround(inputHz * kPerHertz));
@@ -52,7 +52,7 @@ void Resampler::init(double inputHz, double outputHz, double transition)
     clear();
 }
 
-void Resampler::setCutoff(double cutoffHz)
+void RateConverter::setCutoff(double cutoffHz)
 {
     if (cutoffHz == m_cutoffHz)
         return;
@@ -60,7 +60,7 @@ void Resampler::setCutoff(double cutoffHz)
     design();
 }
 
-void Resampler::design()
+void RateConverter::design()
 {
     // Row p holds the filter for an output p / m_phases of an input period after its input sample.
     // Column i weighs input sample i of m_taps, the output lying between the two in the middle.
@@ -76,7 +76,7 @@ void Resampler::design()
     }
 }
 
-void Resampler::clear()
+void RateConverter::clear()
 {
     // Zeros stand before the stream, up to the tap that meets input sample 0 at output sample 0.
     m_re.assign(m_taps / 2 - 1, 0.0);
@@ -85,7 +85,7 @@ void Resampler::clear()
     m_phase = 0;
 }
 
-std::size_t Resampler::needed(std::size_t count) const
+std::size_t RateConverter::needed(std::size_t count) const
 {
     if (count == 0)
         return 0;
@@ -94,7 +94,7 @@ std::size_t Resampler::needed(std::size_t count) const
     return end > m_re.size() ? end - m_re.size() : 0;
 }
 
-void Resampler::push(const Sample *samples, std::size_t count)
+void RateConverter::push(const Sample *samples, std::size_t count)
 {
     dropUsed();
     for (std::size_t i = 0; i < count; ++i) {
@@ -103,7 +103,7 @@ void Resampler::push(const Sample *samples, std::size_t count)
     }
 }
 
-void Resampler::dropUsed()
+void RateConverter::dropUsed()
 {
     const std::size_t used = std::min(m_first, m_re.size());
     m_re.erase(m_re.begin(), m_re.begin() + std::ptrdiff_t(used));
@@ -111,7 +111,7 @@ void Resampler::dropUsed()
     m_first -= used;
 }
 
-void Resampler::pull(Sample *out, std::size_t count)
+void RateConverter::pull(Sample *out, std::size_t count)
 {
     const bool exact = m_phases == m_up;
     for (std::size_t n = 0; n < count; ++n) {
@@ -132,7 +132,7 @@ void Resampler::pull(Sample *out, std::size_t count)
     }
 }
 
-void Resampler::skip(std::size_t count)
+void RateConverter::skip(std::size_t count)
 {
     m_phase += count * m_down;
     m_first += std::size_t(m_phase / m_up);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BandDescription.h"
-#include "Scene.h"
+#include "scenes/Scene.h"
 
 #include <istream>
 #include <memory>

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Station.h"
 
-#include "AmModulator.h"
-#include "CwModulator.h"
-#include "NfmModulator.h"
-#include "SsbModulator.h"
+#include "StationKind.h"
 
 #include <cmath>
 
@@ -17,20 +14,10 @@ constexpr double kTransition = 0.5;
 
 std::unique_ptr<Modulator> makeModulator(const StationDescription &station)
 {
-    if (station.mode == StationMode::Carrier)
+    if (!station.kind->modulator)
         return nullptr;
-    AudioLoop audio(station.clip, station.startSeconds, station.pauseSeconds, station.repeat);
-    switch (station.mode) {
-    case StationMode::Am:
-        return std::make_unique<AmModulator>(std::move(audio), station.depth);
-    case StationMode::Nfm:
-        return std::make_unique<NfmModulator>(std::move(audio), station.deviationHz);
-    case StationMode::Cw:
-        return std::make_unique<CwModulator>(std::move(audio));
-    default:
-        return std::make_unique<SsbModulator>(
-            std::move(audio), station.clip->activeRms, station.mode == StationMode::Usb);
-    }
+    return station.kind->modulator(station,
+        AudioLoop(station.clip, station.startSeconds, station.pauseSeconds, station.repeat));
 }
 } // namespace
 
@@ -46,7 +33,7 @@ void Station::start(double rateHz, double tunedHz)
     m_mixer.reset();
     if (m_modulator) {
         m_modulator->rewind();
-        m_resampler.init(kAudioRateHz, rateHz, kTransition);
+        m_rateConverter.init(kAudioRateHz, rateHz, kTransition);
     }
     retune(tunedHz);
 }
@@ -65,15 +52,15 @@ void Station::add(Sample *out, std::size_t count)
             m_mixer.addTone(m_amplitude, out, count);
         return;
     }
-    m_baseband.resize(m_resampler.needed(count));
+    m_baseband.resize(m_rateConverter.needed(count));
     m_modulator->make(m_baseband.data(), m_baseband.size());
-    m_resampler.push(m_baseband.data(), m_baseband.size());
+    m_rateConverter.push(m_baseband.data(), m_baseband.size());
     if (!m_inBand) {
-        m_resampler.skip(count);
+        m_rateConverter.skip(count);
         return;
     }
     m_block.resize(count);
-    m_resampler.pull(m_block.data(), count);
+    m_rateConverter.pull(m_block.data(), count);
     for (Sample &sample : m_block)
         sample *= m_amplitude;
     m_mixer.add(m_block.data(), out, count);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "BandDescription.h"
-#include "Mixer.h"
 #include "Modulator.h"
-#include "Resampler.h"
+#include "scenes/Mixer.h"
+#include "scenes/RateConverter.h"
 
 #include <memory>
 #include <vector>
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<Modulator> m_modulator; // null: a plain carrier
     double m_rateHz = 0.0;
     bool m_inBand = true;
-    Resampler m_resampler;
+    RateConverter m_rateConverter;
     Mixer m_mixer;
     std::vector<Sample> m_baseband;
     std::vector<Sample> m_block;

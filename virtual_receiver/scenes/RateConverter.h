@@ -18,7 +18,7 @@ namespace vr
 /// time of input sample 0.
 ///
 /// Memory is taken in init() and in push(); not thread-safe.
-class Resampler
+class RateConverter
 {
 public:
     static constexpr double kAttenuationDb = 110.0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FileSource.h"
 
-#include "SceneLimits.h"
+#include "scenes/SceneLimits.h"
 
 #include <algorithm>
 #include <filesystem>
