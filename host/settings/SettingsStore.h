@@ -5,8 +5,7 @@
 #include <QSettings>
 #include <QString>
 #include <QTemporaryDir>
-
-#include <memory>
+#include <QVariantMap>
 
 namespace host
 {
@@ -14,8 +13,8 @@ namespace host
 ///
 /// The run works on a copy in a temporary folder: settings() is what a device reads and writes. A
 /// value that holds for this run only is laid over the copy and never gets into the file. save()
-/// brings home what else has changed, key by key, so that of two programs at once the second one
-/// saves its own changes and not its idea of all the rest.
+/// hands what else has changed to a QSettings on the file, which merges it key by key under a lock:
+/// of two programs at once the second one saves its own changes and not its idea of all the rest.
 ///
 /// A file that cannot be read or written never stops the run: error() has one line on it. A file
 /// with damaged lines is used as far as it can be read, and kept beside the new one when that is
@@ -28,42 +27,30 @@ public:
     explicit SettingsStore(const QString &path = defaultPath());
 
     /// The values of this run; no group is open.
-    QSettings &settings() { return *m_working; }
+    QSettings &settings() { return m_working; }
 
     /// Sets a value of settings(), with its group ("ZephrinMOptions/..."), for this run only.
     void overlay(const QString &key, const QVariant &value);
 
-    /// Replaces the file by one with the changes since construction or the last save(); touches
-    /// nothing if there are none. False if that failed, with the file as it was.
+    /// Merges the changes since construction or the last save() into the file; touches nothing if
+    /// there are none. False if that failed, with the file as it was.
     bool save();
 
     /// What was wrong with the last operation, construction included; empty if nothing was.
     const QString &error() const { return m_error; }
 
 private:
-    struct Content
-    {
-        bool isReadable = true;
-        bool isDamaged = false;
-        QVariantMap values;
-        QString problem; // of a file that is not readable
-    };
-
     bool fail(const QString &text);
-    Content readFile(const QString &path);
-    Content parse(const QByteArray &text);
-    QVariantMap changedValues(const QVariantMap &now) const;
-    QSet<QString> removedKeys(const QVariantMap &now) const;
-    bool merge(const QVariantMap &changed, const QSet<QString> &removed);
-    bool replaceFile(const QVariantMap &values);
-    QString scratchFile();
+    bool keepDamaged();
+    bool hasRoom();
+    bool write(const QVariantMap &changed, const QSet<QString> &removed);
 
     QString m_path;
     QString m_error;
+    bool m_isDamaged = false;
     QTemporaryDir m_folder;
-    int m_scratchFiles = 0;
+    QSettings m_working;
     QVariantMap m_base; // what the file held when it was last read or saved
     QSet<QString> m_overlaid;
-    std::unique_ptr<QSettings> m_working;
 };
 } // namespace host

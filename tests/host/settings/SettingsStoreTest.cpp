@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -109,18 +111,10 @@ TEST_F(SettingsStoreTest, AnyBytesAreSurvivedAndWrittenOver)
 TEST_F(SettingsStoreTest, APlaceThatCannotBeReadOrWrittenIsToldAndTheRunGoesOn)
 {
     const QTemporaryDir folder;
-    const QString inTheWay = folder.filePath("file");
-    QFile file(inTheWay);
+    QFile file(folder.filePath("file"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-    const QString locked = folder.filePath("locked");
-    QDir().mkpath(locked);
-    QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
-
-    QStringList paths{folder.path(), inTheWay + "/velmora-host.ini"};
-    if (geteuid() != 0) // whom no permission stops
-        paths << locked + "/velmora-host.ini";
-    for (const QString &path : paths) {
+    for (const QString &path :
+        {folder.path(), file.fileName() + "/a.ini", QString("/proc/a.ini")}) {
         host::SettingsStore store(path);
         store.overlay("a", 1);
         store.settings().setValue("b", 2);
@@ -128,6 +122,26 @@ TEST_F(SettingsStoreTest, APlaceThatCannotBeReadOrWrittenIsToldAndTheRunGoesOn)
         EXPECT_FALSE(store.save()) << qPrintable(path);
         EXPECT_TRUE(store.error().contains(path)) << qPrintable(store.error());
     }
+}
+
+// A limit on the size of files is what a full disk looks like to a program.
+TEST_F(SettingsStoreTest, AFullDiskLeavesTheFileAsItWas)
+{
+    constexpr rlim_t kFullBytes = 1000; // enough for the lock beside the file
+    const QByteArray text = "[Device]\nnote=" + QByteArray(2 * kFullBytes, 'x') + "\nrate=3\n";
+    test::TemporarySettings::write(kFile, text);
+    if (fork() == 0) {
+        host::SettingsStore store;
+        store.settings().setValue("Device/rate", 4);
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit full{kFullBytes, kFullBytes};
+        setrlimit(RLIMIT_FSIZE, &full);
+        _exit(store.save() || store.error().isEmpty() ? 1 : 0);
+    }
+    int status = -1;
+    ASSERT_GT(wait(&status), 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(test::TemporarySettings::read(kFile), text);
 }
 
 TEST_F(SettingsStoreTest, ProgramsAtOnceKeepEachOthersChanges)
