@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "device/PluginReceiver.h"
 
-#include "device/ToolSetup.h"
 #include "settings/DeviceRates.h"
+#include "settings/OptionTable.h"
 
 #include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceFunctionsAbstract.h"
@@ -13,6 +13,8 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace host
 {
@@ -57,13 +59,7 @@ bool PluginReceiver::load(const HostSettings &settings)
     m_bridge = std::make_unique<HostBridge>(m_ledger, HostNotchControl::bandNames(functions));
     m_manager =
         std::make_unique<HostManager>(&m_sensors, PreampControl::limitsOf(functions), &m_window);
-    if (!checkPreamp(settings.preampDb))
-        return false;
-    if (!device().init(*m_bridge, m_window.layout(), false, true))
-        return fail(device().name() + ": the device cannot work");
-    setUpRecording(settings.recording);
-    join(settings.spectrum);
-    return true;
+    return checkPreamp(settings.preampDb) && checkReception(settings);
 }
 
 bool PluginReceiver::checkPreamp(double db)
@@ -79,6 +75,34 @@ bool PluginReceiver::checkPreamp(double db)
                     .arg(functions.stepPreamp()));
 }
 
+bool PluginReceiver::checkReception(const HostSettings &settings)
+{
+    DeviceFunctionsAbstract &functions = *device().getAvalibleFunctions();
+    const ReceptionMode &mode = *settings.mode;
+    const auto modes = functions.listModes();
+    const auto isAsked = [&mode](const auto &item) { return item.mode == mode.mode; };
+    if (std::none_of(modes.begin(), modes.end(), isAsked))
+        return fail(QString("--mode: %1 has no %2").arg(device().name(), mode.name));
+    const auto [lowest, highest] = functions.filterLimits(mode.mode);
+    if (settings.filterLowHz >= lowest && settings.filterHighHz <= highest)
+        return true;
+    return fail(QString("--filter: %1:%2 is not within %3:%4, the limits of %5")
+                    .arg(settings.filterLowHz)
+                    .arg(settings.filterHighHz)
+                    .arg(lowest)
+                    .arg(highest)
+                    .arg(mode.name));
+}
+
+bool PluginReceiver::initialise(const HostSettings &settings)
+{
+    if (!device().init(*m_bridge, m_window.layout(), false, true))
+        return fail(device().name() + ": the device cannot work");
+    setUpRecording(settings.recording);
+    join();
+    return true;
+}
+
 void PluginReceiver::setUpRecording(const RecordingSettings &settings)
 {
     if (!settings.isOn())
@@ -90,12 +114,11 @@ void PluginReceiver::setUpRecording(const RecordingSettings &settings)
     device().setIqRecorder(&recorder);
 }
 
-void PluginReceiver::join(const SpectrumSettings &spectrum)
+void PluginReceiver::join()
 {
     connect(&device(), &DeviceAbstract::devClosed, this, &PluginReceiver::lost);
     connect(&device(), &DeviceAbstract::changedSampleRate, this,
         [this](double widthHz) { m_panoramaHz = widthHz; });
-    m_manager->hideSpectrumSlopes = spectrum.hideSlopes;
     device().setManager(m_manager.get());
     device().setIqServer(&m_iqServer);
     device().setAudioServer(&m_audioServer);
@@ -105,7 +128,6 @@ bool PluginReceiver::open(const HostSettings &settings)
 {
     readSettings(settings);
     setUp(settings);
-    setUpSpectrum(settings.spectrum);
     setUpNotches(settings);
     return findDevice();
 }
@@ -119,33 +141,36 @@ void PluginReceiver::readSettings(const HostSettings &settings)
     m_notice = m_store->error();
     m_store->overlay("ZephrinMOptions/SampleRate", deviceRateCode(settings.deviceRateHz));
     m_store->overlay("ZephrinMOptions/PreampAuto", settings.autoPreamp);
-    ToolSetup::overlay(settings.tools, *m_store);
+    overlayStored(settings);
     device().readSettings(&m_store->settings());
     m_bridge->radioNotchControl()->readSettings(m_store->settings());
 }
 
-// Behind the settings: a new sample rate forgets the tuning.
+/// Options whose values the device stores hold for this run only.
+void PluginReceiver::overlayStored(const HostSettings &settings)
+{
+    for (const Option &option : optionTable()) {
+        const QVariant value = settings.given[option.name];
+        if (!option.stored || !value.isValid())
+            continue;
+        QString key = option.stored;
+        if (option.storedBy)
+            key = key.arg(settings.valueOf(option.storedBy).toString());
+        m_store->overlay("ZephrinMOptions/" + key, value);
+    }
+}
+
+// After the settings: a new sample rate forgets the tuning.
 void PluginReceiver::setUp(const HostSettings &settings)
 {
-    device().setDspMode(kReceiver, kChannelA, unsigned(settings.mode->modulation));
+    device().setDspMode(kReceiver, kChannelA, unsigned(settings.mode->mode));
     device().setBandFilterIf(kReceiver, kChannelA, settings.filterLowHz, settings.filterHighHz);
     device().setRxFreq(kReceiver, settings.centerHz);
     device().setDownConverter(kReceiver, kChannelA, settings.tuneHz - settings.centerHz);
-    ToolSetup(device(), *m_manager).prepare(settings.tools, settings.centerHz);
+    for (const Option &option : optionTable())
+        if (const QVariant value = settings.given[option.name]; option.setUp && value.isValid())
+            option.setUp({device(), *m_manager, settings}, value);
     m_manager->preamp().resend();
-}
-
-void PluginReceiver::setUpSpectrum(const SpectrumSettings &settings)
-{
-    if (settings.fftSize)
-        device().setFftSize(unsigned(*settings.fftSize));
-    if (settings.averagingType)
-        device().setFftAveragingType(unsigned(*settings.averagingType));
-    if (settings.averaging)
-        device().setFftAveragingNum(unsigned(*settings.averaging));
-    if (settings.intervalMs)
-        device().setFftUpdateTime(unsigned(*settings.intervalMs));
-    emit m_manager->waterfallFilterChanged(settings.waterfallFilter);
 }
 
 // The device takes all filters of the table when it starts.
@@ -180,12 +205,14 @@ bool PluginReceiver::findDevice()
     return fail("the receiver cannot be opened");
 }
 
-bool PluginReceiver::start(const ToolSettings &tools)
+bool PluginReceiver::start(const HostSettings &settings)
 {
     // A start reports true even if the device refused its stream.
     if (!device().start() || !device().isStart())
         return fail("the receiver does not start its stream");
-    ToolSetup(device(), *m_manager).begin(tools);
+    for (const Option &option : optionTable())
+        if (const QVariant value = settings.valueOf(option.name); option.begin && value.isValid())
+            option.begin({device(), *m_manager, settings}, value);
     return true;
 }
 
@@ -195,21 +222,22 @@ void PluginReceiver::stop()
     device().stop();
 }
 
-void PluginReceiver::close()
+bool PluginReceiver::close()
 {
     if (!m_loader.device())
-        return;
+        return true;
     device().close();
+    bool isSaved = true;
     if (m_store) {
         device().writeSettings(&m_store->settings());
-        if (!m_store->save())
-            m_notice = m_store->error();
+        isSaved = m_store->save() || fail(m_store->error());
     }
     device().deinit();
     m_loader.deleteDevice();
     m_manager.reset();
     m_bridge.reset(); // with the pool, whose queue keeps the functions of its last jobs
     m_loader.unload();
+    return isSaved;
 }
 
 bool PluginReceiver::fail(const QString &text)

@@ -22,10 +22,10 @@ namespace host
 {
 /// The receiver: the device plugin with the host's services around it.
 ///
-/// A run goes load() - open() - start() - stop() - close(), each once. All operations belong to the
-/// main thread, which must run an event loop while the stream is on: the device's timers and queued
-/// signals live on it. What pulls audio from the services on other threads must have ended before
-/// close(). Failures give false; error() tells why in one line.
+/// A run goes load() - initialise() - open() - start() - stop() - close(), each once. All
+/// operations belong to the main thread, which must run an event loop while the stream is on: the
+/// device's timers and queued signals live on it. What pulls audio from the services on other
+/// threads must have ended before close(). Failures give false; error() tells why in one line.
 class PluginReceiver : public QObject
 {
     Q_OBJECT
@@ -37,9 +37,11 @@ public:
     /// Closes.
     ~PluginReceiver() override;
 
-    /// Loads the plugin and joins it to the services. False too if the settings ask for what the
-    /// device cannot do.
+    /// Loads the plugin and asks its capabilities whether it can do what the settings ask for.
     bool load(const HostSettings &settings);
+
+    /// Lets the device build its engine and joins it to the services.
+    bool initialise(const HostSettings &settings);
 
     /// Sets the device up and tunes it, then waits until one is found on the bus, up to some
     /// seconds, and opens it.
@@ -47,13 +49,14 @@ public:
 
     /// Starts the stream and switches on what a start would undo. On a paced stream this is done
     /// before the first sample.
-    bool start(const ToolSettings &tools);
+    bool start(const HostSettings &settings);
 
     /// Ends the stream. Whatever the device has queued for the main thread is dropped or done.
     void stop();
 
-    /// Gives the device back, saves the settings and takes the plugin out.
-    void close();
+    /// Gives the device back, saves the settings and takes the plugin out. False if the settings
+    /// could not be saved.
+    bool close();
 
     DeviceAbstract &device() const { return *m_loader.device(); }
     HostBridge &bridge() const { return *m_bridge; }
@@ -67,7 +70,7 @@ public:
     QString pluginFile() const { return m_loader.file(); }
     const QString &error() const { return m_error; }
 
-    /// One line if the settings could not be read or saved, which stops nothing; else empty.
+    /// One line if the settings could not be read, which stops nothing; else empty.
     const QString &notice() const { return m_notice; }
 
 signals:
@@ -77,10 +80,11 @@ signals:
 private:
     bool fail(const QString &text);
     bool checkPreamp(double db);
-    void join(const SpectrumSettings &spectrum);
+    bool checkReception(const HostSettings &settings);
+    void join();
     void readSettings(const HostSettings &settings);
+    void overlayStored(const HostSettings &settings);
     void setUp(const HostSettings &settings);
-    void setUpSpectrum(const SpectrumSettings &settings);
     void setUpNotches(const HostSettings &settings);
     void setUpRecording(const RecordingSettings &settings);
     bool findDevice();

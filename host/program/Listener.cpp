@@ -34,7 +34,10 @@ Listener::~Listener() = default;
 
 int Listener::run()
 {
-    if (!openLibrary() || !openFiles() || !openReceiver() || !openOutlets() || !startStream())
+    for (const QString &notice : qAsConst(m_settings.notices))
+        tell(notice);
+    if (!openLibrary() || !loadPlugin() || !openFiles() || !openReceiver() || !openOutlets()
+        || !startStream())
         return m_status;
     QCoreApplication::exec();
     keepResults();
@@ -51,6 +54,14 @@ bool Listener::openLibrary()
         return refuse(m_scene->error(), kBadInput);
     tell(m_scene->notice());
     return true;
+}
+
+// Before any file is written over: the plugin may refuse the settings.
+bool Listener::loadPlugin()
+{
+    m_receiver.emplace(m_ledger);
+    connect(&*m_receiver, &PluginReceiver::lost, this, [this] { finish(kReceiverLost); });
+    return m_receiver->load(m_settings) || refuse(m_receiver->error(), kBadInput);
 }
 
 bool Listener::openFiles()
@@ -72,9 +83,7 @@ bool Listener::openFiles()
 
 bool Listener::openReceiver()
 {
-    m_receiver.emplace(m_ledger);
-    connect(&*m_receiver, &PluginReceiver::lost, this, [this] { finish(kReceiverLost); });
-    if (!m_receiver->load(m_settings))
+    if (!m_receiver->initialise(m_settings))
         return refuse(m_receiver->error(), kBadInput);
     const bool isOpen = m_receiver->open(m_settings);
     tell(m_receiver->notice());
@@ -114,7 +123,7 @@ bool Listener::startStream()
         m_settings.freeRun);
     m_cpuAtStart = cpuTimes();
     m_wallClock.start();
-    if (!m_receiver->start(m_settings.tools))
+    if (!m_receiver->start(m_settings))
         return refuse(m_receiver->error(), kFailure);
     if (m_settings.recording.isOn()) {
         m_recording.emplace(m_receiver->device(), *m_receiver->bridge().iqRecorderConfigure());

@@ -56,6 +56,7 @@ public:
 private:
     // In this order. False: told on stderr, with the status to end with in m_status.
     bool openLibrary();
+    bool loadPlugin();
     bool openFiles();
     bool openReceiver();
     bool openOutlets();

@@ -86,8 +86,8 @@ void Listener::keepResults()
     std::fputs(toText(m_settings, m_result).toLocal8Bit().constData(), stdout);
     if (m_result.ending == kReceiverLost)
         refuse("the receiver was lost", kFailure);
-    m_receiver->close();
-    tell(m_receiver->notice());
+    if (!m_receiver->close())
+        refuse(m_receiver->error(), kFailure);
     keepAudio();
     keepPictures();
     keepReport();
@@ -116,7 +116,8 @@ void Listener::keepReport()
     if (!m_reportFile)
         return;
     m_reportFile->write(QJsonDocument(toJson(m_settings, m_result)).toJson());
-    if (!m_reportFile->commit())
+    // A commit alone overlooks what a full disk did not take.
+    if (!m_reportFile->flush() || !m_reportFile->commit())
         refuse(m_settings.reportFile + ": " + m_reportFile->errorString(), kFailure);
 }
 } // namespace host

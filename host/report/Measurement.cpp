@@ -2,8 +2,8 @@
 #include "report/Measurement.h"
 
 #include "report/OutputReport.h"
-#include "report/ToolReport.h"
 #include "settings/Numbers.h"
+#include "settings/OptionTable.h"
 #include "stream/AudioFile.h"
 
 #include <QJsonArray>
@@ -28,6 +28,15 @@ QJsonArray notchesJson(const QVector<NotchSettings> &notches)
     return array;
 }
 
+QJsonObject optionsJson(const QVariantMap &given)
+{
+    QJsonObject json;
+    for (const Option &option : optionTable())
+        if (given.contains(option.name))
+            json[option.reportKey()] = QJsonValue::fromVariant(given[option.name]);
+    return json;
+}
+
 QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
 {
     return {
@@ -41,7 +50,7 @@ QJsonObject settingsJson(const HostSettings &settings, const Measurement &m)
         {"filter_hz", QJsonArray{settings.filterLowHz, settings.filterHighHz}},
         {"notches", notchesJson(settings.notches)},
         {"free_run", settings.freeRun},
-        {"tools", toJson(settings.tools)},
+        {"options", optionsJson(settings.given)},
     };
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/OutputOptions.h"
+#include "settings/HostSettings.h"
+#include "settings/OptionTable.h"
 
-#include "settings/UsageError.h"
-
-#include <iterator>
+#include "host_interfaces/DeviceAbstract.h"
+#include "host_interfaces/DeviceManagerAbstract.h"
 
 namespace host
 {
@@ -22,89 +22,128 @@ constexpr int kLongestIntervalMs = 40;
 constexpr int kLowestOutletHz = 8000;
 constexpr int kHighestOutletHz = 192000;
 
-constexpr struct
-{
-    const char *name;
-    Format format;
-} kLayouts[] = {
-    {"vsdr", Format::VelmoraSDR2}, {"wave", Format::StandartWave}, {"hdsdr", Format::HDSDR}};
+const QStringList kLayouts = {"vsdr", "wave", "hdsdr"};
+constexpr Format kLayoutFormats[] = {Format::VelmoraSDR2, Format::StandartWave, Format::HDSDR};
 
-std::optional<int> readAveragingType(const OptionReader &options)
-{
-    if (!options.isSet("averaging-type"))
-        return std::nullopt;
-    for (int type = 0; type < int(std::size(kAveragingNames)); ++type)
-        if (options.text("averaging-type") == kAveragingNames[type])
-            return type;
-    refuse(QString("--averaging-type: '%1' is none of linear, rms, exp")
-               .arg(options.text("averaging-type")));
-}
+const QStringList kAveragings = {"linear", "rms", "exp"}; // by the device's numbers
 
-SpectrumSettings readSpectrum(const OptionReader &options)
-{
-    SpectrumSettings settings;
-    settings.fftSize = options.findInteger("fft-size", kSmallestFft, kLargestFft);
-    settings.averaging = options.findInteger("averaging", 1, kMostAveraging);
-    settings.averagingType = readAveragingType(options);
-    settings.intervalMs =
-        options.findInteger("fft-interval", kShortestIntervalMs, kLongestIntervalMs);
-    settings.hideSlopes = options.isSet("hide-slopes");
-    settings.waterfallFilter = options.isSet("waterfall-filter");
-    settings.panoramaFile = options.file("panorama");
-    settings.waterfallFile = options.file("waterfall");
-    settings.audioSpectrumFile = options.file("audio-spectrum");
-    return settings;
-}
+const QStringList kBandPictures = {"panorama", "waterfall"};
 
-RecordingSettings readRecording(const OptionReader &options)
+/// Keeps a file name in a part of the settings.
+template <typename Part>
+auto in(Part HostSettings::*part, QString Part::*file)
 {
-    options.require("record-path", "record");
-    RecordingSettings settings;
-    if (options.isSet("record-path"))
-        settings.folder = options.file("record-path");
-    if (!options.isSet("record"))
-        return settings;
-    for (const auto &layout : kLayouts)
-        if (options.text("record") == layout.name)
-            settings.format = layout.format;
-    if (!settings.format)
-        refuse(QString("--record: '%1' is none of vsdr, wave, hdsdr").arg(options.text("record")));
-    return settings;
+    return [=](HostSettings &settings, const QVariant &value) {
+        settings.*part.*file = value.toString();
+    };
 }
 } // namespace
 
-void declareOutputOptions(QCommandLineParser &parser)
+std::vector<Option> outputOptions()
 {
-    parser.addOptions({
-        {"out", "Audio file to write: 48 kHz, stereo, 32-bit float.", "FILE.wav"},
-        {"vac-out", "The same from the virtual audio cable.", "FILE.wav"},
-        {"vac-rate", "Rate of the virtual audio cable, 8k to 192k. Default 48k.", "HZ"},
-        {"line-out", "The same from the line output, which runs at 48 kHz.", "FILE.wav"},
-        {"record", "Record the IQ in a layout: vsdr, wave or hdsdr.", "LAYOUT"},
-        {"record-path", "Folder for the recording. Default: the current one.", "DIR"},
-        {"panorama", "Picture of the received band.", "FILE.png"},
-        {"waterfall", "Picture of the received band over time.", "FILE.png"},
-        {"audio-spectrum", "Picture of the spectrum of the audio.", "FILE.png"},
-        {"fft-size", "Points of the band's spectrum, 256 to 65536. Default 4096.", "N"},
-        {"averaging", "Lines that the panorama averages, 1 to 30.", "N"},
-        {"averaging-type", "How: linear, rms or exp.", "TYPE"},
-        {"fft-interval", "Time between lines, 10 to 40.", "MS"},
-        {"hide-slopes", "Leave out the edges of the band, where the input filter falls off."},
-        {"waterfall-filter", "Smooth the waterfall over time."},
-        {"report", "Report to write.", "FILE.json"},
-    });
-}
-
-void readOutputOptions(const OptionReader &options, HostSettings &settings)
-{
-    settings.outFile = options.file("out");
-    settings.reportFile = options.file("report");
-    options.require("vac-rate", "vac-out");
-    settings.vac.file = options.file("vac-out");
-    settings.vac.rateHz = options.findInteger("vac-rate", kLowestOutletHz, kHighestOutletHz)
-                              .value_or(settings.vac.rateHz);
-    settings.lineOut.file = options.file("line-out");
-    settings.spectrum = readSpectrum(options);
-    settings.recording = readRecording(options);
+    return {
+        {.name = "out",
+            .argument = "FILE.wav",
+            .help = "Audio file to write: 48 kHz, stereo, 32-bit float",
+            .value = fileName(),
+            .keep = host::in(&HostSettings::outFile)},
+        {.name = "vac-out",
+            .argument = "FILE.wav",
+            .help = "The same from the virtual audio cable",
+            .value = fileName(),
+            .keep = in(&HostSettings::vac, &OutletSettings::file)},
+        {.name = "vac-rate",
+            .argument = "HZ",
+            .help = "Rate of the virtual audio cable",
+            .value = wholeNumber(kLowestOutletHz, kHighestOutletHz),
+            .standard = "48k",
+            .needs = "vac-out",
+            .keep = [](HostSettings &settings,
+                        const QVariant &hertz) { settings.vac.rateHz = hertz.toInt(); }},
+        {.name = "line-out",
+            .argument = "FILE.wav",
+            .help = "The same from the line output, which runs at 48 kHz",
+            .value = fileName(),
+            .keep = in(&HostSettings::lineOut, &OutletSettings::file)},
+        {.name = "record",
+            .argument = "LAYOUT",
+            .help = "Record the IQ in a layout",
+            .value = oneOf(kLayouts),
+            .keep =
+                [](HostSettings &settings, const QVariant &layout) {
+                    settings.recording.format = kLayoutFormats[kLayouts.indexOf(layout.toString())];
+                }},
+        {.name = "record-path",
+            .argument = "DIR",
+            .help = "Folder for the recording",
+            .value = fileName(),
+            .otherwise = "the current one",
+            .needs = "record",
+            .keep = in(&HostSettings::recording, &RecordingSettings::folder)},
+        {.name = "panorama",
+            .argument = "FILE.png",
+            .help = "Picture of the received band",
+            .value = fileName(),
+            .keep = in(&HostSettings::spectrum, &SpectrumSettings::panoramaFile)},
+        {.name = "waterfall",
+            .argument = "FILE.png",
+            .help = "Picture of the received band over time",
+            .value = fileName(),
+            .keep = in(&HostSettings::spectrum, &SpectrumSettings::waterfallFile)},
+        {.name = "audio-spectrum",
+            .argument = "FILE.png",
+            .help = "Picture of the spectrum of the audio",
+            .value = fileName(),
+            .keep = in(&HostSettings::spectrum, &SpectrumSettings::audioSpectrumFile)},
+        {.name = "fft-size",
+            .argument = "N",
+            .help = "Points of the band\'s spectrum",
+            .value = wholeNumber(kSmallestFft, kLargestFft),
+            .otherwise = "4096",
+            .serves = kBandPictures,
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &points) { to.device.setFftSize(points.toUInt()); }},
+        {.name = "averaging",
+            .argument = "N",
+            .help = "Lines that the panorama averages",
+            .value = wholeNumber(1, kMostAveraging),
+            .serves = {"panorama"},
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &lines) { to.device.setFftAveragingNum(lines.toUInt()); }},
+        {.name = "averaging-type",
+            .argument = "TYPE",
+            .help = "How they are averaged",
+            .value = oneOf(kAveragings),
+            .serves = {"panorama"},
+            .setUp =
+                [](const OptionTarget &to, const QVariant &type) {
+                    to.device.setFftAveragingType(unsigned(kAveragings.indexOf(type.toString())));
+                }},
+        {.name = "fft-interval",
+            .argument = "MS",
+            .help = "Time between lines",
+            .value = wholeNumber(kShortestIntervalMs, kLongestIntervalMs),
+            .serves = kBandPictures,
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &ms) { to.device.setFftUpdateTime(ms.toUInt()); }},
+        {.name = "hide-slopes",
+            .help = "Leave out the edges of the band, where the input filter falls off",
+            .serves = kBandPictures,
+            .setUp =
+                [](const OptionTarget &to, const QVariant &) {
+                    to.manager.hideSpectrumSlopes = true;
+                    emit to.manager.hideSpectrumSlopesChanged(true);
+                }},
+        {.name = "waterfall-filter",
+            .help = "Smooth the waterfall over time",
+            .serves = {"waterfall"},
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &) { emit to.manager.waterfallFilterChanged(true); }},
+        {.name = "report",
+            .argument = "FILE.json",
+            .help = "Report to write",
+            .value = fileName(),
+            .keep = host::in(&HostSettings::reportFile)},
+    };
 }
 } // namespace host

@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/ReceptionMode.h"
 
-#include <QStringList>
-
 namespace host
 {
 namespace
 {
-using DspCore::Modulation;
-
-// The limits are the receiver's own; within the defaults speech, data signals and broadcasts fit.
+// Within the filters speech, data signals and broadcasts fit. The built-in band has no station for
+// every mode; the voices are there for those that find none.
 constexpr ReceptionMode kModes[] = {
-    {"AM", Modulation::AM, -4000, 4000, -18000, 18000},
-    {"SAM", Modulation::SAM, -4000, 4000, -18000, 18000},
-    {"DSB", Modulation::DSB, -4000, 4000, -18000, 18000},
-    {"LSB", Modulation::LSB, -2700, -300, -10000, 0},
-    {"USB", Modulation::USB, 300, 2700, 0, 10000},
-    {"CW", Modulation::CW, -250, 250, -10000, 10000},
-    {"NFM", Modulation::NFM, -6000, 6000, -18000, 18000},
-    {"DIGL", Modulation::DIGL, -3000, -70, -15000, 0},
-    {"DIGU", Modulation::DIGU, 70, 3000, 0, 15000},
-    {"WFM", Modulation::WFM, -90000, 90000, -156000, 156000},
-    {"DRM", Modulation::DRM, -5000, 5000, -5000, 5000},
+    {"AM", Mode::AM, -4000, 4000, 7.112e6},
+    {"SAM", Mode::SAM, -4000, 4000, 7.112e6},
+    {"DSB", Mode::DSB, -4000, 4000, 7.112e6},
+    {"LSB", Mode::LSB, -2700, -300, 7.096e6},
+    {"USB", Mode::USB, 300, 2700, 7.105e6},
+    {"CW", Mode::CW, -250, 250, 7.085e6},
+    {"NFM", Mode::NFM, -6000, 6000, 7.118e6},
+    {"DIGL", Mode::DIGL, -3000, -70, 7.096e6},
+    {"DIGU", Mode::DIGU, 70, 3000, 7.105e6},
+    {"WFM", Mode::WFM, -90000, 90000, 7.105e6},
+    {"DRM", Mode::DRM, -5000, 5000, 7.105e6},
 };
 } // namespace
 
@@ -33,11 +30,34 @@ const ReceptionMode *findMode(const QString &name)
     return nullptr;
 }
 
-QString modeNames()
+QStringList modeNames()
+{
+    return ModeSet::every().names().split(", ");
+}
+
+QString modeHelp()
+{
+    QString lines;
+    for (const auto &mode : kModes)
+        lines +=
+            QString("  %1 %2:%3\n").arg(mode.name, -5).arg(mode.filterLowHz).arg(mode.filterHighHz);
+    return lines;
+}
+
+QString ModeSet::names() const
 {
     QStringList names;
     for (const auto &mode : kModes)
-        names += mode.name;
+        if (has(mode.mode))
+            names += mode.name;
     return names.join(", ");
+}
+
+QString ModeSet::remark() const
+{
+    const QString others = but(*this).names();
+    if (others.isEmpty())
+        return {};
+    return others.size() < names().size() ? " Not in " + others + '.' : " Only in " + names() + '.';
 }
 } // namespace host

@@ -1,29 +1,61 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/types.h"
+#include "host_interfaces/DeviceFunctionsAbstract.h"
 
 #include <QString>
+#include <QStringList>
+
+#include <initializer_list>
 
 namespace host
 {
-/// A mode that can be asked for, and the band filter that belongs to it. Filter edges are hertz
-/// relative to the tuned frequency and keep their sign: a lower side band lies below 0. In DIGL and
-/// DIGU the receiver first moves the tuned frequency to an audio pitch (-2200 Hz and 1500 Hz), and
-/// the edges are counted from the carrier that this implies.
+using Mode = DeviceFunctionsAbstract::Mode;
+
+/// A mode that can be asked for, and what belongs to it as long as nothing else is said. Filter
+/// edges are hertz relative to the tuned frequency and keep their sign: a lower side band lies
+/// below 0. In DIGL and DIGU the receiver first moves the tuned frequency to an audio pitch, and
+/// the edges are those of the audio. How far the edges may go is the device's to say.
 struct ReceptionMode
 {
     const char *name;
-    DspCore::Modulation modulation;
-    double defaultLowHz;
-    double defaultHighHz;
-    double lowestHz; ///< the band filter stays within lowestHz..highestHz
-    double highestHz;
+    Mode mode;
+    double filterLowHz;
+    double filterHighHz;
+    double builtinHz; ///< a station of the virtual receiver's built-in band for this mode
 };
 
 /// The mode of that name in upper or lower case, null for an unknown one.
 const ReceptionMode *findMode(const QString &name);
 
-/// "DSB, LSB, ..." for messages.
-QString modeNames();
+QStringList modeNames();
+
+/// Name and filter of all modes, a line each, for the help.
+QString modeHelp();
+
+/// Some of the modes.
+class ModeSet
+{
+public:
+    constexpr ModeSet(std::initializer_list<Mode> modes)
+    {
+        for (const Mode mode : modes)
+            m_bits |= 1u << mode;
+    }
+    static constexpr ModeSet every() { return ModeSet(~0u); }
+    static constexpr ModeSet but(const ModeSet &others) { return ModeSet(~others.m_bits); }
+
+    constexpr bool has(Mode mode) const { return (m_bits >> mode & 1u) != 0; }
+
+    /// "LSB, USB".
+    QString names() const;
+
+    /// " Only in LSB, USB." or " Not in WFM.", whichever is shorter; empty for every mode.
+    QString remark() const;
+
+private:
+    explicit constexpr ModeSet(unsigned bits) : m_bits(bits) { }
+
+    unsigned m_bits = 0; // one for each number of DeviceFunctionsAbstract::Mode
+};
 } // namespace host

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/ToolOptions.h"
-
-#include "settings/Numbers.h"
+#include "settings/HostSettings.h"
+#include "settings/OptionTable.h"
 #include "settings/UsageError.h"
 
-#include "DspCore/audio/CtcssTones.h"
+#include "host_interfaces/DeviceAbstract.h"
+#include "host_interfaces/DeviceManagerAbstract.h"
 
-#include <QStringList>
+#include "DspCore/audio/CtcssTones.h"
+#include "DspCore/types.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,15 @@ namespace host
 {
 namespace
 {
+// The device has one receiver with two channels.
+constexpr int kReceiver = 0;
+constexpr int kChannelA = 0;
+constexpr int kChannelB = 1;
+
+const QStringList kAgcModes = {"off", "long", "slow", "med", "fast", "user"}; // by their numbers
+static_assert(int(DspCore::AgcMode::Off) == 0 && int(DspCore::AgcMode::Med) == 3
+    && int(DspCore::AgcMode::User) == 5);
+
 constexpr int kLowestAgcGainDb = -20;
 constexpr int kHighestAgcGainDb = 120;
 
@@ -30,173 +40,285 @@ constexpr double kSmallestStep = 1e-6;
 constexpr int kLowestCwToneHz = 300;
 constexpr int kHighestCwToneHz = 1000;
 
+constexpr int kEqualizerBands = 18;
 constexpr int kMostEqualizerDb = 40; // up or down
 constexpr int kLowestSquelchDbm = -160;
 constexpr int kHighestSquelchDbm = 20;
 constexpr double kCtcssToleranceHz = 0.05; // the tones are given to a tenth of a hertz
 constexpr int kSilenceDb = -60;
+constexpr double kHighestFrequencyHz = 800e6;
 
-/// The texts of the options of one predictor.
-struct PredictorOptions
-{
-    const char *on;
-    const char *taps;
-    const char *delay;
-    const char *rate;
-    const char *leak;
-};
-constexpr PredictorOptions kNr = {"nr", "nr-taps", "nr-delay", "nr-rate", "nr-leak"};
-constexpr PredictorOptions kAnf = {"anf", "anf-taps", "anf-delay", "anf-rate", "anf-leak"};
+// The parts of the receiver's chain, by the modes whose signal goes through them.
+constexpr ModeSet kWithAgc = ModeSet::but({Mode::NFM, Mode::WFM});
+constexpr ModeSet kWithPredictors =
+    ModeSet::but({Mode::DIGL, Mode::DIGU, Mode::DRM, Mode::WFM}); // noise reduction, notch
+constexpr ModeSet kWithEqualizer = ModeSet::but({Mode::DIGL, Mode::DIGU, Mode::DRM});
+constexpr ModeSet kWithBinaural = kWithPredictors;
+constexpr ModeSet kWithSquelch = ModeSet::but({Mode::WFM});
+constexpr ModeSet kWithChannelB = ModeSet::but({Mode::WFM});
 
-PredictorSettings readPredictor(const OptionReader &options, const PredictorOptions &names)
+ValueCheck equalizerGains()
 {
-    for (const char *detail : {names.taps, names.delay, names.rate, names.leak})
-        options.require(detail, names.on);
-    PredictorSettings settings;
-    settings.on = options.isSet(names.on);
-    settings.taps = options.findInteger(names.taps, 1, kMostPredictorSamples);
-    settings.delay = options.findInteger(names.delay, 1, kMostPredictorSamples);
-    settings.rate = options.find(names.rate, kSmallestStep, 1.0);
-    settings.leak = options.find(names.leak, kSmallestStep, 1.0);
-    return settings;
+    const auto read = [](const QString &list) {
+        const QStringList texts = list.split(',');
+        if (texts.size() != kEqualizerBands)
+            refuse(QString("%1 gains instead of %2").arg(texts.size()).arg(kEqualizerBands));
+        QVariantList gains;
+        for (const QString &text : texts) {
+            bool ok = false;
+            gains += text.toInt(&ok);
+            if (!ok || std::abs(gains.last().toInt()) > kMostEqualizerDb)
+                refuse(QString("'%1' is not a whole number of dB from -%2 to %2")
+                           .arg(text)
+                           .arg(kMostEqualizerDb));
+        }
+        return gains;
+    };
+    return {read, {}};
 }
 
-DspCore::AgcMode readAgcMode(const OptionReader &options, DspCore::AgcMode fallback)
+std::size_t nearestTone(double hertz)
 {
-    if (!options.isSet("agc"))
-        return fallback;
-    for (std::size_t i = 0; i < kAgcModeNames.size(); ++i)
-        if (options.text("agc").compare(kAgcModeNames[i], Qt::CaseInsensitive) == 0)
-            return DspCore::AgcMode(i);
-    refuse(QString("--agc: '%1' is none of off, long, slow, med, fast, user")
-               .arg(options.text("agc")));
+    const auto distance = [hertz](double tone) { return std::abs(tone - hertz); };
+    return std::size_t(
+        std::ranges::min_element(Velmora::CTCSS, {}, distance) - Velmora::CTCSS.begin());
 }
 
-void readAgc(const OptionReader &options, ToolSettings &settings)
+ValueCheck squelchTone()
 {
-    settings.agcMode = readAgcMode(options, settings.agcMode);
-    settings.agcGainDb = options.findInteger("agc-gain", kLowestAgcGainDb, kHighestAgcGainDb);
-    settings.agcAttackMs = options.find("agc-attack", kShortestAttackMs, kLongestAttackMs);
-    settings.agcDecayMs = options.find("agc-decay", kShortestReleaseMs, kLongestReleaseMs);
-    settings.agcHangMs = options.find("agc-hang", kShortestReleaseMs, kLongestReleaseMs);
-    for (const char *time : {"agc-attack", "agc-decay", "agc-hang"})
-        if (settings.agcMode == DspCore::AgcMode::Off && options.isSet(time))
-            refuse(QString("--%1 has no meaning with --agc off").arg(time));
-}
-
-void readBlankers(const OptionReader &options, ToolSettings &settings)
-{
-    options.require("nb1-threshold", "nb1");
-    options.require("nb2-threshold", "nb2");
-    settings.nb1 = options.isSet("nb1");
-    settings.nb2 = options.isSet("nb2");
-    settings.nb1Threshold = options.find("nb1-threshold", kLowestThreshold, kHighestThreshold);
-    settings.nb2Threshold = options.find("nb2-threshold", kLowestThreshold, kHighestThreshold);
-}
-
-QVector<int> readEqualizer(const OptionReader &options)
-{
-    if (!options.isSet("equalizer"))
-        return {};
-    const QStringList texts = options.text("equalizer").split(',');
-    if (texts.size() != ToolSettings::kEqualizerBands)
-        refuse(QString("--equalizer: %1 gains instead of %2")
-                   .arg(texts.size())
-                   .arg(ToolSettings::kEqualizerBands));
-    QVector<int> gains;
-    for (const QString &text : texts) {
-        bool ok = false;
-        gains += text.toInt(&ok);
-        if (!ok || std::abs(gains.last()) > kMostEqualizerDb)
-            refuse(QString("--equalizer: '%1' is not a whole number of dB from -%2 to %2")
+    const auto read = [](const QString &text) {
+        const double hertz = numberFrom(text);
+        const double nearest = std::round(Velmora::CTCSS[nearestTone(hertz)] * 10.0) / 10.0;
+        if (std::abs(nearest - hertz) > kCtcssToleranceHz)
+            refuse(QString("%1 is no squelch tone, the nearest is %2")
                        .arg(text)
-                       .arg(kMostEqualizerDb));
+                       .arg(nearest, 0, 'f', 1));
+        return nearest;
+    };
+    return {read, {}};
+}
+
+/// A call of the device with the receiver's number and the switch.
+auto turnOn(void (DeviceAbstract::*set)(unsigned, bool))
+{
+    return [set](const OptionTarget &to, const QVariant &) { (to.device.*set)(kReceiver, true); };
+}
+
+// A new engine calls its mode Off while its receiver's control is on, and takes Off for nothing
+// new. Of several changes only the last one is heard.
+void beginAgc(const OptionTarget &to, const QVariant &name)
+{
+    const auto set = [&to](
+                         int mode) { to.device.setAgcMode(kReceiver, kChannelA, unsigned(mode)); };
+    const int mode = kAgcModes.indexOf(name.toString());
+    if (mode == int(DspCore::AgcMode::Off))
+        set(int(DspCore::AgcMode::Med));
+    set(mode);
+}
+
+void setUpSquelch(const OptionTarget &to, const QVariant &dbm)
+{
+    for (const int channel : {kChannelA, kChannelB}) {
+        to.device.setSqlValue(kReceiver, channel, dbm.toInt());
+        to.device.setSqlEnable(kReceiver, channel, true);
     }
-    return gains;
 }
 
-std::optional<int> readCtcss(const OptionReader &options)
+void setUpCtcss(const OptionTarget &to, const QVariant &hertz)
 {
-    if (!options.isSet("ctcss"))
-        return std::nullopt;
-    const double hz = options.number("ctcss", 0.0);
-    const auto &tones = Velmora::CTCSS;
-    const auto nearest =
-        std::ranges::min_element(tones, {}, [hz](double tone) { return std::abs(tone - hz); });
-    if (std::abs(*nearest - hz) > kCtcssToleranceHz)
-        refuse(QString("--ctcss: %1 is no squelch tone, the nearest is %2")
-                   .arg(options.text("ctcss"))
-                   .arg(double(*nearest), 0, 'f', 1));
-    return int(nearest - tones.begin());
+    to.device.setToneCTCSS(kReceiver, int(nearestTone(hertz.toDouble())));
+    to.device.setEnableCTCSS(kReceiver, true);
 }
 
-void readChannels(const OptionReader &options, ToolSettings &settings)
+void setUpEqualizer(const OptionTarget &to, const QVariant &gains)
 {
-    // The receiver passes by the controls of its channels while only one of them is heard.
-    options.require("volume-b", "tune-b");
-    options.require("balance", "tune-b");
-    if (options.isSet("tune-b"))
-        settings.tuneBHz = options.number("tune-b", 0.0);
-    settings.volumeDb = options.findInteger("volume", kSilenceDb, 0).value_or(0);
-    settings.volumeBDb = options.findInteger("volume-b", kSilenceDb, 0).value_or(0);
-    settings.balanceDb = options.findInteger("balance", kSilenceDb, -kSilenceDb).value_or(0);
+    QList<int> values;
+    for (const QVariant &gain : gains.toList())
+        values += gain.toInt();
+    to.device.setEqualizerGains(kReceiver, values);
+    to.device.setEqualizerEnable(kReceiver, true);
+}
+
+void setUpChannelB(const OptionTarget &to, const QVariant &hertz)
+{
+    to.device.setDownConverter(kReceiver, kChannelB, hertz.toDouble() - to.settings.centerHz);
+    to.device.receiverChannelEnable(kReceiver, kChannelB, true);
+}
+
+void setUpBalance(const OptionTarget &to, const QVariant &db)
+{
+    for (const int channel : {kChannelA, kChannelB})
+        to.device.setBalance(kReceiver, channel, db.toInt());
+}
+
+/// The time of an AGC mode, a stored setting of that mode.
+Option agcTime(const char *name, const char *help, const char *key, double lowest, double highest)
+{
+    return {.name = name,
+        .argument = "MS",
+        .help = help,
+        .value = number(lowest, highest),
+        .modes = kWithAgc,
+        .stored = key,
+        .storedBy = "agc"};
+}
+
+/// A detail of noise reduction or auto notch: a stored setting of the device.
+Option predictorSamples(const char *name, const char *help, const char *owner, const char *key)
+{
+    return {.name = name,
+        .argument = "N",
+        .help = help,
+        .value = wholeNumber(1, kMostPredictorSamples),
+        .needs = owner,
+        .stored = key};
+}
+
+Option predictorStep(const char *name, const char *help, const char *owner, const char *key)
+{
+    return {.name = name,
+        .argument = "X",
+        .help = help,
+        .value = number(kSmallestStep, 1.0),
+        .needs = owner,
+        .stored = key};
+}
+
+Option blankerThreshold(const char *name, const char *help, const char *owner, const char *key)
+{
+    return {.name = name,
+        .argument = "RATIO",
+        .help = help,
+        .value = number(kLowestThreshold, kHighestThreshold),
+        .needs = owner,
+        .stored = key};
 }
 } // namespace
 
-void declareToolOptions(QCommandLineParser &parser)
+std::vector<Option> toolOptions()
 {
-    parser.addOptions({
-        {"agc", "Gain control: off, long, slow, med, fast or user. Default med.", "MODE"},
-        {"agc-gain", "Highest gain of the gain control, or its gain while off: -20 to 120.", "DB"},
-        {"agc-attack", "Attack time of the gain control's mode, 0.1 to 2.5.", "MS"},
-        {"agc-decay", "Decay time of the gain control's mode, 10 to 5000.", "MS"},
-        {"agc-hang", "Hang time of the gain control's mode, 10 to 5000.", "MS"},
-        {"nb1", "Mute impulses in the IQ."},
-        {"nb1-threshold", "How far an impulse stands out, as a ratio of amplitudes.", "RATIO"},
-        {"nb2", "Smooth impulses in the IQ."},
-        {"nb2-threshold", "The same for --nb2.", "RATIO"},
-        {"nr", "Noise reduction."},
-        {"nr-taps", "Length of its filter in samples, 1 to 257.", "N"},
-        {"nr-delay", "Distance of its filter in samples, 1 to 257.", "N"},
-        {"nr-rate", "Its step size, 1e-6 to 1.", "X"},
-        {"nr-leak", "How fast it forgets, 1e-6 to 1.", "X"},
-        {"anf", "Automatic notch filter."},
-        {"anf-taps", "Length of its filter in samples.", "N"},
-        {"anf-delay", "Distance of its filter in samples.", "N"},
-        {"anf-rate", "Its step size, 1e-6 to 1.", "X"},
-        {"anf-leak", "How fast it forgets, 1e-6 to 1.", "X"},
-        {"apf", "Audio peak filter (LSB, USB, CW)."},
-        {"dse", "Spread CW between the ears."},
-        {"binaural", "Binaural audio."},
-        {"equalizer", "18 gains in whole dB, lowest band first.", "G1,...,G18"},
-        {"squelch", "Silence below this level.", "DBM"},
-        {"ctcss", "Silence without this squelch tone (NFM).", "HZ"},
-        {"tune-b", "Frequency of a second station, heard along with --tune.", "HZ"},
-        {"volume", "Whole dB from -60 (silence) to 0. Default 0.", "DB"},
-        {"volume-b", "The same for the second station.", "DB"},
-        {"balance", "Whole dB from -60 to 60, above 0 the right side is quieter; needs --tune-b.",
-            "DB"},
-        {"cw-tone", "Pitch of a CW station in tune, 300 to 1000.", "HZ"},
-        {"mono", "Wide FM without stereo."},
-    });
-}
-
-ToolSettings readToolOptions(const OptionReader &options)
-{
-    ToolSettings settings;
-    readAgc(options, settings);
-    readBlankers(options, settings);
-    settings.nr = readPredictor(options, kNr);
-    settings.anf = readPredictor(options, kAnf);
-    settings.apf = options.isSet("apf");
-    settings.dse = options.isSet("dse");
-    settings.binaural = options.isSet("binaural");
-    settings.equalizerDb = readEqualizer(options);
-    settings.squelchDbm = options.findInteger("squelch", kLowestSquelchDbm, kHighestSquelchDbm);
-    settings.ctcssIndex = readCtcss(options);
-    readChannels(options, settings);
-    settings.cwToneHz = options.findInteger("cw-tone", kLowestCwToneHz, kHighestCwToneHz);
-    settings.mono = options.isSet("mono");
-    return settings;
+    return {
+        {.name = "agc",
+            .argument = "MODE",
+            .help = "Gain control",
+            .value = oneOf(kAgcModes),
+            .standard = "med",
+            .modes = kWithAgc,
+            .begin = beginAgc},
+        {.name = "agc-gain",
+            .argument = "DB",
+            .help = "Highest gain of the gain control, or its gain while off",
+            .value = wholeNumber(kLowestAgcGainDb, kHighestAgcGainDb),
+            .modes = kWithAgc,
+            .begin =
+                [](const OptionTarget &to, const QVariant &db) {
+                    to.device.setAgcGain(kReceiver, kChannelA, db.toInt());
+                }},
+        agcTime("agc-attack", "Attack time of the gain control's mode", "agc_%1_Attack",
+            kShortestAttackMs, kLongestAttackMs),
+        agcTime("agc-decay", "Decay time of the gain control's mode", "agc_%1_Decay",
+            kShortestReleaseMs, kLongestReleaseMs),
+        agcTime("agc-hang", "Hang time of the gain control's mode", "agc_%1_hangTime",
+            kShortestReleaseMs, kLongestReleaseMs),
+        {.name = "nb1",
+            .help = "Mute impulses in the IQ",
+            .setUp = turnOn(&DeviceAbstract::setNb1)},
+        blankerThreshold("nb1-threshold", "How far an impulse stands out, as a ratio of amplitudes",
+            "nb1", "dsp_nb1_thr"),
+        {.name = "nb2",
+            .help = "Smooth impulses in the IQ",
+            .setUp = turnOn(&DeviceAbstract::setNb2)},
+        blankerThreshold("nb2-threshold", "The same for --nb2", "nb2", "dsp_nb2_thr"),
+        {.name = "nr",
+            .help = "Noise reduction",
+            .modes = kWithPredictors,
+            .setUp = turnOn(&DeviceAbstract::setNr)},
+        predictorSamples("nr-taps", "Length of its filter in samples", "nr", "dsp_nr_taps"),
+        predictorSamples("nr-delay", "Distance of its filter in samples", "nr", "dsp_nr_delay"),
+        predictorStep("nr-rate", "Its step size", "nr", "dsp_nr_rate"),
+        predictorStep("nr-leak", "How fast it forgets", "nr", "dsp_nr_leak"),
+        {.name = "anf",
+            .help = "Automatic notch filter",
+            .modes = kWithPredictors,
+            .setUp = turnOn(&DeviceAbstract::setAnf)},
+        predictorSamples("anf-taps", "Length of its filter in samples", "anf", "dsp_anf_taps"),
+        predictorSamples("anf-delay", "Distance of its filter in samples", "anf", "dsp_anf_delay"),
+        predictorStep("anf-rate", "Its step size", "anf", "dsp_anf_rate"),
+        predictorStep("anf-leak", "How fast it forgets", "anf", "dsp_anf_leak"),
+        {.name = "apf",
+            .help = "Audio peak filter",
+            .modes = {Mode::LSB, Mode::USB, Mode::CW},
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &) { emit to.manager.apfChanged(kReceiver, true); }},
+        {.name = "dse",
+            .help = "Spread CW between the ears",
+            .modes = {Mode::CW},
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &) { emit to.manager.dseChanged(kReceiver, true); }},
+        {.name = "binaural",
+            .help = "Binaural audio",
+            .modes = kWithBinaural,
+            .setUp = turnOn(&DeviceAbstract::setBin)},
+        {.name = "equalizer",
+            .argument = "DB1,...,DB18",
+            .help = "18 gains in whole dB, lowest band first",
+            .value = equalizerGains(),
+            .modes = kWithEqualizer,
+            .setUp = setUpEqualizer},
+        {.name = "squelch",
+            .argument = "DBM",
+            .help = "Silence below this level",
+            .value = wholeNumber(kLowestSquelchDbm, kHighestSquelchDbm),
+            .modes = kWithSquelch,
+            .setUp = setUpSquelch},
+        {.name = "ctcss",
+            .argument = "HZ",
+            .help = "Silence without this squelch tone",
+            .value = squelchTone(),
+            .modes = {Mode::NFM},
+            .setUp = setUpCtcss},
+        {.name = "tune-b",
+            .argument = "HZ",
+            .help = "Frequency of a second station, heard along with --tune",
+            .value = number(0.0, kHighestFrequencyHz),
+            .modes = kWithChannelB,
+            .keep = [](HostSettings &settings,
+                        const QVariant &hertz) { settings.tuneBHz = hertz.toDouble(); },
+            .setUp = setUpChannelB},
+        {.name = "volume",
+            .argument = "DB",
+            .help = "Whole dB, the lowest being silence",
+            .value = wholeNumber(kSilenceDb, 0),
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &db) { to.device.setMainVolume(db.toInt()); }},
+        {.name = "volume-b",
+            .argument = "DB",
+            .help = "The same for the second station",
+            .value = wholeNumber(kSilenceDb, 0),
+            .needs = "tune-b",
+            .setUp =
+                [](const OptionTarget &to, const QVariant &db) {
+                    to.device.setVolume(kReceiver, kChannelB, db.toInt());
+                }},
+        // The receiver passes by the controls of its channels while only one of them is heard.
+        {.name = "balance",
+            .argument = "DB",
+            .help = "Whole dB of both stations, above 0 the right side is quieter",
+            .value = wholeNumber(kSilenceDb, -kSilenceDb),
+            .needs = "tune-b",
+            .setUp = setUpBalance},
+        {.name = "cw-tone",
+            .argument = "HZ",
+            .help = "Pitch of a CW station in tune",
+            .value = wholeNumber(kLowestCwToneHz, kHighestCwToneHz),
+            .otherwise = "as stored, at first 700",
+            .modes = {Mode::CW},
+            .stored = "cw_pitch"},
+        {.name = "mono",
+            .help = "Wide FM without stereo",
+            .modes = {Mode::WFM},
+            .setUp = [](const OptionTarget &to,
+                         const QVariant &) { to.device.setWfmStereo(kReceiver, false); }},
+    };
 }
 } // namespace host

@@ -74,7 +74,7 @@ bool BandPictures::savePanorama()
     const double tune = m_settings.tuneHz;
     picture.addBand({tune + m_settings.filterLowHz, tune + m_settings.filterHighHz});
     picture.addMark({tune, QString(m_settings.mode->name) + ' ' + formatHertz(tune)});
-    if (const auto &tuneB = m_settings.tools.tuneBHz)
+    if (const auto &tuneB = m_settings.tuneBHz)
         picture.addMark({*tuneB, "B " + formatHertz(*tuneB)});
     for (const NotchSettings &notch : m_settings.notches)
         picture.addMark({notch.frequencyHz, "notch", PictureMark::Kind::Notch});

@@ -37,6 +37,8 @@ TEST(LoadingTest, WhatIsNoPluginOrLibraryIsNamedWithItsReason)
         {"--d2xx " HARDWARE_D2XX " --fault none", {"--fault", "virtual receiver"}},
         {"--d2xx " HARDWARE_D2XX " --free-run", {"--free-run", "virtual receiver"}},
         {"--preamp 6.25", {"--preamp", "6.25", "-31.5 to 6"}},
+        {"--mode AM --filter -18001:4000", {"--filter", "-18000:18000", "AM"}},
+        {"--mode LSB --filter 300:2700", {"--filter", "-10000:0", "LSB"}},
     };
     for (const auto &c : cases) {
         HostProcess host;
