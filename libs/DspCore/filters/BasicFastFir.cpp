@@ -12,13 +12,12 @@ namespace DspCore
 {
 namespace
 {
-constexpr int kBlockSize = 512; // samples filtered in one pass
 constexpr int kMinTaps = 16;
 constexpr double kNyquist = 0.5; // cycles per sample
 
-int fftSizeFor(int taps, int maximum)
+int fftSizeFor(int taps, int block, int maximum)
 {
-    const long long needed = std::clamp<long long>((long long)taps + kBlockSize - 1, 2, maximum);
+    const long long needed = std::clamp<long long>((long long)taps + block - 1, 2, maximum);
     return int(std::bit_ceil(unsigned(needed)));
 }
 } // namespace
@@ -29,18 +28,19 @@ bool BasicFastFir<Sample>::init(double low, double high, int taps)
     low = std::clamp(low, -kNyquist, kNyquist);
     high = std::clamp(high, -kNyquist, kNyquist);
     const int used = std::clamp(taps, kMinTaps, mConvolver.kMaxTaps);
-    // By the taps asked for: a request below the least number of taps may so get a transform that
-    // is too short for a whole block, whose end then wraps around.
-    mConvolver.setFftSize(fftSizeFor(taps, mConvolver.kMaxFftSize));
     mWindow.init(used, Window::BlackmanNuttall);
     calculate(low, high, used);
+    // By the taps asked for: a request below the least number of taps may so get a transform that
+    // is too short for a whole block, whose end then wraps around.
+    mConvolver.setFilter(
+        mTaps.data(), used, fftSizeFor(taps, mConvolver.kMaxBlock, mConvolver.kMaxFftSize));
     return true;
 }
 
 template <typename Sample>
 void BasicFastFir<Sample>::calculate(double low, double high, int taps)
 {
-    using Real = typename BlockConvolver<Sample>::Real;
+    using Real = typename Primitives<Sample>::Real;
     constexpr double kPi = std::numbers::pi;
 
     const double halfWidth = (high - low) / 2.0;  // cycles per sample
@@ -53,7 +53,6 @@ void BasicFastFir<Sample>::calculate(double low, double high, int taps)
             Real(2.0 * h * std::cos(centreStep * k)), Real(2.0 * h * std::sin(centreStep * k))};
     }
     mWindow.process(mTaps.data(), taps);
-    mConvolver.setTaps(mTaps.data(), taps);
 }
 
 template <typename Sample>
@@ -63,10 +62,11 @@ bool BasicFastFir<Sample>::process(Sample *buffer, int length, const char *signa
         vm::log::warning(signature, __LINE__, ": Incorrect input parameters. ");
         return false;
     }
-    if (length > kBlockSize) {
+    constexpr int kBlock = BlockConvolver<Sample>::kMaxBlock;
+    if (length > kBlock) {
         bool good = true;
-        for (int done = 0; done < length; done += kBlockSize)
-            good &= process(buffer + done, std::min(kBlockSize, length - done), signature);
+        for (int done = 0; done < length; done += kBlock)
+            good &= process(buffer + done, std::min(kBlock, length - done), signature);
         return good;
     }
     mStatus = mConvolver.process(buffer, length);

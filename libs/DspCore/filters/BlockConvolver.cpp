@@ -1,45 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/BlockConvolver.h"
 
-#include "DspCore/filters/DirectConvolution.h"
-
 #include <algorithm>
-#include <bit>
 #include <cmath>
 
 namespace DspCore
 {
 namespace
 {
-// Products of the direct sum that take the time of one point and stage of the two transforms.
-constexpr double kProductsPerStage = 2.0;
-
-int directLimit(int fftSize, int taps)
+template <typename Sample>
+void add(const Sample *source, Sample *sum, int count)
 {
-    const double stages = fftSize * double(std::bit_width(unsigned(fftSize)) - 1);
-    return int(kProductsPerStage * stages / taps);
+    for (int i = 0; i < count; ++i)
+        sum[i] = {sum[i].re + source[i].re, sum[i].im + source[i].im};
 }
 } // namespace
 
 template <typename Sample>
 BlockConvolver<Sample>::BlockConvolver()
-    : mSpectrum(kMaxFftSize), mTail(kMaxFftSize), mWork(kMaxFftSize),
-      mDirectRe(kMaxTaps + 2 * kDirectPadding), mDirectIm(kMaxTaps + 2 * kDirectPadding)
+    : mSpectrum(kMaxFftSize), mTail(kMaxFftSize), mWork(kMaxFftSize)
 { }
 
 template <typename Sample>
-void BlockConvolver<Sample>::setFftSize(int size)
+void BlockConvolver<Sample>::setFilter(const Sample *taps, int count, int fftSize)
 {
-    if (size == mFftSize)
-        return;
-    mFftSize = size;
-    mFft.init(size);
-    mTailLength = size;
-}
-
-template <typename Sample>
-void BlockConvolver<Sample>::setTaps(const Sample *taps, int count)
-{
+    keepTail();
+    mFftSize = fftSize;
+    mFft.init(fftSize);
     std::fill(mSpectrum.begin(), mSpectrum.end(), Sample{});
     std::copy_n(taps, count, mSpectrum.begin());
     mFft.process(mSpectrum.data(), mFftSize, FftType::Forward);
@@ -48,57 +35,68 @@ void BlockConvolver<Sample>::setTaps(const Sample *taps, int count)
     Real largest = 0;
     Primitives<Sample>::largest(parts, 2 * mFftSize, &largest);
     Primitives<Sample>::scaleReals(Real(1) / largest, parts, 2 * mFftSize);
+
     // The forward transform divides by the FFT size, and so does the largest part of its result.
-    setDirectTaps(taps, count, Real(1) / largest / Real(mFftSize));
+    const Real scale = Real(1) / largest / Real(mFftSize);
+    bool isFinite = true;
+    for (int i = 0; i < count; ++i) {
+        const Sample tap = {taps[i].re * scale, taps[i].im * scale};
+        isFinite = isFinite && std::isfinite(tap.re) && std::isfinite(tap.im);
+        mWork[std::size_t(i)] = tap;
+    }
+    mInPartitions =
+        mForm == ConvolutionForm::Chosen && isFinite && count + kMaxBlock - 1 <= mFftSize;
+    if (mInPartitions)
+        mConvolver.setTaps(mWork.data(), count);
 }
 
+/// Moves the tail to its start and adds what the filter at hand would still give over zeros.
 template <typename Sample>
-void BlockConvolver<Sample>::setDirectTaps(const Sample *taps, int count, Real scale)
+void BlockConvolver<Sample>::keepTail()
 {
-    std::fill(mDirectRe.begin(), mDirectRe.end(), Real(0));
-    std::fill(mDirectIm.begin(), mDirectIm.end(), Real(0));
-    mDirectTapsAreFinite = true;
-    for (int i = 0; i < count; ++i) {
-        const Real re = taps[i].re * scale;
-        const Real im = taps[i].im * scale;
-        mDirectRe[std::size_t(kDirectPadding + i)] = re;
-        mDirectIm[std::size_t(kDirectPadding + i)] = im;
-        mDirectTapsAreFinite = mDirectTapsAreFinite && std::isfinite(re) && std::isfinite(im);
-    }
-    mTaps = count;
-    mDirectLimit = directLimit(mFftSize, count);
+    const auto start = mTail.begin() + mTailStart;
+    const auto end = mTail.begin() + mFftSize;
+    std::fill(std::move(start, end, mTail.begin()), end, Sample{});
+    mTailStart = 0;
+    if (!mInPartitions || mConvolver.isEmpty())
+        return;
+    const int length = mConvolver.taps() - 1;
+    std::fill_n(mWork.begin(), length, Sample{});
+    mConvolver.process(mWork.data(), length);
+    add(mWork.data(), mTail.data(), length);
 }
 
 template <typename Sample>
 void BlockConvolver<Sample>::clear()
 {
     std::fill(mTail.begin(), mTail.end(), Sample{});
-    mTailLength = 0;
+    mTailStart = mInPartitions ? mFftSize : 0;
+    if (mInPartitions)
+        mConvolver.clear();
 }
 
 template <typename Sample>
 IppStatus BlockConvolver<Sample>::process(Sample *buffer, int length)
 {
-    if (length < 1 || length > kMaxFftSize)
+    if (length < 1 || length > kMaxBlock)
         return ippStsSizeErr;
-    if (useDirect(length)) {
-        addDirectly(buffer, length);
-        return ippStsNoErr;
-    }
-    return addByFft(buffer, length);
+    if (!mInPartitions)
+        return overlapAdd(buffer, length);
+    mConvolver.process(buffer, length);
+    addTail(buffer, length);
+    return ippStsNoErr;
 }
 
 template <typename Sample>
-bool BlockConvolver<Sample>::useDirect(int length) const
+void BlockConvolver<Sample>::addTail(Sample *buffer, int length)
 {
-    const bool same = mDirectTapsAreFinite && length + mTaps - 1 <= mFftSize;
-    if (!same || mForm == ConvolutionForm::Fft)
-        return false;
-    return mForm == ConvolutionForm::Direct || length <= mDirectLimit;
+    const int count = std::min(length, mFftSize - mTailStart);
+    add(mTail.data() + mTailStart, buffer, count);
+    mTailStart += count;
 }
 
 template <typename Sample>
-IppStatus BlockConvolver<Sample>::addByFft(Sample *buffer, int length)
+IppStatus BlockConvolver<Sample>::overlapAdd(Sample *buffer, int length)
 {
     std::copy_n(buffer, length, mWork.begin());
     if (length < mFftSize)
@@ -122,24 +120,7 @@ IppStatus BlockConvolver<Sample>::addByFft(Sample *buffer, int length)
     for (int i = length; i < mFftSize; ++i)
         tail[i - length] = {tail[i].re + work[i].re, tail[i].im + work[i].im};
     std::fill(tail + mFftSize - length, tail + mFftSize, Sample{});
-    mTailLength = mFftSize;
     return ippStsNoErr;
-}
-
-template <typename Sample>
-void BlockConvolver<Sample>::addDirectly(Sample *buffer, int length)
-{
-    const DirectTaps<Real> taps{
-        mDirectRe.data() + kDirectPadding, mDirectIm.data() + kDirectPadding, mTaps};
-    const int reached = length + mTaps - 1; // end of the block's response
-    const int end = std::max(reached, mTailLength);
-    Sample *const tail = mTail.data();
-    std::copy_n(buffer, length, mWork.begin()); // the outputs take its place
-    directConvolution(mWork.data(), length, taps, tail, buffer, 0, length);
-    directConvolution(mWork.data(), length, taps, tail, tail, length, reached);
-    std::copy(tail + reached, tail + end, tail + reached - length);
-    std::fill(tail + end - length, tail + end, Sample{});
-    mTailLength = end - length;
 }
 
 template class BlockConvolver<COMPLEX>;

@@ -3,20 +3,23 @@
 
 #include "DspCore/AlignedVector.h"
 #include "DspCore/fft/FFT64.h"
+#include "DspCore/filters/PartitionedConvolver.h"
 
 #include <type_traits>
 
 namespace DspCore
 {
-/// How BlockConvolver works: as is faster for the block at hand, or always by one of its two ways.
-/// Direct falls back to Fft where the direct sum would differ (see BlockConvolver).
+/// How BlockConvolver works: by partitions wherever that gives the same, or always by plain
+/// overlap-add.
 enum class ConvolutionForm {
     Chosen,
-    Fft,
-    Direct,
+    OverlapAdd,
 };
 
-/// Overlap-add convolution of a running stream with one complex filter of up to 7935 taps.
+/// Convolution of a running stream with one complex filter of up to 7935 taps after another, scaled
+/// to a gain of about 1.
+///
+/// It answers as overlap-add does with one transform a block:
 ///
 ///   tail     |t t t t t t t t t t . . . . . . . . .|   left by earlier blocks
 ///   response |r r r r r r r r r r r r r r . . . . .|   of this block: n + taps - 1 samples
@@ -24,65 +27,56 @@ enum class ConvolutionForm {
 ///            n samples  the new tail: sum of both, moved down by n
 ///            go out
 ///
-/// The response is found in one of two ways with the same result but for rounding:
-/// - Fft: transform of the block, product with the filter's spectrum, inverse transform. The cost
-/// is
-///   that of two transforms, however short the block.
-/// - Direct: the sum over the block's samples, cheaper for short blocks: at a high input rate the
-///   blocks behind a decimator are a few samples long, and a filter of 1570 taps stands behind it.
+/// but works by partitions (see PartitionedConvolver), at a tenth of the cost and less. The tail is
+/// then only what earlier filters left: a new filter lets the old one run on over zeros, and what
+/// comes out is added to the stream. The tail moves over the FFT size alone: what stands above a
+/// size that shrank stays there and comes back when the size grows again.
 ///
-/// If block and taps together exceed the FFT size, the Fft way wraps around the end; then it is the
-/// only one used, as it is for a filter that is not finite (one of no width has no gain to scale).
+/// Plain overlap-add remains for filters whose answer depends on the transform: if block and taps
+/// together exceed the FFT size the response wraps around its end, and a filter that is not finite
+/// (one of no width has no gain to scale) spoils the tail up to the FFT size.
 ///
-/// A new filter leaves the tail, which rings out. The tail is moved over the FFT size alone: what
-/// stands above a size that shrank stays there and comes back when the size grows again.
-///
-/// All memory is taken at construction and setFftSize(). Not thread-safe.
+/// All memory is taken at construction and setFilter(). Not thread-safe.
 template <typename Sample>
 class BlockConvolver
 {
 public:
-    using Real = typename Primitives<Sample>::Real;
-
     static constexpr int kMaxFftSize = 16384;
     static constexpr int kMaxTaps = 7935;
+    static constexpr int kMaxBlock = 512; // samples
 
     BlockConvolver();
 
-    /// A power of two up to kMaxFftSize.
-    void setFftSize(int size);
-    int fftSize() const { return mFftSize; }
-
     /// Takes the filter and scales it so that the largest real or imaginary part of its spectrum
-    /// (signed, not the largest magnitude) is 1. Count is 1..kMaxTaps.
-    void setTaps(const Sample *taps, int count);
+    /// (signed, not the largest magnitude) is 1. Count is 1..kMaxTaps, the FFT size a power of two
+    /// up to kMaxFftSize.
+    void setFilter(const Sample *taps, int count, int fftSize);
 
-    /// Filters a block of 1 sample up to the FFT size in place.
+    /// Filters a block of 1..kMaxBlock samples, at most the FFT size, in place.
     IppStatus process(Sample *buffer, int length);
 
     void clear();
+
+    /// For tests and measurements, before the first setFilter().
     void setForm(ConvolutionForm form) { mForm = form; }
 
 private:
+    using Real = typename Primitives<Sample>::Real;
     using Fft = std::conditional_t<std::is_same_v<Sample, COMPLEX>, FFT64, FFT32>;
 
-    void setDirectTaps(const Sample *taps, int count, Real scale);
-    bool useDirect(int length) const;
-    IppStatus addByFft(Sample *buffer, int length);
-    void addDirectly(Sample *buffer, int length);
+    void keepTail();
+    void addTail(Sample *buffer, int length);
+    IppStatus overlapAdd(Sample *buffer, int length);
 
     ConvolutionForm mForm = ConvolutionForm::Chosen;
+    bool mInPartitions = false;
+    PartitionedConvolver<Sample> mConvolver;
     Fft mFft;
     int mFftSize = 0;
-    int mTaps = 0;
-    int mTailLength = 0;  // the tail is zero from here to the FFT size
-    int mDirectLimit = 0; // samples; longer blocks are cheaper by FFT
-    bool mDirectTapsAreFinite = false;
     AlignedVector<Sample> mSpectrum;
     AlignedVector<Sample> mTail;
+    int mTailStart = 0; // what was added already is not moved; at the FFT size all was
     AlignedVector<Sample> mWork;
-    AlignedVector<Real> mDirectRe; // scaled taps with zeros before and after
-    AlignedVector<Real> mDirectIm;
 };
 
 extern template class BlockConvolver<COMPLEX>;

@@ -9,9 +9,9 @@ namespace DspCore
 ///
 /// The filter is a windowed-sinc low-pass moved to the centre of the band by complex modulation
 /// (see Oppenheim/Schafer, Discrete-Time Signal Processing, chapter on windowed design), scaled to
-/// a gain of about 1 in the band. Blocks are convolved by overlap-add: the response to each block
-/// is added to the tail that earlier blocks left, and what is finished comes out. As many samples
-/// come out as go in; the delay is about half the taps. Not thread-safe.
+/// a gain of about 1 in the band. As many samples come out as go in; the delay is about half the
+/// taps. A new filter lets the response to what came before ring out (see BlockConvolver). Not
+/// thread-safe.
 class FastFir
 {
 public:
@@ -20,15 +20,15 @@ public:
     /// Allocates, and costs a sine and a cosine per tap.
     bool init(double low, double high, int taps);
 
-    /// Filters in place, any length; longer blocks than 512 samples are cut. False with a warning
-    /// for a null buffer, a length of 0, or a failing operation. Allocates nothing.
+    /// Filters in place, any length; fastest for blocks of one length, a power of two. False with a
+    /// warning for a null buffer, a length of 0, or a failing operation. Allocates nothing.
     bool process(COMPLEX *buffer, int length);
     bool process(std::vector<COMPLEX> &buffer);
 
     /// Empties the tail; the filter stays.
     void clear() { mFir.clear(); }
 
-    /// How blocks are convolved; for tests and measurements. See BlockConvolver.
+    /// How blocks are convolved; for tests and measurements, before the first init().
     void setForm(ConvolutionForm form) { mFir.setForm(form); }
 
 private:

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/ConvolutionKernels.h"
+
+#include "signal_primitives/Clones.h"
+
+#include <algorithm>
+
+namespace DspCore
+{
+namespace
+{
+/// A register's worth of reals at any address. The width is that of the processor's registers: what
+/// the compiler makes of a wider type is slower than no vectors at all.
+template <typename Real, int kBytes>
+struct Register
+{
+    typedef Real type __attribute__((vector_size(kBytes), aligned(alignof(Real)), may_alias));
+    static constexpr int kLanes = kBytes / int(sizeof(Real));
+
+    [[gnu::always_inline]] static inline const type &at(const Real *address)
+    {
+        return *reinterpret_cast<const type *>(address);
+    }
+    [[gnu::always_inline]] static inline type &at(Real *address)
+    {
+        return *reinterpret_cast<type *>(address);
+    }
+};
+
+/// Sums of complex products, kRegisters registers wide. The four products of the parts have sums of
+/// their own, and with one register even and odd terms as well: eight sums side by side are as many
+/// as a processor with two multipliers of four cycles keeps busy.
+template <typename Real, int kBytes>
+struct Sums
+{
+    using Reg = Register<Real, kBytes>;
+    using Vector = typename Reg::type;
+    static constexpr int kRegisters = kBytes == 64 ? 1 : 2;
+    static constexpr int kTurns = 2 / kRegisters;
+    static constexpr int kLength = kRegisters * Reg::kLanes;
+
+    Vector reRe[kTurns][kRegisters]{};
+    Vector imIm[kTurns][kRegisters]{};
+    Vector reIm[kTurns][kRegisters]{};
+    Vector imRe[kTurns][kRegisters]{};
+
+    /// Adds number * x for a run of x.
+    [[gnu::always_inline]] inline void addScaled(
+        int turn, const Real *xRe, const Real *xIm, Real re, Real im)
+    {
+#pragma GCC unroll 2
+        for (int r = 0; r < kRegisters; ++r) {
+            const Vector vRe = Reg::at(xRe + r * Reg::kLanes);
+            const Vector vIm = Reg::at(xIm + r * Reg::kLanes);
+            reRe[turn][r] += re * vRe;
+            imIm[turn][r] += im * vIm;
+            reIm[turn][r] += re * vIm;
+            imRe[turn][r] += im * vRe;
+        }
+    }
+
+    /// Adds h * x for a run of both.
+    [[gnu::always_inline]] inline void addProducts(
+        int turn, const Real *xRe, const Real *xIm, const Real *hRe, const Real *hIm)
+    {
+#pragma GCC unroll 2
+        for (int r = 0; r < kRegisters; ++r) {
+            const Vector vRe = Reg::at(xRe + r * Reg::kLanes);
+            const Vector vIm = Reg::at(xIm + r * Reg::kLanes);
+            const Vector wRe = Reg::at(hRe + r * Reg::kLanes);
+            const Vector wIm = Reg::at(hIm + r * Reg::kLanes);
+            reRe[turn][r] += wRe * vRe;
+            imIm[turn][r] += wIm * vIm;
+            reIm[turn][r] += wRe * vIm;
+            imRe[turn][r] += wIm * vRe;
+        }
+    }
+
+    [[gnu::always_inline]] inline void result(Real *re, Real *im) const
+    {
+#pragma GCC unroll 2
+        for (int r = 0; r < kRegisters; ++r) {
+            Vector sumRe = reRe[0][r] - imIm[0][r];
+            Vector sumIm = reIm[0][r] + imRe[0][r];
+            if constexpr (kTurns == 2) {
+                sumRe += reRe[1][r] - imIm[1][r];
+                sumIm += reIm[1][r] + imRe[1][r];
+            }
+            Reg::at(re + r * Reg::kLanes) = sumRe;
+            Reg::at(im + r * Reg::kLanes) = sumIm;
+        }
+    }
+};
+
+template <int kBytes, typename Real>
+[[gnu::always_inline]] inline void direct(
+    const Parts<Real> &x, int n, const Parts<Real> &taps, int count, Velmora::complex<Real> *out)
+{
+    using Run = Sums<Real, kBytes>;
+    static_assert(Run::kLength <= kDirectOverrun);
+    alignas(64) Real re[Run::kLength];
+    alignas(64) Real im[Run::kLength];
+    for (int i = 0; i < n; i += Run::kLength) {
+        const Real *const xRe = x.re + i;
+        const Real *const xIm = x.im + i;
+        Run run;
+        int j = 0;
+        for (; j + Run::kTurns <= count; j += Run::kTurns) {
+#pragma GCC unroll 2
+            for (int turn = 0; turn < Run::kTurns; ++turn)
+                run.addScaled(
+                    turn, xRe - j - turn, xIm - j - turn, taps.re[j + turn], taps.im[j + turn]);
+        }
+        for (; j < count; ++j)
+            run.addScaled(0, xRe - j, xIm - j, taps.re[j], taps.im[j]);
+        run.result(re, im);
+        const int length = std::min(n - i, Run::kLength);
+        for (int k = 0; k < length; ++k) {
+            out[i + k].re += re[k];
+            out[i + k].im += im[k];
+        }
+    }
+}
+
+/// The terms of one group of bins for `terms` spectra that follow each other in both sets.
+template <typename Run, typename Real>
+[[gnu::always_inline]] inline void addTerms(Run &run, const Real *x, const Real *h, int terms)
+{
+    constexpr int kBins = kGroupBins<Real>;
+    constexpr int kStride = 2 * kBins;
+    int k = 0;
+    for (; k + Run::kTurns <= terms; k += Run::kTurns) {
+#pragma GCC unroll 2
+        for (int turn = 0; turn < Run::kTurns; ++turn) {
+            const Real *const xk = x + (k + turn) * kStride;
+            const Real *const hk = h + (k + turn) * kStride;
+            run.addProducts(turn, xk, xk + kBins, hk, hk + kBins);
+        }
+    }
+    for (; k < terms; ++k)
+        run.addProducts(
+            0, x + k * kStride, x + k * kStride + kBins, h + k * kStride, h + k * kStride + kBins);
+}
+
+template <int kBytes, typename Real>
+[[gnu::always_inline]] inline void sum(const Spectra<Real> &history, int newest,
+    const Spectra<Real> &filter, int first, int bins, Velmora::complex<Real> *out)
+{
+    using Run = Sums<Real, kBytes>;
+    constexpr int kBins = kGroupBins<Real>;
+    constexpr int kStride = 2 * kBins;
+    alignas(64) Real re[kBins];
+    alignas(64) Real im[kBins];
+    const int count = history.count;
+    const int beforeWrap = std::min(count - first, count - newest);
+    const int afterWrap = count - first - beforeWrap;
+    const int group = count * kStride;
+    for (int g = 0; g < bins / kBins; ++g) {
+        const Real *const x = history.values + g * group;
+        const Real *const h = filter.values + g * group + first * kStride;
+        for (int b = 0; b < kBins; b += Run::kLength) {
+            Run run;
+            addTerms(run, x + newest * kStride + b, h + b, beforeWrap);
+            addTerms(run, x + b, h + beforeWrap * kStride + b, afterWrap);
+            run.result(re + b, im + b);
+        }
+        for (int b = 0; b < kBins; ++b)
+            out[g * kBins + b] = {re[b], im[b]};
+    }
+}
+
+#if SIGNAL_PRIMITIVES_DISPATCH
+#define VERSION(name) __attribute__((target(name)))
+#else
+#define VERSION(name)
+#endif
+
+#define VERSIONS_FOR(Real, kBytes, name)                                                           \
+    VERSION(name)                                                                                  \
+    void versionedDirect(const Parts<Real> &x, int n, const Parts<Real> &taps, int count,          \
+        Velmora::complex<Real> *out)                                                               \
+    {                                                                                              \
+        direct<kBytes>(x, n, taps, count, out);                                                    \
+    }                                                                                              \
+    VERSION(name)                                                                                  \
+    void versionedSum(const Spectra<Real> &history, int newest, const Spectra<Real> &filter,       \
+        int first, int bins, Velmora::complex<Real> *out)                                          \
+    {                                                                                              \
+        sum<kBytes>(history, newest, filter, first, bins, out);                                    \
+    }
+
+VERSIONS_FOR(double, 16, "default")
+VERSIONS_FOR(float, 16, "default")
+#if SIGNAL_PRIMITIVES_DISPATCH
+VERSIONS_FOR(double, 32, "arch=x86-64-v3")
+VERSIONS_FOR(float, 32, "arch=x86-64-v3")
+VERSIONS_FOR(double, 64, "arch=x86-64-v4")
+VERSIONS_FOR(float, 64, "arch=x86-64-v4")
+#endif
+
+template <typename Real>
+void store(const Velmora::complex<Real> *spectrum, int bins, Real *values, int index, int count)
+{
+    constexpr int kBins = kGroupBins<Real>;
+    for (int g = 0; g < bins / kBins; ++g) {
+        Real *const re = values + (g * count + index) * 2 * kBins;
+        for (int b = 0; b < kBins; ++b) {
+            re[b] = spectrum[g * kBins + b].re;
+            re[kBins + b] = spectrum[g * kBins + b].im;
+        }
+    }
+}
+} // namespace
+
+void directFir(Parts<double> x, int n, Parts<double> taps, int count, COMPLEX *out)
+{
+    versionedDirect(x, n, taps, count, out);
+}
+
+void directFir(Parts<float> x, int n, Parts<float> taps, int count, COMPLEX32 *out)
+{
+    versionedDirect(x, n, taps, count, out);
+}
+
+void sumProducts(
+    Spectra<double> history, int newest, Spectra<double> filter, int first, int bins, COMPLEX *out)
+{
+    versionedSum(history, newest, filter, first, bins, out);
+}
+
+void sumProducts(
+    Spectra<float> history, int newest, Spectra<float> filter, int first, int bins, COMPLEX32 *out)
+{
+    versionedSum(history, newest, filter, first, bins, out);
+}
+
+void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count)
+{
+    store(spectrum, bins, values, index, count);
+}
+
+void storeSpectrum(const COMPLEX32 *spectrum, int bins, float *values, int index, int count)
+{
+    store(spectrum, bins, values, index, count);
+}
+} // namespace DspCore
