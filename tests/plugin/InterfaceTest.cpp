@@ -67,9 +67,13 @@ TEST(PluginInterfaceTest, SettingsEndInOneRate)
     rig.readSettings(); // the rate that is set already
     ASSERT_EQ(rates.size(), 1);
     EXPECT_EQ(rates.last().first().toDouble(), 96000.0);
+    rig.readSettings({{"SampleRate", 3}});
+    rig.readSettings();
+    EXPECT_EQ(rates, (QList<QVariantList>{{96000.0}, {384000.0}, {96000.0}}));
+    rates.clear();
     for (const int none : {9, -1}) {
         QMetaObject::invokeMethod(&rig.device(), "onSampleRate", Q_ARG(int, none));
-        EXPECT_EQ(rates.size(), 1) << none;
+        EXPECT_TRUE(rates.empty()) << none;
     }
     EXPECT_EQ(rig.device().getAvalibleFunctions()->getCurrentSampleRateRX(), 96000.0);
 }

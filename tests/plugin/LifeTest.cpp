@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -155,8 +157,13 @@ TEST(PluginLifeTest, APageThatWaitsForAChangeOfRateMayBeTakenDown)
     rig.prepare();
     ASSERT_TRUE(rig.waitForReceiver());
     ASSERT_TRUE(rig.device().start());
+    QComboBox *rates = nullptr;
+    for (QWidget *const window : QApplication::topLevelWidgets())
+        if (auto *const pages = window->findChild<QWidget *>("tbwOptions"))
+            rates = pages->findChild<QComboBox *>("cbSampleRate");
+    ASSERT_NE(rates, nullptr);
     QTimer::singleShot(30, [&] { rig.device().deinit(); });
-    rig.readSettings({{"SampleRate", 4}}); // the rate comes before all other keys
+    rates->setCurrentIndex(4); // by the user
     EXPECT_FALSE(rig.device().isOpen());
     EXPECT_TRUE(rig.unload());
 }

@@ -1,18 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ZephrinMInterface.h"
 
+#include "Control/AutoPreamp.h"
 #include "host_interfaces/EngineLimits.h"
 #include "host_interfaces/IQRecorderConfigure.h"
+#include "host_interfaces/LineOutManagerAbstract.h"
 #include "host_interfaces/RadioNotchFilterControlAbstract.h"
+#include "host_interfaces/SoundOutAbstract.h"
+#include "host_interfaces/VacManagerAbstract.h"
 #include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
 #include <QCoreApplication>
+#include <QLayout>
 #include <QMessageBox>
 #include <QMetaType>
+#include <QScopedValueRollback>
+#include <QTabWidget>
+#include <QTimer>
 #include <spdlog/spdlog.h>
 
 #include <array>
+#include <chrono>
+#include <new>
 #include <stdexcept>
 
 namespace
@@ -24,7 +34,21 @@ constexpr std::array<int, SAMPLE_RATES.size()> SAMPLE_RATES_SP = {
     43000, 86000, 172000, 344000, 688000, 1376000, 1720000, 2293333, 2752000};
 
 constexpr double kDbPerAttenuatorStep = 0.5;
-constexpr int kReceiver = 0; // the only one
+constexpr int kReceiver = 0;   // the only one
+constexpr int kOutput = 0;     // the only virtual cable and line out that a device uses
+constexpr int kExpertPage = 2; // of the options
+
+// The host's tool bar is complete a moment after it has given the manager.
+constexpr std::chrono::milliseconds kMenuDelay(500);
+
+AudioCallback audioSource(std::shared_ptr<ZephrinMDSP> engine,
+    bool (ZephrinMDSP::*io)(
+        std::vector<float> &, std::vector<float> &, unsigned long, unsigned long))
+{
+    return [engine = std::move(engine), io](std::vector<float> &in, std::vector<float> &out,
+               unsigned long frames,
+               unsigned long channels) { return (engine.get()->*io)(in, out, frames, channels); };
+}
 
 /// Types that signals carry. A type registered by a library that is unloaded would leave Qt with
 /// pointers into nowhere, and the same library loaded again could not mend it.
@@ -64,14 +88,177 @@ ZephrinMInterface::~ZephrinMInterface()
     deinit();
 }
 
-void ZephrinMInterface::setIqServer(IqServerAbstract *server)
+bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced)
 {
-    engine(&ZephrinMDSP::setIqServer, server);
+    const QPointer<DeviceManagerAbstract> early = m_options ? nullptr : m_manager.data();
+    deinit();
+    m_bridge = &bridge;
+    m_dsp = std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, m_functions, nullptr);
+    m_control.reset(q_check_ptr(new (std::nothrow) ControlM(m_dsp, nullptr)));
+    m_options.reset(q_check_ptr(new (std::nothrow) ZephrinMOptions(nullptr)));
+    followOptions();
+    if (!advanced)
+        hideExpertPage();
+    if (layout)
+        layout->addWidget(m_options.data());
+    else
+        m_options->show();
+    connect(m_control.data(), &ControlM::openChanged, m_options.data(), &ZephrinMOptions::setLock);
+    joinHostAudio();
+    connect(m_dsp.get(), &ZephrinMDSP::spectrum, this, &DeviceAbstract::rxSpectrum);
+    joinVirtualCable();
+    joinParts();
+    joinHostControls();
+    emitAllSignals();
+    m_dsp->setCwTone(m_options->cwPitch());
+    if (early)
+        setManager(early);
+    return true;
 }
 
-void ZephrinMInterface::setAudioServer(AudioServerAbstract *server)
+/// A window of the host that goes before the plugin takes the page with it.
+void ZephrinMInterface::followOptions()
 {
-    engine(&ZephrinMDSP::setAudioServer, server);
+    connect(m_options.data(), &QObject::destroyed, this, [this](const QObject *page) {
+        if (page == m_options.data())
+            m_options.take();
+    });
+}
+
+/// The page's controls live on, so that its settings stay as they are.
+void ZephrinMInterface::hideExpertPage()
+{
+    auto *const pages = m_options->findChild<QTabWidget *>("tbwOptions");
+    pages->widget(kExpertPage)->close();
+    pages->removeTab(kExpertPage);
+}
+
+void ZephrinMInterface::joinHostAudio()
+{
+    m_bridge->soundOut()->setAudioCallback(audioSource(m_dsp, &ZephrinMDSP::soundCardIO));
+    m_bridge->vacManager()->vac(kOutput)->setAudioCallback(audioSource(m_dsp, &ZephrinMDSP::vacIO));
+    m_bridge->lineOutManager()->lineOut(kOutput)->setAudioCallback(
+        audioSource(m_dsp, &ZephrinMDSP::lineOutIO));
+}
+
+void ZephrinMInterface::leaveHostAudio()
+{
+    m_bridge->soundOut()->setAudioCallback({});
+    m_bridge->vacManager()->vac(kOutput)->setAudioCallback({});
+    m_bridge->lineOutManager()->lineOut(kOutput)->setAudioCallback({});
+}
+
+void ZephrinMInterface::joinVirtualCable()
+{
+    const auto vac = m_bridge->vacManager()->vac(kOutput);
+    auto *const engine = m_dsp.get();
+    m_cableOpened = connect(
+        vac.get(), &VacAbstract::opened, vac.get(),
+        [engine, cable = vac.get()] {
+            engine->setVacSampleRate(double(cable->audioParams().sampleRate));
+            engine->vacOpen();
+        },
+        Qt::DirectConnection);
+    connect(vac.get(), &VacAbstract::closed, engine, &ZephrinMDSP::vacClose);
+    const auto lineOut = m_bridge->lineOutManager()->lineOut(kOutput);
+    connect(lineOut.get(), &LineOutAbstract::opened, engine, &ZephrinMDSP::lineoutOpen);
+    connect(lineOut.get(), &LineOutAbstract::closed, engine, &ZephrinMDSP::lineoutClose);
+}
+
+void ZephrinMInterface::joinHostControls()
+{
+    auto *const options = m_options.data();
+    auto *const control = m_control.data();
+    connect(control, &ControlM::streamStopped, this, &ZephrinMInterface::endRecording);
+    connect(control, &ControlM::openSerial, options, &ZephrinMOptions::setSerial);
+    auto *const engine = m_dsp.get();
+    connect(options, &ZephrinMOptions::cwPitchChanged, engine,
+        [engine](int hz) { engine->setCwTone(hz); });
+    auto *const notches = m_bridge->radioNotchControl();
+    connect(notches, &RadioNotchFilterControlAbstract::paramChanged, engine,
+        [this](std::size_t band, std::size_t id, bool enable, double hz, double width) {
+            setNotch(band, id, enable, hz, width);
+        });
+    connect(notches, &RadioNotchFilterControlAbstract::enableFiltersChanged, engine,
+        &ZephrinMDSP::onRnfEnabled);
+}
+
+void ZephrinMInterface::setManager(DeviceManagerAbstract *manager)
+{
+    assert(manager != nullptr);
+    if (m_manager == manager)
+        return;
+    m_manager = manager;
+    if (m_dsp && m_options)
+        followManager();
+}
+
+void ZephrinMInterface::followManager()
+{
+    offerMenu();
+    m_dsp->setSensors(m_manager->sensors);
+    joinManager();
+    // The slot acts on a change only; this way it acts at least once.
+    const bool hide = m_manager->hideSpectrumSlopes;
+    onHideSpectrumSlopes(!hide);
+    onHideSpectrumSlopes(hide);
+}
+
+void ZephrinMInterface::offerMenu()
+{
+    // A timer of the page's own: QTimer::singleShot() would keep code of the plugin until it is
+    // due, which may be after the plugin has been unloaded.
+    auto *timer = new QTimer(m_options.data());
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    connect(
+        timer, &QTimer::timeout, m_options.data(), [options = m_options.data(), host = m_manager] {
+            if (host)
+                host->setDeviceMenu(options->deviceMenu());
+        });
+    timer->start(kMenuDelay);
+}
+
+void ZephrinMInterface::deinit()
+{
+    if (m_dsp) {
+        if (m_bridge)
+            leaveHostAudio();
+        disconnect(m_cableOpened);
+        AutoPreamp::instance()->setAuto(false); // it outlives the page that switches it
+    }
+    if (m_manager) {
+        // Another init() comes with a manager again, which may be this one.
+        disconnect(m_manager, nullptr, this, nullptr);
+        disconnect(AutoPreamp::instance(), nullptr, m_manager, nullptr);
+        m_manager.clear();
+    }
+    if (!m_rateChange)
+        delete m_leftPage;
+    if (m_options)
+        closeOptions();
+    if (m_control) {
+        m_control->close();
+        m_control.reset();
+    }
+    if (m_dsp) {
+        m_dsp->close();
+        m_dsp.reset();
+    }
+}
+
+void ZephrinMInterface::closeOptions()
+{
+    m_options->close();
+    m_options->setParent(nullptr);
+    if (!m_rateChange) {
+        m_options.reset();
+        return;
+    }
+    // Its own calls wait below on the stack for the end of the change; the page outlives them.
+    m_leftPage = m_options.take();
+    m_leftPage->disconnect();
+    connect(m_rateChange, &QObject::destroyed, m_leftPage, &QObject::deleteLater);
 }
 
 bool ZephrinMInterface::open()
@@ -209,47 +396,6 @@ void ZephrinMInterface::warnOfRecording()
         QMessageBox::Ok, QMessageBox::NoButton);
 }
 
-void ZephrinMInterface::receiverChannelEnable(
-    unsigned int receiver, unsigned int channel, bool state)
-{
-    engine(&ZephrinMDSP::setChannelEnable, receiver, channel, state);
-}
-
-void ZephrinMInterface::setDownConverter(unsigned int, unsigned int channel, double hz)
-{
-    engine(&ZephrinMDSP::setDownConverter, channel, hz);
-}
-
-void ZephrinMInterface::setBandFilterIf(unsigned int, unsigned int channel, double low, double high)
-{
-    engine(&ZephrinMDSP::setBandFilterIf, channel, low, high);
-}
-
-void ZephrinMInterface::setDspMode(unsigned int, unsigned int channel, unsigned int mode)
-{
-    engine(&ZephrinMDSP::setModulation, channel, DspCore::Modulation(mode));
-}
-
-void ZephrinMInterface::setRit(unsigned int receiver, unsigned int channel, double hz)
-{
-    engine(&ZephrinMDSP::setRit, receiver, channel, hz);
-}
-
-void ZephrinMInterface::setMainVolume(int volume)
-{
-    engine(&ZephrinMDSP::setMainVolume, volume);
-}
-
-void ZephrinMInterface::setVolume(unsigned int receiver, unsigned int channel, int volume)
-{
-    engine(&ZephrinMDSP::setVolume, receiver, channel, volume);
-}
-
-void ZephrinMInterface::setBalance(unsigned int receiver, unsigned int channel, int balance)
-{
-    engine(&ZephrinMDSP::setBalance, receiver, channel, balance);
-}
-
 void ZephrinMInterface::setMute(unsigned int receiver, int channel, bool state)
 {
     if (channel < 0)
@@ -264,91 +410,6 @@ void ZephrinMInterface::setAgcGain(unsigned int receiver, unsigned int channel, 
         engine(&ZephrinMDSP::setAgcGain, channel, gain);
 }
 
-void ZephrinMInterface::setAgcMode(unsigned int, unsigned int, unsigned int mode)
-{
-    engine(&ZephrinMDSP::setAgcMode, DspCore::AgcMode(mode));
-}
-
-void ZephrinMInterface::setBin(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setBin, receiver, state);
-}
-
-void ZephrinMInterface::setNb1(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setNb1, receiver, state);
-}
-
-void ZephrinMInterface::setNb2(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setNb2, receiver, state);
-}
-
-void ZephrinMInterface::setNr(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setNr, receiver, state);
-}
-
-void ZephrinMInterface::setAnf(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setAnf, receiver, state);
-}
-
-void ZephrinMInterface::setEqualizerEnable(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setEqualizerEnable, receiver, state);
-}
-
-void ZephrinMInterface::setEqualizerGains(unsigned int receiver, QList<int> gains)
-{
-    engine(&ZephrinMDSP::setEqualizerGains, receiver, QVector<int>::fromList(gains));
-}
-
-void ZephrinMInterface::setWfmStereo(unsigned int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setWfmStereo, receiver, state);
-}
-
-void ZephrinMInterface::setSqlEnable(unsigned int receiver, unsigned int channel, bool state)
-{
-    engine(&ZephrinMDSP::setSqlEnable, receiver, channel, state);
-}
-
-void ZephrinMInterface::setSqlValue(unsigned int receiver, unsigned int channel, int threshold)
-{
-    engine(&ZephrinMDSP::setSqlValue, receiver, channel, threshold);
-}
-
-void ZephrinMInterface::setEnableCTCSS(int receiver, bool state)
-{
-    engine(&ZephrinMDSP::setEnableCTCSS, receiver, state);
-}
-
-void ZephrinMInterface::setToneCTCSS(int receiver, int index)
-{
-    engine(&ZephrinMDSP::setToneCTCSS, receiver, index);
-}
-
-void ZephrinMInterface::setFftSize(unsigned int size)
-{
-    engine(&ZephrinMDSP::setSpectrumSize, size);
-}
-
-void ZephrinMInterface::setFftAveragingType(unsigned int type)
-{
-    engine(&ZephrinMDSP::setSpectrumAveragingType, type);
-}
-
-void ZephrinMInterface::setFftAveragingNum(unsigned int count)
-{
-    engine(&ZephrinMDSP::setSpectrumAveraging, count);
-}
-
-void ZephrinMInterface::setFftUpdateTime(unsigned int ms)
-{
-    engine(&ZephrinMDSP::setSpectrumUpdateTime, ms);
-}
-
 void ZephrinMInterface::writeSettings(QSettings *settings)
 {
     if (m_options)
@@ -357,8 +418,10 @@ void ZephrinMInterface::writeSettings(QSettings *settings)
 
 void ZephrinMInterface::readSettings(QSettings *settings)
 {
-    if (m_options)
+    if (m_options) {
+        const QScopedValueRollback reading(m_isReading, true);
         m_options->readSettings(settings);
+    }
     emitAllSignals();
 }
 
@@ -368,10 +431,11 @@ void ZephrinMInterface::emitAllSignals()
         onSampleRate(m_options->sampleRateIndex());
 }
 
-/// The order matters: a running stream restarts inside the control's part.
+/// The order matters: a running stream restarts inside the control's part. A rate that comes while
+/// the page reads its settings is applied once, at the end.
 void ZephrinMInterface::onSampleRate(int index)
 {
-    if (std::size_t(index) >= SAMPLE_RATES.size() || !m_control)
+    if (m_isReading || std::size_t(index) >= SAMPLE_RATES.size() || !m_control)
         return;
     const int rate = SAMPLE_RATES[std::size_t(index)];
     const int pan = m_hideSlopes ? SAMPLE_RATES_SP[std::size_t(index)] : rate;

@@ -58,8 +58,14 @@ public:
     /// `manager` must not be null; the one that is set already is not joined again. One that comes
     /// before init() is joined by it.
     void setManager(DeviceManagerAbstract *manager) override;
-    void setIqServer(IqServerAbstract *server) override;
-    void setAudioServer(AudioServerAbstract *server) override;
+    void setIqServer(IqServerAbstract *server) override
+    {
+        engine(&ZephrinMDSP::setIqServer, server);
+    }
+    void setAudioServer(AudioServerAbstract *server) override
+    {
+        engine(&ZephrinMDSP::setAudioServer, server);
+    }
     void setIqRecorder(IqRecorder *recorder) override { m_iqRecorder = recorder; }
 
     /// The record is the default one, whatever the host sets: this device has no keyer.
@@ -93,44 +99,117 @@ public:
     /// recording ends with its stream, whatever ends that, and tells so.
     void writeIQ(bool state, int channel) override;
 
-    void receiverChannelEnable(unsigned int receiver, unsigned int channel, bool state) override;
-    void setDownConverter(unsigned int receiver, unsigned int channel, double hz) override;
-    void setBandFilterIf(
-        unsigned int receiver, unsigned int channel, double low, double high) override;
-    void setDspMode(unsigned int receiver, unsigned int channel, unsigned int mode) override;
-    void setRit(unsigned int receiver, unsigned int channel, double hz) override;
+    void receiverChannelEnable(unsigned int receiver, unsigned int channel, bool state) override
+    {
+        engine(&ZephrinMDSP::setChannelEnable, receiver, channel, state);
+    }
+    void setDownConverter(unsigned int, unsigned int channel, double hz) override
+    {
+        engine(&ZephrinMDSP::setDownConverter, channel, hz);
+    }
+    void setBandFilterIf(unsigned int, unsigned int channel, double low, double high) override
+    {
+        engine(&ZephrinMDSP::setBandFilterIf, channel, low, high);
+    }
+    void setDspMode(unsigned int, unsigned int channel, unsigned int mode) override
+    {
+        engine(&ZephrinMDSP::setModulation, channel, DspCore::Modulation(mode));
+    }
+    void setRit(unsigned int receiver, unsigned int channel, double hz) override
+    {
+        engine(&ZephrinMDSP::setRit, receiver, channel, hz);
+    }
 
-    void setMainVolume(int volume) override;
-    void setVolume(unsigned int receiver, unsigned int channel, int volume) override;
-    void setBalance(unsigned int receiver, unsigned int channel, int balance) override;
+    void setMainVolume(int volume) override { engine(&ZephrinMDSP::setMainVolume, volume); }
+    void setVolume(unsigned int receiver, unsigned int channel, int volume) override
+    {
+        engine(&ZephrinMDSP::setVolume, receiver, channel, volume);
+    }
+    void setBalance(unsigned int receiver, unsigned int channel, int balance) override
+    {
+        engine(&ZephrinMDSP::setBalance, receiver, channel, balance);
+    }
     using DeviceAbstract::setMute;
+
+    /// A channel below 0 is all of them.
     void setMute(unsigned int receiver, int channel, bool state) override;
 
     /// Of receiver 0 only, while the mode is set whatever the receiver.
     void setAgcGain(unsigned int receiver, unsigned int channel, int gain) override;
-    void setAgcMode(unsigned int receiver, unsigned int channel, unsigned int mode) override;
+    void setAgcMode(unsigned int, unsigned int, unsigned int mode) override
+    {
+        engine(&ZephrinMDSP::setAgcMode, DspCore::AgcMode(mode));
+    }
 
-    void setBin(unsigned int receiver, bool state) override;
-    void setNb1(unsigned int receiver, bool state) override;
-    void setNb2(unsigned int receiver, bool state) override;
-    void setNr(unsigned int receiver, bool state) override;
-    void setAnf(unsigned int receiver, bool state) override;
-    void setEqualizerEnable(unsigned int receiver, bool state) override;
-    void setEqualizerGains(unsigned int receiver, QList<int> gains) override;
-    void setWfmStereo(unsigned int receiver, bool state) override;
-    void setSqlEnable(unsigned int receiver, unsigned int channel, bool state) override;
-    void setSqlValue(unsigned int receiver, unsigned int channel, int threshold) override;
-    void setEnableCTCSS(int receiver, bool state) override;
-    void setToneCTCSS(int receiver, int index) override;
+    void setBin(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setBin, receiver, on);
+    }
+    void setNb1(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setNb1, receiver, on);
+    }
+    void setNb2(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setNb2, receiver, on);
+    }
+    void setNr(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setNr, receiver, on);
+    }
+    void setAnf(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setAnf, receiver, on);
+    }
+    void setEqualizerEnable(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setEqualizerEnable, receiver, on);
+    }
+    void setEqualizerGains(unsigned int receiver, QList<int> gains) override
+    {
+        engine(&ZephrinMDSP::setEqualizerGains, receiver, QVector<int>::fromList(gains));
+    }
+    void setWfmStereo(unsigned int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setWfmStereo, receiver, on);
+    }
+    void setSqlEnable(unsigned int receiver, unsigned int channel, bool on) override
+    {
+        engine(&ZephrinMDSP::setSqlEnable, receiver, channel, on);
+    }
+    void setSqlValue(unsigned int receiver, unsigned int channel, int threshold) override
+    {
+        engine(&ZephrinMDSP::setSqlValue, receiver, channel, threshold);
+    }
+    void setEnableCTCSS(int receiver, bool on) override
+    {
+        engine(&ZephrinMDSP::setEnableCTCSS, receiver, on);
+    }
+    void setToneCTCSS(int receiver, int index) override
+    {
+        engine(&ZephrinMDSP::setToneCTCSS, receiver, index);
+    }
 
-    void setFftSize(unsigned int size) override;
-    void setFftAveragingType(unsigned int type) override;
-    void setFftAveragingNum(unsigned int count) override;
-    void setFftUpdateTime(unsigned int ms) override;
+    void setFftSize(unsigned int size) override { engine(&ZephrinMDSP::setSpectrumSize, size); }
+    void setFftAveragingType(unsigned int type) override
+    {
+        engine(&ZephrinMDSP::setSpectrumAveragingType, type);
+    }
+    void setFftAveragingNum(unsigned int count) override
+    {
+        engine(&ZephrinMDSP::setSpectrumAveraging, count);
+    }
+    void setFftUpdateTime(unsigned int ms) override
+    {
+        engine(&ZephrinMDSP::setSpectrumUpdateTime, ms);
+    }
 
     void writeSettings(QSettings *settings) override;
     void readSettings(QSettings *settings) override;
     void emitAllSignals() override;
+
+    /// Connects the settings of the page to the engine.
+    static void joinEngine(const ZephrinMOptions &options, const ZephrinMDSP &engine);
 
 private slots:
     void onSampleRate(int index);
@@ -149,15 +228,21 @@ private:
             (m_dsp.get()->*setter)(std::forward<Arguments>(arguments)...);
     }
 
-    void hideExpertPage();
+    // Connections of the host's services, by type.
     void followOptions();
-    void closeOptions();
+    void followManager();
     void joinHostAudio();
     void leaveHostAudio();
     void joinVirtualCable();
+    void joinHostControls();
+
+    // Tables of checked connections.
     void joinParts();
-    void joinEngineToOptions();
     void joinManager();
+
+    void hideExpertPage();
+    void offerMenu();
+    void closeOptions();
     void sendNotchFilters();
     void setNotch(std::size_t band, std::size_t id, bool enable, double hz, double width);
     void endRecording();
@@ -174,6 +259,7 @@ private:
     QPointer<BridgeAbstract> m_bridge;
     QPointer<DeviceManagerAbstract> m_manager;
     bool m_hideSlopes = false;
+    bool m_isReading = false; // the page its settings
     QMetaObject::Connection m_cableOpened;
     QPointer<QObject> m_rateChange; // while one waits for the stream to restart
     QPointer<QWidget> m_leftPage;   // taken down meanwhile; deleted at the latest with this

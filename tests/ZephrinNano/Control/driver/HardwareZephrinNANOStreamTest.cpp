@@ -3,6 +3,7 @@
 #include "ZephrinNano/Control/driver/DriverTest.h"
 #include "ZephrinNano/Control/driver/FrameStream.h"
 
+#include <QCoreApplication>
 #include <cmath>
 
 namespace
@@ -212,6 +213,19 @@ TEST_F(DriverStreamTest, VanishedDeviceStopsTheStreamWithinTwoSeconds)
 
     AutoPreamp::instance()->setAdcValue(0x8000);
     EXPECT_FALSE(wait(1200, [&] { return forced > 1 || overflows > 1; })); // both timers rest
+}
+
+TEST_F(DriverStreamTest, StopOfTheStreamBeforeDoesNotEndTheNextOne)
+{
+    open();
+    ASSERT_TRUE(driver.startStream(SampleRate::Rate48000));
+    emit driver.forceStop(); // on its way until the event loop turns
+    EXPECT_TRUE(driver.stopStream() && driver.startStream(SampleRate::Rate48000));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(driver.isStartStream());
+    emit driver.forceStop();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(driver.isStartStream());
 }
 
 TEST_F(DriverStreamTest, SilentDeviceKeepsTheStream)

@@ -5,13 +5,13 @@
 #include "Control/DiscoverZephrinNANO.h"
 #include "Control/driver/crc32.h"
 #include "Control/qWait.h"
+#include "host_interfaces/EngineLimits.h"
 #include "vm_library/source/log/Log.h"
 
 #include <QPointer>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 namespace
 {
@@ -22,10 +22,6 @@ constexpr int kPostInitMs = 100;
 
 // Between the end of a stream and the start of the next.
 constexpr std::chrono::milliseconds kRestartPause(100);
-
-// Hz, by the device's code.
-constexpr int kSampleRates[] = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
 
 enum ConnectStatus { Disconnected = 0, Connected = 2 };
 
@@ -153,9 +149,9 @@ void ControlM::setSampleRate(int rate)
 
 ZephrinSR ControlM::toSr(int rate)
 {
-    const auto *row = std::find(std::begin(kSampleRates), std::end(kSampleRates), rate);
-    return row == std::end(kSampleRates) ? ZephrinSR::Rate48000
-                                         : ZephrinSR(row - std::begin(kSampleRates));
+    constexpr auto &kRates = EngineLimits::kRatesHz;
+    const auto *const row = std::find(kRates.begin(), kRates.end(), rate);
+    return row == kRates.end() ? ZephrinSR::Rate48000 : ZephrinSR(row - kRates.begin());
 }
 
 bool ControlM::avalibleDevices() const

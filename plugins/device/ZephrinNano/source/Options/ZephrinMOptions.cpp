@@ -2,11 +2,17 @@
 #include "Options/ZephrinMOptions.h"
 
 #include "Control/DiscoverZephrinNANO.h"
+#include "Options/DeviceMenuZephrinNano.h"
+#include "Options/OptionControls.h"
+#include "Options/combo_boxes.h"
 #include "ui_ZephrinMOptions.h"
 
 #include <QEvent>
+#include <QMenu>
 #include <QMessageBox>
+#include <QSettings>
 #include <QSignalBlocker>
+#include <QWidgetAction>
 #include <algorithm>
 #include <cmath>
 
@@ -14,34 +20,171 @@ namespace
 {
 constexpr float kDecibelsPerStep = 0.5f; // of the preamp slider
 constexpr int kHex = 16;
+
+constexpr char kGroup[] = "ZephrinMOptions";
+constexpr char kSerialKey[] = "Serial"; // in that group, with those of OptionControls
 } // namespace
 
 ZephrinMOptions::ZephrinMOptions(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ZephrinMOptions>())
 {
     m_ui->setupUi(this);
-    m_agc = {{
-        {m_ui->dsbAgcLongAttack, m_ui->dsbAgcLongDecay, m_ui->sbAgcLongHangTime},
-        {m_ui->dsbAgcSlowAttack, m_ui->dsbAgcSlowDecay, m_ui->sbAgcSlowHangTime},
-        {m_ui->dsbAgcMedAttack, m_ui->dsbAgcMedDecay, m_ui->sbAgcMedHangTime},
-        {m_ui->dsbAgcFastAttack, m_ui->dsbAgcFastDecay, m_ui->sbAgcFastHangTime},
-        {m_ui->dsbAgcUserAttack, m_ui->dsbAgcUserDecay, m_ui->sbAgcUserHangTime},
-    }};
+    m_controls = std::make_unique<OptionControls>(*this, *m_ui);
     stopWheel();
-    bindSettings();
     createDeviceMenu();
     connectDevice();
-    followDeviceMenu();
-    connectCalibration();
-    connectAgc();
-    connectTools();
-    connectDefaultButtons();
+    connectDeviceMenu();
+    connectButtons();
     // A scan may have ended before there was a page. One that goes on is not waited for: it tells.
     if (!DiscoverZephrinNANO::instance()->isScanning())
         onDiscovered();
 }
 
 ZephrinMOptions::~ZephrinMOptions() = default;
+
+void ZephrinMOptions::readSettings(QSettings *settings)
+{
+    settings->beginGroup(kGroup);
+    if (const QVariant serial = settings->value(kSerialKey); serial.isValid())
+        setSerial(QString::fromUtf8(serial.toByteArray()));
+    m_controls->read(*settings);
+    // Once in any case: the host has no other source of the offsets.
+    onDigOffset(0);
+    settings->endGroup();
+}
+
+void ZephrinMOptions::writeSettings(QSettings *settings)
+{
+    settings->beginGroup(kGroup);
+    // The one asked for stays so, whatever else is there while it is away.
+    const QString serial = m_serial.isEmpty() ? m_ui->cbCurrentDevice->currentText() : m_serial;
+    settings->setValue(kSerialKey, serial.toUtf8());
+    m_controls->write(*settings);
+    settings->endGroup();
+}
+
+void ZephrinMOptions::createDeviceMenu()
+{
+    m_menu = new QMenu(this);
+    m_panel = new DeviceMenuZephrinNano;
+    auto *action = new QWidgetAction(m_menu);
+    action->setDefaultWidget(m_panel);
+    m_menu->addAction(action);
+}
+
+void ZephrinMOptions::connectDevice()
+{
+    const auto indexChanged = qOverload<int>(&QComboBox::currentIndexChanged);
+    connect(m_ui->cbCurrentDevice, indexChanged, this, &ZephrinMOptions::chooseDevice);
+    connect(m_ui->hsPreamp, &QSlider::valueChanged, this, &ZephrinMOptions::onPreamp);
+    for (const QSpinBox *offset : {m_ui->sbDiglOffset, m_ui->sbDiguOffset})
+        connect(
+            offset, qOverload<int>(&QSpinBox::valueChanged), this, &ZephrinMOptions::onDigOffset);
+    // From the thread of the scan, thus queued.
+    connect(DiscoverZephrinNANO::instance(), &DiscoverZephrinNANO::discovered, this,
+        &ZephrinMOptions::onDiscovered);
+}
+
+/// Page and menu follow each other.
+void ZephrinMOptions::connectDeviceMenu()
+{
+    connect(this, &ZephrinMOptions::sampleRateChanged, m_panel,
+        [this](int index) { m_panel->setSampleRate(HardwareZephrinNANO::SampleRate(index)); });
+    connect(
+        this, &ZephrinMOptions::preampAutoChanged, m_panel, &DeviceMenuZephrinNano::setAutoPreamp);
+    connect(m_panel, &DeviceMenuZephrinNano::deviceChanged, m_ui->cbCurrentDevice,
+        &QComboBox::setCurrentIndex);
+    connect(m_panel, &DeviceMenuZephrinNano::sampleRateChanged, this,
+        &ZephrinMOptions::setSampleRateIndex);
+    connect(m_panel, &DeviceMenuZephrinNano::autoPreampChanged, m_ui->chbPreamp,
+        &QCheckBox::setChecked);
+}
+
+void ZephrinMOptions::connectButtons()
+{
+    using Self = ZephrinMOptions;
+    const auto clicked = &QPushButton::clicked;
+    connect(m_ui->btnReadCalibrations, clicked, this, &Self::readArminCalibrations);
+    connect(m_ui->btnWriteCalibrations, clicked, this, &Self::writeArminCalibrations);
+    connect(m_ui->btnAdcRegWrite, clicked, this, &Self::onAdcRegWrite);
+    connect(m_ui->btnAttWrite, clicked, this, &Self::onAttWrite);
+}
+
+int ZephrinMOptions::sampleRateIndex() const
+{
+    return m_ui->cbSampleRate->currentIndex();
+}
+
+void ZephrinMOptions::setSampleRateIndex(int index)
+{
+    if (index >= 0 && index < m_ui->cbSampleRate->count())
+        m_ui->cbSampleRate->setCurrentIndex(index);
+}
+
+int ZephrinMOptions::getCurrentDeviceID() const
+{
+    const QComboBox &box = *m_ui->cbCurrentDevice;
+    return box.currentIndex() < 0 ? -1 : box.currentData().toInt();
+}
+
+void ZephrinMOptions::chooseDevice(int index)
+{
+    if (index < 0)
+        return;
+    m_serial = m_ui->cbCurrentDevice->itemText(index);
+    m_panel->setCurrentDevice(index);
+    m_panel->setSerial(m_serial);
+}
+
+void ZephrinMOptions::setSerial(QStringView serial)
+{
+    m_serial = serial.toString();
+    m_panel->setSerial(serial);
+    restoreDevice(m_serial);
+}
+
+void ZephrinMOptions::restoreDevice(const QString &serial)
+{
+    if (serial.isEmpty())
+        return;
+    if (const int index = m_ui->cbCurrentDevice->findText(serial); index >= 0)
+        m_ui->cbCurrentDevice->setCurrentIndex(index);
+}
+
+void ZephrinMOptions::onDiscovered()
+{
+    const auto devices = DiscoverZephrinNANO::instance()->devices();
+    {
+        // What a scan makes of the choice is no wish of the user: the device asked for may come
+        // back.
+        const QSignalBlocker quiet(m_ui->cbCurrentDevice);
+        const QSignalBlocker quietPanel(m_panel);
+        fillDevices(*m_ui->cbCurrentDevice, devices);
+        restoreDevice(m_serial);
+        m_panel->setDevices(devices);
+        m_panel->setCurrentDevice(m_ui->cbCurrentDevice->currentIndex());
+    }
+    if (!devices.empty())
+        m_panel->setSerial(m_ui->cbCurrentDevice->currentText());
+}
+
+void ZephrinMOptions::setLock(bool lock)
+{
+    m_ui->cbCurrentDevice->setDisabled(lock);
+    m_panel->setLock(lock);
+}
+
+void ZephrinMOptions::setStatus(const QString &status)
+{
+    m_ui->lbConnectStatus->setText(status);
+    m_panel->setStatus(status);
+}
+
+void ZephrinMOptions::on4k(bool)
+{
+    widenItems(*m_ui->cbSampleRate);
+    m_panel->switchDpi();
+}
 
 bool ZephrinMOptions::bypass() const
 {
@@ -114,72 +257,117 @@ void ZephrinMOptions::onDigOffset(int)
     emit digOffsetChanged(-m_ui->sbDiglOffset->value(), m_ui->sbDiguOffset->value());
 }
 
-const ZephrinMOptions::AgcRow *ZephrinMOptions::agcRow(AgcMode mode) const
-{
-    if (mode < AgcMode::Long || mode > AgcMode::User)
-        return nullptr;
-    return &m_agc[std::size_t(mode) - std::size_t(AgcMode::Long)];
-}
-
 double ZephrinMOptions::agcAttack(AgcMode mode) const
 {
-    const AgcRow *row = agcRow(mode);
-    return row ? row->attack->value() : 0.0;
+    return m_controls->agcTime(mode, &ZephrinMOptions::agcAttackChanged);
 }
 
 double ZephrinMOptions::agcDecay(AgcMode mode) const
 {
-    const AgcRow *row = agcRow(mode);
-    return row ? row->decay->value() : 0.0;
+    return m_controls->agcTime(mode, &ZephrinMOptions::agcDecayChanged);
 }
 
 int ZephrinMOptions::agcHangTime(AgcMode mode) const
 {
-    const AgcRow *row = agcRow(mode);
-    return row ? row->hangTime->value() : 0;
+    return int(m_controls->agcTime(mode, &ZephrinMOptions::agcHangTimeChanged));
 }
 
 void ZephrinMOptions::setAgcAttack(AgcMode mode, double ms)
 {
-    if (const AgcRow *row = agcRow(mode))
-        row->attack->setValue(ms);
+    m_controls->setAgcTime(mode, &ZephrinMOptions::agcAttackChanged, ms);
 }
 
 void ZephrinMOptions::setAgcDecay(AgcMode mode, double ms)
 {
-    if (const AgcRow *row = agcRow(mode))
-        row->decay->setValue(ms);
+    m_controls->setAgcTime(mode, &ZephrinMOptions::agcDecayChanged, ms);
 }
 
 void ZephrinMOptions::setAgcHangTime(AgcMode mode, int ms)
 {
-    if (const AgcRow *row = agcRow(mode))
-        row->hangTime->setValue(ms);
+    m_controls->setAgcTime(mode, &ZephrinMOptions::agcHangTimeChanged, ms);
 }
 
 void ZephrinMOptions::onAgcAttack(double ms)
 {
-    tellAgcTime(&ZephrinMOptions::agcAttackChanged, ms);
+    if (const auto mode = m_controls->agcMode(sender()))
+        emit agcAttackChanged(*mode, ms);
 }
 
 void ZephrinMOptions::onAgcDecay(double ms)
 {
-    tellAgcTime(&ZephrinMOptions::agcDecayChanged, ms);
+    if (const auto mode = m_controls->agcMode(sender()))
+        emit agcDecayChanged(*mode, ms);
 }
 
 void ZephrinMOptions::onAgcHangTime(int ms)
 {
-    tellAgcTime(&ZephrinMOptions::agcHangTimeChanged, ms);
+    if (const auto mode = m_controls->agcMode(sender()))
+        emit agcHangTimeChanged(*mode, ms);
 }
 
-void ZephrinMOptions::tellAgcTime(AgcSignal signal, double ms)
+void ZephrinMOptions::onDefaultNR()
 {
-    const QObject *box = sender();
-    for (std::size_t i = 0; i < m_agc.size(); ++i) {
-        const AgcRow &row = m_agc[i];
-        if (box == row.attack || box == row.decay || box == row.hangTime)
-            emit(this->*signal)(AgcMode(std::size_t(AgcMode::Long) + i), ms);
-    }
+    m_controls->putBack(m_ui->btnDefaultNr);
+}
+
+void ZephrinMOptions::onDefaultANF()
+{
+    m_controls->putBack(m_ui->btnDefaultAnf);
+}
+
+void ZephrinMOptions::onDefaultNB1()
+{
+    m_controls->putBack(m_ui->btnDefaultNb1);
+}
+
+void ZephrinMOptions::onDefaultNB2()
+{
+    m_controls->putBack(m_ui->btnDefaultNb2);
+}
+
+void ZephrinMOptions::onDefaultDSE()
+{
+    m_controls->putBack(m_ui->btnDefaultDse);
+}
+
+void ZephrinMOptions::onDefaultAPFCW()
+{
+    m_controls->putBack(m_ui->btnDefaultApfCw);
+}
+
+void ZephrinMOptions::onDefaultAPFSSB()
+{
+    m_controls->putBack(m_ui->btnDefaultApfSsb);
+}
+
+void ZephrinMOptions::onDefaultFilterTaps()
+{
+    m_controls->putBack(m_ui->btnDefaultFilterTaps);
+}
+
+void ZephrinMOptions::onDefaultDigOffset()
+{
+    m_controls->putBack(m_ui->btnDefaultDigOffset);
+}
+
+void ZephrinMOptions::onDefaultAgcLong()
+{
+    m_controls->putBack(m_ui->btnDefaultAgcLong);
+}
+
+void ZephrinMOptions::onDefaultAgcSlow()
+{
+    m_controls->putBack(m_ui->btnDefaultAgcSlow);
+}
+
+void ZephrinMOptions::onDefaultAgcMed()
+{
+    m_controls->putBack(m_ui->btnDefaultAgcMed);
+}
+
+void ZephrinMOptions::onDefaultAgcfast()
+{
+    m_controls->putBack(m_ui->btnDefaultAgcFast);
 }
 
 void ZephrinMOptions::setUserPreampCoeff(double value)

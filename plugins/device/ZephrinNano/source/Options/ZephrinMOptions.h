@@ -2,19 +2,16 @@
 #pragma once
 
 #include "DspCore/types.h"
-#include "Options/StoredControls.h"
 
 #include <QStringView>
 #include <QWidget>
-#include <array>
 #include <memory>
 
 class DeviceMenuZephrinNano;
-class QCheckBox;
+class OptionControls;
 class QDoubleSpinBox;
 class QMenu;
 class QSettings;
-class QSpinBox;
 
 namespace Ui
 {
@@ -24,9 +21,9 @@ class ZephrinMOptions;
 /// The options page of the plugin, and the owner of all its stored settings.
 ///
 /// It does nothing with a value but show it, store it and tell it: each control has a signal, which
-/// the plugin connects to the engine or to the device control. A signal is raised by a change
-/// only, whoever makes it: the user, readSettings() or a setter. Therefore the form starts with
-/// what engine and device start with.
+/// the plugin connects to the engine or to the device control (see OptionControls). A change raises
+/// it, whoever makes it, and readSettings() raises it for every control that is stored, changed or
+/// not. Until then page, engine and device agree because the form starts with what they start with.
 ///
 /// The device menu of the tool bar shows device, sample rate, automatic preamp and status once
 /// more; page and menu follow each other.
@@ -73,8 +70,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public slots:
-    /// Reads all controls but the filter lengths, which start anew each time, and tells the digital
-    /// offsets once in any case. What is missing or makes no sense takes its default.
+    /// Reads all controls but the filter lengths, which start anew each time, and tells each, and
+    /// both digital offsets at the end. What is missing or makes no sense takes its default.
     void readSettings(QSettings *settings);
     void writeSettings(QSettings *settings);
 
@@ -206,44 +203,17 @@ signals:
     void writeArminCalibrations();
 
 private:
-    struct AgcRow
-    {
-        QDoubleSpinBox *attack;
-        QDoubleSpinBox *decay;
-        QSpinBox *hangTime;
-    };
-    using IntSignal = void (ZephrinMOptions::*)(int);
-    using DoubleSignal = void (ZephrinMOptions::*)(double);
-    using BoolSignal = void (ZephrinMOptions::*)(bool);
-    using AgcSignal = void (ZephrinMOptions::*)(AgcMode, REAL);
-
     void createDeviceMenu();
     void connectDevice();
-    void followDeviceMenu();
-    void connectCalibration();
-    void connectAgc();
-    void connectTools();
-    void connectDefaultButtons();
+    void connectDeviceMenu();
+    void connectButtons();
     void stopWheel();
-    void relay(QSpinBox *box, IntSignal signal);
-    void relay(QDoubleSpinBox *box, DoubleSignal signal);
-    void relay(QCheckBox *box, BoolSignal signal);
-
-    void bindSettings();
-    void bindAgc();
-    void bindTools();
-    void bindFilters();
-
-    const AgcRow *agcRow(AgcMode mode) const;
-    void tellAgcTime(AgcSignal signal, double ms);
-    void setAgcTimes(AgcMode mode, double attack, double decay, int hangTime);
     void showCoefficient(QDoubleSpinBox *box, double value);
     void showPreamp();
     void chooseDevice(int index);
 
     std::unique_ptr<Ui::ZephrinMOptions> m_ui;
-    std::array<AgcRow, 5> m_agc; // Long..User
-    StoredControls m_stored;
+    std::unique_ptr<OptionControls> m_controls;
     QString m_serial;                         // of the device asked for, there or not
     QMenu *m_menu = nullptr;                  // owned by this widget
     DeviceMenuZephrinNano *m_panel = nullptr; // owned by the menu

@@ -7,6 +7,8 @@
 #include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
@@ -159,6 +161,8 @@ bool HardwareZephrinNANO::startStream(SampleRate code)
         debug(Q_FUNC_INFO, "already opened");
         return false;
     }
+    // A stop that is still on its way was meant for the stream before.
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     m_dataSeen = false;
     if (const FT_STATUS status = FT_Purge(m_handle, FT_PURGE_RX | FT_PURGE_TX);
         !succeeded(status)) {
