@@ -5,6 +5,7 @@
 
 #include <QApplication>
 
+#include <csignal>
 #include <cstdio>
 
 namespace
@@ -26,6 +27,9 @@ QStringList argumentsOf(int argc, char **argv)
 int main(int argc, char **argv)
 {
     // Qt would take some of the program's options for its own.
+    // A disk that is full and a pipe that nobody reads are told by the write that they refuse.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
     const QStringList arguments = argumentsOf(argc, argv);
     int taken = 1;
     // The device has an options page, which nobody sees.

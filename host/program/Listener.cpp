@@ -152,6 +152,7 @@ void Listener::finish(const QString &ending)
 
 void Listener::onTick()
 {
+    tellOfFiles(); // now, not after hours
     const double seconds = double(m_ledger.processedSamples()) / m_settings.deviceRateHz;
     const double planned = m_feed->plannedSeconds();
     m_progress.show(
@@ -192,8 +193,9 @@ void Listener::endOutlets()
 
 void Listener::tell(const QString &text)
 {
-    if (text.isEmpty())
+    if (text.isEmpty() || m_told.contains(text))
         return;
+    m_told.insert(text);
     m_progress.clear();
     std::fputs(("velmora-host: " + text + '\n').toLocal8Bit().constData(), stderr);
 }

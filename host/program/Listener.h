@@ -23,6 +23,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QSaveFile>
+#include <QSet>
 #include <QTimer>
 
 #include <optional>
@@ -72,6 +73,7 @@ private:
     Measurement measurement() const;
     OutputResults outputs() const;
     void keepResults();
+    void tellOfFiles();
     void keepAudio();
     void keepPictures();
     void keepReport();
@@ -80,6 +82,8 @@ private:
     {
         return m_virtualReceiver ? &*m_virtualReceiver : nullptr;
     }
+
+    /// Each text once.
     void tell(const QString &text);
     bool refuse(const QString &text, int status);
 
@@ -108,6 +112,7 @@ private:
     ThreadClock m_mainThread;
     CpuTimes m_cpuAtStart;
     Measurement m_result;
+    QSet<QString> m_told;
     int m_status = kSuccess;
 };
 } // namespace host

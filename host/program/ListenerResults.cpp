@@ -93,13 +93,22 @@ void Listener::keepResults()
     keepReport();
 }
 
+void Listener::tellOfFiles()
+{
+    if (!m_audioFile.isGood())
+        refuse(m_audioFile.error(), kFailure);
+    for (const auto *outlet : {&m_vac, &m_lineOut})
+        if (*outlet && !(*outlet)->file().isGood())
+            refuse((*outlet)->error(), kFailure);
+}
+
 void Listener::keepAudio()
 {
-    if (!m_audioFile.close() || !m_sound->isFileGood())
-        refuse(m_audioFile.error(), kFailure);
+    m_audioFile.close();
     for (auto *outlet : {&m_vac, &m_lineOut})
-        if (*outlet && !(*outlet)->close())
-            refuse((*outlet)->error(), kFailure);
+        if (*outlet)
+            (*outlet)->close();
+    tellOfFiles();
 }
 
 void Listener::keepPictures()
@@ -115,9 +124,10 @@ void Listener::keepReport()
 {
     if (!m_reportFile)
         return;
-    m_reportFile->write(QJsonDocument(toJson(m_settings, m_result)).toJson());
-    // A commit alone overlooks what a full disk did not take.
-    if (!m_reportFile->flush() || !m_reportFile->commit())
+    // A full disk shows when the text is flushed, which commit() does not look at.
+    const QByteArray text = QJsonDocument(toJson(m_settings, m_result)).toJson();
+    if (m_reportFile->write(text) != text.size() || !m_reportFile->flush()
+        || !m_reportFile->commit())
         refuse(m_settings.reportFile + ": " + m_reportFile->errorString(), kFailure);
 }
 } // namespace host

@@ -1,49 +1,115 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/AudioFile.h"
 
-#include <QFile>
-#include <sndfile.h>
+#include "stream/WavHeader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace host
 {
-AudioFile::~AudioFile() = default;
+static_assert(AudioFile::kChannels == WavHeader::kChannels);
 
-void AudioFile::Closer::operator()(sf_private_tag *file) const
+bool AudioFile::open(const QString &path, const Format &format)
 {
-    sf_close(file);
+    m_path = path;
+    m_format = format;
+    m_frames = 0;
+    m_isGood = true;
+    // QFile would empty the file before it can be locked.
+    constexpr mode_t kMode = 0666; // less what the user's mask takes
+    const int file = ::open(
+        QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, kMode);
+    if (file < 0)
+        return fail(QString::fromLocal8Bit(std::strerror(errno)));
+    m_file.open(file, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+    if (lockAndEmpty() && writeHeader())
+        return true;
+    m_file.close();
+    return false;
 }
 
-bool AudioFile::open(const QString &path, int rateHz)
+bool AudioFile::lockAndEmpty()
 {
-    SF_INFO info{};
-    info.samplerate = rateHz;
-    info.channels = kChannels;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-    m_path = path;
-    m_file.reset(sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info));
-    if (!m_file) {
-        m_error = path + ": " + QString(sf_strerror(nullptr)).simplified();
-        return false;
-    }
-    // The peak chunk carries the time of writing, and equal runs are to give equal files.
-    sf_command(m_file.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-    return true;
+    if (m_file.isSequential())
+        return true;
+    if (flock(m_file.handle(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return fail("another program is writing it");
+    return m_file.resize(0) || fail(m_file.errorString());
 }
 
 bool AudioFile::write(const float *interleaved, std::size_t frames)
 {
-    if (sf_writef_float(m_file.get(), interleaved, sf_count_t(frames)) == sf_count_t(frames))
-        return true;
-    m_error = m_path + ": " + QString(sf_strerror(m_file.get())).simplified();
-    return false;
+    if (!m_isGood)
+        return false;
+    if (m_format.inverted) {
+        m_inverted.resize(frames * kChannels);
+        std::transform(
+            interleaved, interleaved + m_inverted.size(), m_inverted.begin(), std::negate<float>());
+        interleaved = m_inverted.data();
+    }
+    const auto bytes = qint64(frames * WavHeader::kBytesPerFrame);
+    if (m_file.write(reinterpret_cast<const char *>(interleaved), bytes) != bytes) {
+        fail(m_file.errorString());
+        dropPartOfFrame();
+        return false;
+    }
+    m_frames += frames;
+    return m_frames - m_framesInHeader < std::uint64_t(m_format.rateHz) || updateHeader();
+}
+
+/// In front of what has been written so far. Of a pipe once, before all else.
+bool AudioFile::writeHeader()
+{
+    m_framesInHeader = m_frames;
+    const bool isPipe = m_file.isSequential();
+    const WavHeader header(std::uint32_t(m_format.rateHz), isPipe ? WavHeader::kUnknown : m_frames);
+    const bool isWritten = (isPipe || m_file.seek(0))
+        && m_file.write(reinterpret_cast<const char *>(&header), sizeof header) == sizeof header
+        && (isPipe || m_file.seek(m_file.size()));
+    return isWritten || fail(m_file.errorString());
+}
+
+/// Of a block that was refused some bytes may be in the file.
+void AudioFile::dropPartOfFrame()
+{
+    if (m_file.isSequential())
+        return;
+    const std::uint64_t bytes = std::max<std::uint64_t>(m_file.size(), sizeof(WavHeader));
+    m_frames = (bytes - sizeof(WavHeader)) / WavHeader::kBytesPerFrame;
+    m_file.resize(qint64(sizeof(WavHeader) + m_frames * WavHeader::kBytesPerFrame));
+    updateHeader();
+}
+
+bool AudioFile::updateHeader()
+{
+    return m_file.isSequential() || writeHeader();
 }
 
 bool AudioFile::close()
 {
-    if (m_file && sf_close(m_file.release()) != 0) {
-        m_error = m_path + ": could not be completed";
-        return false;
-    }
-    return true;
+    if (!m_file.isOpen())
+        return m_isGood;
+    updateHeader();
+    // A disk elsewhere may refuse as late as this. What cannot be synchronised says EINVAL.
+    if (m_isGood && fsync(m_file.handle()) != 0 && errno != EINVAL)
+        fail(QString::fromLocal8Bit(std::strerror(errno)));
+    m_file.close();
+    return m_isGood;
+}
+
+/// Keeps the first reason.
+bool AudioFile::fail(const QString &reason)
+{
+    if (m_isGood)
+        m_error = m_path + ": " + reason.simplified();
+    m_isGood = false;
+    return false;
 }
 } // namespace host

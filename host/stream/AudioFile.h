@@ -1,42 +1,63 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QFile>
 #include <QString>
 
+#include <atomic>
 #include <cstddef>
-#include <memory>
-
-struct sf_private_tag; // libsndfile's handle
+#include <cstdint>
+#include <vector>
 
 namespace host
 {
-/// Writes a WAV: stereo, 32-bit float, 48 kHz unless told otherwise. One thread at a time.
+/// Writes a WAV: stereo, 32-bit float; above 4 GiB as RF64. One thread at a time.
+///
+/// The header is brought up to date with every second of audio, so a program that is killed leaves
+/// a file that plays. While the file is open no other program of this kind can open it. A pipe is
+/// written to as well; its header leaves the length open.
 class AudioFile
 {
 public:
-    static constexpr int kRateHz = 48000;
+    static constexpr int kRateHz = 48000; // of the sound card
     static constexpr int kChannels = 2;
 
-    ~AudioFile();
+    struct Format
+    {
+        int rateHz = kRateHz;
+        bool inverted = false; ///< every sample changes its sign
+    };
 
     /// Creates the file or empties it. On failure false, and error() tells why in one line.
-    bool open(const QString &path, int rateHz = kRateHz);
+    bool open(const QString &path, const Format &format);
+    bool open(const QString &path) { return open(path, Format()); }
 
-    /// Appends frames of left and right in turn. False once the disk refuses.
+    /// Appends frames of left and right in turn. False once the disk refuses; what is there by then
+    /// stays, and nothing more is written.
     bool write(const float *interleaved, std::size_t frames);
 
-    /// Completes the header. False if that failed.
+    /// Completes the header. False if anything of the file could not be written.
     bool close();
 
+    /// False once something could not be written; then error() does not change any more. Any
+    /// thread.
+    bool isGood() const { return m_isGood; }
     const QString &error() const { return m_error; }
 
 private:
-    struct Closer
-    {
-        void operator()(sf_private_tag *file) const;
-    };
-    std::unique_ptr<sf_private_tag, Closer> m_file;
+    bool lockAndEmpty();
+    bool writeHeader();
+    bool updateHeader();
+    void dropPartOfFrame();
+    bool fail(const QString &reason);
+
+    QFile m_file; // unbuffered, so each refusal of the disk is seen
     QString m_path;
     QString m_error;
+    Format m_format;
+    std::vector<float> m_inverted;
+    std::uint64_t m_frames = 0;
+    std::uint64_t m_framesInHeader = 0;
+    std::atomic<bool> m_isGood = true;
 };
 } // namespace host

@@ -32,11 +32,6 @@ void OutletFile::join()
         m_thread.join();
 }
 
-bool OutletFile::close()
-{
-    return m_file.close() && m_fileGood;
-}
-
 void OutletFile::run()
 {
     while (!m_finish)
@@ -54,7 +49,7 @@ bool OutletFile::pull()
     m_ring.took(frames);
     m_frames += frames;
     m_level.add(m_out);
-    m_fileGood = m_fileGood && m_file.write(m_out.data(), frames);
+    m_file.write(m_out.data(), frames);
     return true;
 }
 } // namespace host

@@ -25,7 +25,7 @@ public:
     ~OutletFile() { join(); }
 
     /// Creates the file. False if that failed; error() tells why in one line.
-    bool open(const QString &path) { return m_file.open(path, m_ring.rateHz()); }
+    bool open(const QString &path) { return m_file.open(path, {m_ring.rateHz()}); }
 
     /// Once the outlet is open, before the stream begins.
     void start();
@@ -34,7 +34,8 @@ public:
     void finish();
 
     /// Completes the file. False if it is not whole.
-    bool close();
+    bool close() { return m_file.close(); }
+    const AudioFile &file() const { return m_file; }
 
     const OutletFill &ring() const { return m_ring; }
     const QString &error() const { return m_file.error(); }
@@ -58,7 +59,6 @@ private:
     std::vector<float> m_in;
     std::vector<float> m_out;
     std::uint64_t m_frames = 0;
-    bool m_fileGood = true;
     Level m_level;
 };
 } // namespace host

@@ -114,7 +114,7 @@ void SoundDevice::keep(std::size_t frames)
     m_frames += frames;
     if (m_sinks.picture)
         m_sinks.picture->addFrames(m_out.data(), frames);
-    if (m_sinks.file && m_fileGood)
-        m_fileGood = m_sinks.file->write(m_out.data(), frames);
+    if (m_sinks.file)
+        m_sinks.file->write(m_out.data(), frames);
 }
 } // namespace host

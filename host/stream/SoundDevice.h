@@ -53,9 +53,6 @@ public:
     const Level &level() const { return m_level; }
     const ThreadClock &thread() const { return m_threadClock; }
 
-    /// False if the file could not be written to the end.
-    bool isFileGood() const { return m_fileGood; }
-
 private:
     using Clock = std::chrono::steady_clock;
 
@@ -83,7 +80,6 @@ private:
     std::vector<float> m_out;
     std::atomic<std::uint64_t> m_shortBlocks = 0;
     std::atomic<std::uint64_t> m_frames = 0;
-    std::atomic<bool> m_fileGood = true;
     Level m_level;
     ThreadClock m_threadClock;
 };

@@ -2,10 +2,12 @@
 #include "pictures/PictureFile.h"
 
 #include "pictures/WaterfallPicture.h"
+#include "support/FileSizeLimit.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -45,6 +47,19 @@ TEST(PictureFileTest, AnUnwritablePathIsTold)
         EXPECT_FALSE(host::savePng(QImage(8, 8, QImage::Format_RGB32), path, nullptr));
     }
     EXPECT_FALSE(QFileInfo::exists(missing));
+}
+
+TEST(PictureFileTest, AFullDiskLeavesTheOlderPicture)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath("a.png");
+    QString error;
+    ASSERT_TRUE(host::savePng(QImage(8, 8, QImage::Format_RGB32), path, &error));
+    std::signal(SIGXFSZ, SIG_IGN);
+    const test::FileSizeLimit limit(50);
+    EXPECT_FALSE(host::savePng(QImage(300, 8, QImage::Format_RGB32), path, &error));
+    EXPECT_TRUE(error.startsWith(path + ": ")) << error.toStdString();
+    EXPECT_EQ(QImage(path).size(), QSize(8, 8));
 }
 
 TEST(PictureFileTest, APipeIsWrittenToAndStays)

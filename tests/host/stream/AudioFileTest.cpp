@@ -1,43 +1,172 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/AudioFile.h"
 
+#include "stream/WavHeader.h"
+#include "support/FileSizeLimit.h"
+
 #include <QTemporaryDir>
+
+#include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sndfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
-TEST(AudioFileTest, KeepsEverySampleAsItIs)
+using host::AudioFile;
+using host::WavHeader;
+
+/// A file as another program reads it.
+class Reader
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath("a.wav");
+public:
+    explicit Reader(const QString &path) : m_file(sf_open(qPrintable(path), SFM_READ, &info)) { }
+    ~Reader() { sf_close(m_file); }
+    std::vector<float> samples()
+    {
+        std::vector<float> samples(std::size_t(info.frames) * 2);
+        sf_readf_float(m_file, samples.data(), info.frames);
+        return samples;
+    }
+    SF_INFO info{};
+
+private:
+    SNDFILE *m_file;
+};
+
+class AudioFileTest : public testing::Test
+{
+protected:
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath("a.wav");
+    AudioFile m_file;
+};
+
+TEST_F(AudioFileTest, KeepsEverySampleAsItIsOrInverted)
+{
     const std::vector<float> first = {0.1f, -0.2f, 1.5f, -3.0f}; // nothing is clipped
     const std::vector<float> second = {1e-20f, 0.0f};
+    for (const float sign : {1.0f, -1.0f}) {
+        ASSERT_TRUE(m_file.open(m_path, {44100, sign < 0.0f})) << qPrintable(m_file.error());
+        EXPECT_TRUE(m_file.write(first.data(), 2));
+        EXPECT_TRUE(m_file.write(second.data(), 1));
+        EXPECT_TRUE(m_file.close());
 
-    host::AudioFile file;
-    ASSERT_TRUE(file.open(path)) << qPrintable(file.error());
-    EXPECT_TRUE(file.write(first.data(), 2));
-    EXPECT_TRUE(file.write(second.data(), 1));
-    EXPECT_TRUE(file.close());
-
-    SF_INFO info{};
-    SNDFILE *reader = sf_open(qPrintable(path), SFM_READ, &info);
-    ASSERT_TRUE(reader);
-    EXPECT_EQ(info.samplerate, 48000);
-    EXPECT_EQ(info.channels, 2);
-    EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
-    ASSERT_EQ(info.frames, 3);
-    std::vector<float> read(6);
-    sf_readf_float(reader, read.data(), 3);
-    sf_close(reader);
-    EXPECT_EQ(read, (std::vector<float>{0.1f, -0.2f, 1.5f, -3.0f, 1e-20f, 0.0f}));
+        Reader reader(m_path);
+        EXPECT_EQ(reader.info.samplerate, 44100);
+        EXPECT_EQ(reader.info.channels, 2);
+        EXPECT_EQ(reader.info.format, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
+        std::vector<float> expected = {0.1f, -0.2f, 1.5f, -3.0f, 1e-20f, 0.0f};
+        for (float &sample : expected)
+            sample *= sign;
+        EXPECT_EQ(reader.samples(), expected);
+    }
 }
 
-TEST(AudioFileTest, NamesAFileThatCannotBeMade)
+TEST_F(AudioFileTest, AFileThatIsBrokenOffTellsOfAllButTheLastSecond)
 {
-    host::AudioFile file;
-    EXPECT_FALSE(file.open("/no/such/folder/a.wav"));
-    EXPECT_TRUE(file.error().startsWith("/no/such/folder/a.wav: "));
-    EXPECT_FALSE(file.error().contains('\n'));
+    const std::vector<float> second(2 * 8000, 0.25f);
+    ASSERT_TRUE(m_file.open(m_path, {8000}));
+    for (int i = 0; i < 3; ++i)
+        m_file.write(second.data(), 8000);
+    m_file.write(second.data(), 4000);
+    EXPECT_EQ(Reader(m_path).info.frames, 3 * 8000);
+}
+
+TEST(WavHeaderTest, OtherProgramsFindAllFramesOnBothSidesOf4GiB)
+{
+    constexpr std::uint64_t kSmallest64 = (0xffffffff - sizeof(WavHeader) + 8 + 7) / 8;
+    const struct
+    {
+        std::uint64_t frames;
+        int format;
+    } cases[] = {
+        {0, SF_FORMAT_WAV}, {kSmallest64 - 1, SF_FORMAT_WAV}, {kSmallest64, SF_FORMAT_RF64},
+        {700'000'000, SF_FORMAT_RF64}, // 5.2 GiB, 4 h
+    };
+    const QTemporaryDir folder;
+    for (const auto &c : cases) {
+        QFile file(folder.filePath("a.wav"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const WavHeader header(48000, c.frames);
+        file.write(reinterpret_cast<const char *>(&header), sizeof header);
+        // All but the last sample is a hole, which takes no room on the disk.
+        const auto end = qint64(sizeof header + c.frames * WavHeader::kBytesPerFrame);
+        ASSERT_TRUE(file.resize(end));
+        const float last = 0.5f;
+        if (c.frames > 0) {
+            file.seek(end - qint64(sizeof last));
+            file.write(reinterpret_cast<const char *>(&last), sizeof last);
+        }
+        file.close();
+
+        SF_INFO info{};
+        SNDFILE *reader = sf_open(qPrintable(file.fileName()), SFM_READ, &info);
+        ASSERT_TRUE(reader) << c.frames << sf_strerror(nullptr);
+        EXPECT_EQ(info.format, c.format | SF_FORMAT_FLOAT) << c.frames;
+        EXPECT_EQ(std::uint64_t(info.frames), c.frames);
+        float frame[2] = {};
+        if (c.frames > 0 && sf_seek(reader, info.frames - 1, SEEK_SET) >= 0)
+            sf_readf_float(reader, frame, 1);
+        EXPECT_EQ(frame[1], c.frames > 0 ? 0.5f : 0.0f) << c.frames;
+        sf_close(reader);
+    }
+}
+
+TEST_F(AudioFileTest, AFullDiskIsToldAndWhatIsThereStays)
+{
+    constexpr rlim_t kRoom = 10001; // not a whole number of frames
+    const std::vector<float> block(2 * 1000, 0.25f);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const test::FileSizeLimit limit(kRoom);
+    ASSERT_TRUE(m_file.open(m_path));
+    EXPECT_TRUE(m_file.write(block.data(), 1000));
+    EXPECT_TRUE(m_file.isGood());
+    EXPECT_FALSE(m_file.write(block.data(), 1000));
+    EXPECT_FALSE(m_file.write(block.data(), 1)); // no gap in the middle
+    EXPECT_FALSE(m_file.isGood());
+    EXPECT_FALSE(m_file.close());
+    EXPECT_TRUE(m_file.error().startsWith(m_path + ": ")) << qPrintable(m_file.error());
+    const auto frames = sf_count_t((kRoom - sizeof(WavHeader)) / WavHeader::kBytesPerFrame);
+    EXPECT_EQ(Reader(m_path).info.frames, frames);
+    EXPECT_EQ(Reader(m_path).samples(), std::vector<float>(std::size_t(2 * frames), 0.25f));
+}
+
+TEST_F(AudioFileTest, WhatCannotBeOpenedIsNamedInOneLine)
+{
+    AudioFile other;
+    ASSERT_TRUE(other.open(m_path));
+    const std::vector<float> block(2 * 100, 0.25f);
+    other.write(block.data(), 100);
+    for (const QString &path :
+        {QString("/no/such/folder/a.wav"), m_folder.path(), QString("/dev/full"), m_path}) {
+        EXPECT_FALSE(m_file.open(path)) << qPrintable(path);
+        EXPECT_TRUE(m_file.error().startsWith(path + ": ")) << qPrintable(m_file.error());
+        EXPECT_FALSE(m_file.error().contains('\n'));
+    }
+    EXPECT_TRUE(other.close());
+    EXPECT_EQ(Reader(m_path).info.frames, 100); // the one that was there first
+    EXPECT_TRUE(m_file.open(m_path)) << qPrintable(m_file.error());
+}
+
+TEST_F(AudioFileTest, APipeGetsTheSamplesAndAHeaderWithoutALength)
+{
+    ASSERT_EQ(mkfifo(qPrintable(m_path), 0600), 0);
+    const int reader = open(qPrintable(m_path), O_RDWR); // both ends, so that nobody waits
+    ASSERT_TRUE(m_file.open(m_path)) << qPrintable(m_file.error());
+    const float frame[] = {0.5f, -0.5f};
+    EXPECT_TRUE(m_file.write(frame, 1));
+    EXPECT_TRUE(m_file.close()) << qPrintable(m_file.error());
+    WavHeader header(1, 1);
+    float got[4] = {};
+    fcntl(reader, F_SETFL, O_NONBLOCK);
+    EXPECT_EQ(read(reader, &header, sizeof header), ssize_t(sizeof header));
+    EXPECT_EQ(read(reader, got, sizeof got), ssize_t(sizeof frame));
+    close(reader);
+    EXPECT_EQ(header.rateHz, 48000u);
+    EXPECT_EQ(header.dataBytes, 0xffffffff);
+    EXPECT_EQ(got[1], -0.5f);
 }
 } // namespace
