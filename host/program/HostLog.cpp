@@ -3,7 +3,6 @@
 
 #include <QLoggingCategory>
 #include <QString>
-#include <atomic>
 #include <cstdio>
 #include <map>
 #include <mutex>
@@ -15,9 +14,7 @@ namespace
 // Qt's own remarks on a user without a session and on a window without a screen.
 constexpr QLatin1String kOfNoUse[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
     QLatin1String("This plugin does not support propagateSizeHints")};
-const QLatin1String kRefusedBlock("failed to write IQ to file");
 
-std::atomic<std::uint64_t> g_refusedBlocks = 0;
 std::mutex g_mutex;
 std::map<QString, std::uint64_t> g_lines; // by text, how often; guarded by g_mutex
 
@@ -28,11 +25,8 @@ void print(const QString &text)
 
 void onMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
-    if (type == QtDebugMsg) {
-        if (text.contains(kRefusedBlock))
-            ++g_refusedBlocks;
+    if (type == QtDebugMsg)
         return;
-    }
     for (const QLatin1String &remark : kOfNoUse)
         if (text.startsWith(remark))
             return;
@@ -58,15 +52,5 @@ HostLog::~HostLog()
         if (count > 1)
             print(QString("%1 times: %2").arg(count).arg(line));
     g_lines.clear();
-}
-
-void HostLog::countRefusedBlocks()
-{
-    QLoggingCategory::setFilterRules("default.debug=true");
-}
-
-std::uint64_t HostLog::refusedBlocks()
-{
-    return g_refusedBlocks;
 }
 } // namespace host

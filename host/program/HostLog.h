@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-
 namespace host
 {
 /// Where Qt's log lines go while it lives: warnings to stderr, debug lines nowhere, for the engine
@@ -16,10 +14,5 @@ public:
     ~HostLog();
     HostLog(const HostLog &) = delete;
     HostLog &operator=(const HostLog &) = delete;
-
-    /// From here on counts the blocks of IQ that the recorder refused, of which the engine tells in
-    /// debug lines only. These are no longer dropped unseen, at some microseconds a block.
-    static void countRefusedBlocks();
-    static std::uint64_t refusedBlocks();
 };
 } // namespace host

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/Listener.h"
 
-#include "program/HostLog.h"
 #include "settings/Numbers.h"
 
 #include <QCoreApplication>
@@ -126,8 +125,8 @@ bool Listener::startStream()
     if (!m_receiver->start(m_settings))
         return refuse(m_receiver->error(), kFailure);
     if (m_settings.recording.isOn()) {
-        m_recording.emplace(m_receiver->device(), *m_receiver->bridge().iqRecorderConfigure());
-        HostLog::countRefusedBlocks();
+        m_recording.emplace(
+            m_receiver->device(), *m_receiver->bridge().iqRecorderConfigure(), m_ledger);
         if (!m_recording->start())
             return refuse(m_recording->error(), kFailure);
     }

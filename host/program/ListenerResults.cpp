@@ -3,7 +3,6 @@
 #include "program/Listener.h"
 
 #include "library/FtReadMeter.h"
-#include "program/HostLog.h"
 
 #include <QJsonDocument>
 
@@ -72,7 +71,8 @@ OutputResults Listener::outputs() const
     results.preamp = {
         preamp.db(), preamp.overflows(), {preamp.steps().begin(), preamp.steps().end()}};
     if (m_recording)
-        results.recording = {m_recording->file(), m_recording->samples(), HostLog::refusedBlocks()};
+        results.recording = {
+            m_recording->file(), m_recording->samples(), m_recording->lostBlocks()};
     results.vac = outlet(m_vac);
     results.lineOut = outlet(m_lineOut);
     if (m_settings.spectrum.isWanted())
@@ -100,6 +100,8 @@ void Listener::tellOfFiles()
     for (const auto *outlet : {&m_vac, &m_lineOut})
         if (*outlet && !(*outlet)->file().isGood())
             refuse((*outlet)->error(), kFailure);
+    if (m_recording && !m_recording->error().isEmpty())
+        refuse(m_recording->error(), kFailure);
 }
 
 void Listener::keepAudio()

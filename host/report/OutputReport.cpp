@@ -23,7 +23,7 @@ QJsonObject toJson(const OutputResults::Recording &recording, int rateHz)
 {
     return {{"file", recording.file}, {"samples", double(recording.samples)},
         {"seconds", double(recording.samples) / rateHz},
-        {"refused_blocks", double(recording.refusedBlocks)}};
+        {"refused_blocks", double(recording.lostBlocks)}};
 }
 
 QJsonObject toJson(const OutputResults::Outlet &outlet, const OutletSettings &settings)
@@ -76,7 +76,7 @@ QStringList toLines(const HostSettings &settings, const OutputResults &results)
     if (results.recording)
         lines += QString("Recording %1 s, %2 blocks refused: %3")
                      .arg(double(results.recording->samples) / settings.deviceRateHz, 0, 'f', 2)
-                     .arg(results.recording->refusedBlocks)
+                     .arg(results.recording->lostBlocks)
                      .arg(results.recording->file);
     if (results.vac)
         lines += toLine("VAC", *results.vac, settings.vac);

@@ -26,7 +26,7 @@ struct OutputResults
     {
         QString file;
         std::uint64_t samples = 0;
-        std::uint64_t refusedBlocks = 0; ///< 512 samples each
+        std::uint64_t lostBlocks = 0; ///< of the engine, refused by the recorder
     };
 
     struct Outlet

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceManagerAbstract.h"
+#include "support/BareDevice.h"
 
 #include <QMetaMethod>
 #include <QStringList>
@@ -10,28 +11,7 @@
 
 namespace
 {
-// A device with no functions: everything that has a default keeps it.
-class BareDevice : public DeviceAbstract
-{
-public:
-    using DeviceAbstract::DeviceAbstract;
-    void setCwParam(const SDR::CwParam &) override { }
-    SDR::CwParam cwParam() const override { return {}; }
-    bool open() override { return true; }
-    void close() override { calls << "close"; }
-    bool start() override { return true; }
-    void stop() override { calls << "stop"; }
-    void retranslate() override { calls << "retranslate"; }
-    DeviceFunctionsAbstract *getAvalibleFunctions() override { return nullptr; }
-    bool isOpen() override { return false; }
-    bool isStart() override { return false; }
-    SpectrumView receiverSpectrum(unsigned long) override { return {}; }
-    SpectrumView transmitterSpectrum(unsigned long) override { return {}; }
-    SpectrumView bandscopeSpectrum() override { return {}; }
-    void emitAllSignals() override { }
-
-    QStringList calls;
-};
+using test::BareDevice;
 
 QStringList ownMethods(const QMetaObject &object, QMetaMethod::MethodType type)
 {

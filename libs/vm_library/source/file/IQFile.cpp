@@ -174,13 +174,10 @@ void IQFile::scale(std::vector<unsigned char> &bytes, double gain)
 
 void IQFile::fillWaveHeader(WaveHeader &header, long long dataBytes, Format format)
 {
-    // The rest of WAVE after the length field, and the vsdr chunk's body: a fixed figure, whatever
-    // the layout's true length.
-    const std::uint32_t overhead = format == StandartWave ? 36 : 100;
     const auto data = std::uint32_t(dataBytes);
 
     setId(header.riff, "RIFF");
-    header.length = data + overhead;
+    header.length = data + lengthOverhead(format);
     setId(header.wavefmt, "WAVEfmt ");
     header.formatSize = 16;
     header.formatTag = 1;

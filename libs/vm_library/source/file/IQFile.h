@@ -69,6 +69,14 @@ public:
     using VsdrHeader = vm::file::VsdrHeader;
     using WinradHeader = vm::file::WinradHeader;
 
+    /// What the length in the RIFF head counts beside the bytes of samples: the rest of WAVE after
+    /// the length field, and the vsdr chunk's body. A fixed figure, whatever the layout's true
+    /// length.
+    static constexpr std::uint32_t lengthOverhead(Format format)
+    {
+        return format == StandartWave ? 36 : 100;
+    }
+
     explicit IQFile(QObject *parent = nullptr);
 
     /// Closes an open recording.

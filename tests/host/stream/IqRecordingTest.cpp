@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "stream/IqRecording.h"
+
+#include "stream/StreamLedger.h"
+#include "support/BareDevice.h"
+#include "support/FileSizeLimit.h"
+
+#include "host_interfaces/EngineLimits.h"
+#include "host_interfaces/IQRecorderConfigure.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace
+{
+using vm::file::IQFile;
+
+/// A device with a real recorder and blocks at hand.
+class RecordingDevice : public test::BareDevice
+{
+public:
+    RecordingDevice(const IQRecorderConfigure &where, host::StreamLedger &ledger)
+        : m_where(where), m_ledger(ledger)
+    { }
+    QString name() override { return "Device"; }
+
+    void writeIQ(bool on, int receiver) override
+    {
+        m_file.setFormat(m_where.format);
+        const bool isOpen = on && m_file.open(m_where.fileName(name()));
+        if (!on)
+            m_file.close();
+        if (isOpen || !on)
+            Q_EMIT sWriteIQ(isOpen, receiver);
+    }
+
+    /// Blocks of the engine, each of which the recorder gets but for every `refused`-th.
+    void receive(int blocks, int refused = 0)
+    {
+        for (int i = 1; i <= blocks; ++i) {
+            m_ledger.beginBlock(m_block.data(), int(m_block.size()));
+            if (refused == 0 || i % refused != 0)
+                while (m_file.isOpen() && !m_file.write(m_block)) // until the ring has room
+                    QThread::msleep(1);
+            m_ledger.endBlock();
+        }
+    }
+
+private:
+    const IQRecorderConfigure &m_where;
+    host::StreamLedger &m_ledger;
+    IQFile m_file;
+    std::vector<COMPLEX> m_block = std::vector<COMPLEX>(EngineLimits::kBlock, COMPLEX{1e-3, 0.0});
+};
+
+class IqRecordingTest : public testing::TestWithParam<IQFile::Format>
+{
+protected:
+    IqRecordingTest()
+    {
+        m_where.path = m_folder.path();
+        m_where.format = GetParam();
+    }
+
+    const QTemporaryDir m_folder;
+    IQRecorderConfigure m_where;
+    host::StreamLedger m_ledger;
+    RecordingDevice m_device{m_where, m_ledger};
+    host::IqRecording m_recording{m_device, m_where, m_ledger};
+};
+
+TEST_P(IqRecordingTest, BlocksThatAreNotInTheFileAreCounted)
+{
+    constexpr double kRest = 17; // samples that the recorder may keep to itself
+    m_device.receive(3);
+    ASSERT_TRUE(m_recording.start()) << qPrintable(m_recording.error());
+    m_device.receive(40, 8);
+    m_recording.stop();
+    m_device.receive(3);
+    m_recording.stop();
+    EXPECT_EQ(m_recording.lostBlocks(), 5u);
+    EXPECT_NEAR(double(m_recording.samples()), 35.0 * EngineLimits::kBlock, kRest);
+    EXPECT_EQ(m_recording.error(), QString());
+    EXPECT_TRUE(QFile::exists(m_recording.file()));
+}
+
+TEST_P(IqRecordingTest, AFullDiskIsTold)
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_TRUE(m_recording.start());
+    {
+        const test::FileSizeLimit limit(50000);
+        m_device.receive(40);
+        m_recording.stop();
+    }
+    EXPECT_TRUE(m_recording.error().startsWith(m_recording.file() + ": "))
+        << qPrintable(m_recording.error());
+    EXPECT_LT(m_recording.samples(), 50000u / 6u);
+}
+
+TEST_P(IqRecordingTest, OneThatTheDeviceEndsIsToldAndComplete)
+{
+    ASSERT_TRUE(m_recording.start());
+    m_device.receive(10);
+    m_device.writeIQ(false, 0); // as it does when its stream stops
+    EXPECT_TRUE(m_recording.error().contains("ended the recording"));
+    m_device.receive(10);
+    m_recording.stop();
+    EXPECT_EQ(m_recording.lostBlocks(), 0u);
+}
+
+TEST_P(IqRecordingTest, TheFileIsTheOneThatWasMade)
+{
+    m_where.path = "/no/such/folder";
+    EXPECT_FALSE(m_recording.start());
+    EXPECT_TRUE(m_recording.error().contains("/no/such/folder/"));
+
+    m_where.path = m_folder.path();
+    const QDateTime now = QDateTime::currentDateTime();
+    for (const int second : {1, 2}) { // of another program, with the next names
+        QFile other(m_where.fileName("Device", now.addSecs(second)));
+        ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    }
+    ASSERT_TRUE(m_recording.start());
+    m_device.receive(20);
+    m_recording.stop();
+    EXPECT_EQ(m_recording.error(), QString());
+    EXPECT_GT(m_recording.samples(), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, IqRecordingTest,
+    testing::Values(IQFile::VelmoraSDR2, IQFile::StandartWave, IQFile::HDSDR));
+} // namespace
