@@ -40,10 +40,7 @@ void DownConverter::process(COMPLEX *buffer, int length)
     double frequency = limited(mOsc + mRit);
     if (frequency < 0.0)
         frequency += 1.0;
-    mStatus =
-        ippsTone_Direct_64fc(mTone.data(), length, 1.0, frequency, &mPhase, ippAlgHintAccurate);
-    if (mStatus == ippStsNoErr)
-        mStatus = ippsMul_64fc_I(mTone.data(), buffer, length);
+    mStatus = mMixer.mix(buffer, length, frequency, &mPhase);
     if (mStatus != ippStsNoErr)
         vm::log::warning(Q_FUNC_INFO, __LINE__, ": ", ippGetStatusString(mStatus));
 }

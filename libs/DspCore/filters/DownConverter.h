@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/AlignedVector.h"
 #include "DspCore/types.h"
-#include "signal_primitives/ipps.h"
+#include "signal_primitives/ToneMixer.h"
 
 namespace DspCore
 {
@@ -36,7 +35,7 @@ private:
     double mOsc = 0.0;   // cycles per sample, negated: the sign the tone generator wants
     double mRit = 0.0;   // likewise
     double mPhase = 0.0; // radians, carried from block to block
-    AlignedVector<COMPLEX> mTone = AlignedVector<COMPLEX>(SIGNAL_MAX_SIZE);
+    signal_primitives::ToneMixer mMixer;
     IppStatus mStatus = ippStsNoErr;
 };
 } // namespace DspCore
