@@ -3,7 +3,9 @@
 #include "DspCore/fft/FFT64.h"
 #include "DspCore/filters/Biquad.h"
 #include "DspCore/filters/DcBlock.h"
+#include "DspCore/filters/DecimatingFir.h"
 #include "DspCore/filters/DownConverter.h"
+#include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Iir.h"
 #include "DspCore/filters/Resampler.h"
 #include "DspCore/filters/Window64.h"
@@ -51,6 +53,42 @@ void BM_Resampler(benchmark::State &state) // likewise at 1/64; 48e3 items/s at 
     });
 }
 
+// Real time at a device rate of `down` / `up` times 48 kHz: that rate, for each of two channels.
+void BM_DecimatingFir(benchmark::State &state)
+{
+    DspCore::DecimatingFir fir;
+    const int up = int(state.range(1));
+    const int down = int(state.range(2));
+    fir.init(21.0 / 48.0 * up / down, 500, up, down);
+    std::vector<COMPLEX> out(SIGNAL_MAX_SIZE);
+    int outLength = 0;
+    runBlocks(state,
+        [&](auto &block) { fir.process(block.data(), int(block.size()), out.data(), outLength); });
+}
+
+void BM_BandLimitAndResampler(benchmark::State &state) // what it stands for
+{
+    DspCore::FastFir limit;
+    DspCore::Resampler resampler;
+    const int up = int(state.range(1));
+    const int down = int(state.range(2));
+    limit.init(-21.0 / 48.0 * up / down, 21.0 / 48.0 * up / down, 500);
+    resampler.init(up, down);
+    std::vector<COMPLEX> out(SIGNAL_MAX_SIZE);
+    int outLength = 0;
+    runBlocks(state, [&](auto &block) {
+        limit.process(block);
+        resampler.process(block.data(), int(block.size()), out.data(), outLength);
+    });
+}
+
+void ratios(benchmark::internal::Benchmark *bench)
+{
+    for (const int down : {1, 2, 4, 8, 16, 32, 40, 64})
+        bench->Args({512, 1, down});
+    bench->Args({512, 3, 160});
+}
+
 void BM_ResamplerClear(benchmark::State &state)
 {
     DspCore::Resampler resampler;
@@ -93,6 +131,8 @@ BENCHMARK(BM_Resampler)
     ->Args({512, 1, 4})
     ->Args({512, 1, 1})
     ->Args({512, 147, 160});
+BENCHMARK(BM_DecimatingFir)->Apply(ratios);
+BENCHMARK(BM_BandLimitAndResampler)->Apply(ratios);
 BENCHMARK(BM_ResamplerClear);
 BENCHMARK(BM_DcBlock)->Arg(512);
 BENCHMARK(BM_Biquad)->Arg(512);

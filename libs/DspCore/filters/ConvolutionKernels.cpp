@@ -169,6 +169,56 @@ template <int kBytes, typename Real>
     }
 }
 
+/// The sums of kOutputs windows, with eight running sums in all.
+template <int kBytes, int kOutputs>
+[[gnu::always_inline]] inline void sumSideBySide(
+    const double *oldest, int step, const double *taps, int count, COMPLEX *out, int outStep)
+{
+    using Reg = Register<double, kBytes>;
+    constexpr int kTurns = 8 / kOutputs;
+    constexpr int kStride = kTurns * Reg::kLanes;
+    typename Reg::type sums[kOutputs][kTurns]{};
+    int i = 0;
+    for (; i + kStride <= 2 * count; i += kStride) {
+#pragma GCC unroll 8
+        for (int turn = 0; turn < kTurns; ++turn) {
+            const typename Reg::type tap = Reg::at(taps + i + turn * Reg::kLanes);
+#pragma GCC unroll 8
+            for (int n = 0; n < kOutputs; ++n)
+                sums[n][turn] += tap * Reg::at(oldest + 2 * n * step + i + turn * Reg::kLanes);
+        }
+    }
+    for (; i < 2 * count; i += Reg::kLanes) {
+        const typename Reg::type tap = Reg::at(taps + i);
+#pragma GCC unroll 8
+        for (int n = 0; n < kOutputs; ++n)
+            sums[n][0] += tap * Reg::at(oldest + 2 * n * step + i);
+    }
+    for (int n = 0; n < kOutputs; ++n) {
+        for (int turn = 1; turn < kTurns; ++turn)
+            sums[n][0] += sums[n][turn];
+        COMPLEX sum{0.0, 0.0};
+        for (int lane = 0; lane < Reg::kLanes; lane += 2) {
+            sum.re += sums[n][0][lane];
+            sum.im += sums[n][0][lane + 1];
+        }
+        out[n * outStep] = sum;
+    }
+}
+
+template <int kBytes>
+[[gnu::always_inline]] inline void windows(const COMPLEX *oldest, int step, const double *taps,
+    int count, COMPLEX *out, int outStep, int outputs)
+{
+    constexpr int kSideBySide = 4;
+    int n = 0;
+    for (; n + kSideBySide <= outputs; n += kSideBySide)
+        sumSideBySide<kBytes, kSideBySide>(
+            &oldest[n * step].re, step, taps, count, out + n * outStep, outStep);
+    for (; n < outputs; ++n)
+        sumSideBySide<kBytes, 1>(&oldest[n * step].re, step, taps, count, out + n * outStep, 0);
+}
+
 #if SIGNAL_PRIMITIVES_DISPATCH
 #define VERSION(name) __attribute__((target(name)))
 #else
@@ -189,9 +239,20 @@ template <int kBytes, typename Real>
         sum<kBytes>(history, newest, filter, first, bins, out);                                    \
     }
 
+#define WINDOWS_VERSION(kBytes, name)                                                              \
+    VERSION(name)                                                                                  \
+    void versionedWindows(const COMPLEX *oldest, int step, const double *taps, int count,          \
+        COMPLEX *out, int outStep, int outputs)                                                    \
+    {                                                                                              \
+        windows<kBytes>(oldest, step, taps, count, out, outStep, outputs);                         \
+    }
+
+WINDOWS_VERSION(16, "default")
 VERSIONS_FOR(double, 16, "default")
 VERSIONS_FOR(float, 16, "default")
 #if SIGNAL_PRIMITIVES_DISPATCH
+WINDOWS_VERSION(32, "arch=x86-64-v3")
+WINDOWS_VERSION(64, "arch=x86-64-v4")
 VERSIONS_FOR(double, 32, "arch=x86-64-v3")
 VERSIONS_FOR(float, 32, "arch=x86-64-v3")
 VERSIONS_FOR(double, 64, "arch=x86-64-v4")
@@ -232,6 +293,12 @@ void sumProducts(
     Spectra<float> history, int newest, Spectra<float> filter, int first, int bins, COMPLEX32 *out)
 {
     versionedSum(history, newest, filter, first, bins, out);
+}
+
+void sumWindows(const COMPLEX *oldest, int step, const double *taps, int count, COMPLEX *out,
+    int outStep, int outputs)
+{
+    versionedWindows(oldest, step, taps, count, out, outStep, outputs);
 }
 
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count)

@@ -3,8 +3,8 @@
 
 #include "DspCore/types.h"
 
-// The inner loops of PartitionedConvolver, for every width of vector registers. The loader takes
-// the widest form that the processor has.
+// The inner loops of PartitionedConvolver and DecimatingFir, for every width of vector registers.
+// The loader takes the widest form that the processor has.
 
 namespace DspCore
 {
@@ -48,6 +48,12 @@ void sumProducts(
     Spectra<double> history, int newest, Spectra<double> filter, int first, int bins, COMPLEX *out);
 void sumProducts(
     Spectra<float> history, int newest, Spectra<float> filter, int first, int bins, COMPLEX32 *out);
+
+/// Weighted sums over windows of a stream, the next window `step` samples on: for each n below
+/// `outputs`, out[n * outStep] is the sum of taps[2 i] oldest[n * step + i] for i below `count`.
+/// Each tap stands twice in `taps`; the count is a multiple of 4.
+void sumWindows(const COMPLEX *oldest, int step, const double *taps, int count, COMPLEX *out,
+    int outStep, int outputs);
 
 /// Lays out a spectrum of `bins` bins as number `index` of `count` spectra.
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count);

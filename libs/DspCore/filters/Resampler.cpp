@@ -17,13 +17,6 @@ constexpr int kTapsPerPhase = 8;     // filter length / up
 constexpr float kCutoff = 0.4f;      // of the input rate
 constexpr double kStepsPerHz = 10.0; // rates are exact to a tenth of a hertz
 
-/// How many outputs a block makes: one at each multiple of `down` steps in front of its end.
-int outputsOf(int inputLength, int up, int phase, int down)
-{
-    const long long steps = (long long)inputLength * up - phase;
-    return steps > 0 ? int((steps + down - 1) / down) : 0;
-}
-
 /// sum h[k up] ring[newest - k] in single precision, k ascending.
 inline float tapSum(const float *h, int up, const float *ring, int newest, int mask)
 {
@@ -83,6 +76,17 @@ bool Resampler::init(int up, int down)
     return true;
 }
 
+FIR_REAL Resampler::design(int up, Window32 &window)
+{
+    return newFIR_Lowpass_REAL(kCutoff, float(up), kTapsPerPhase * up, window);
+}
+
+int Resampler::outputsOf(int inputLength, int up, int phase, int down)
+{
+    const long long steps = (long long)inputLength * up - phase;
+    return steps > 0 ? int((steps + down - 1) / down) : 0;
+}
+
 Resampler::StatePointer Resampler::newPolyPhaseFIRF(
     int ringSize, int writeIndex, int up, int phase, int down)
 {
@@ -95,7 +99,7 @@ Resampler::StatePointer Resampler::newPolyPhaseFIRF(
     state->up = up;
     state->phase = phase;
     state->down = down;
-    state->filter = newFIR_Lowpass_REAL(kCutoff, float(up), state->filterLength, mWindow);
+    state->filter = design(up, mWindow);
     if (!state->filter.valid())
         vm::log::warning(Q_FUNC_INFO, "Can't generate filter coefficients.");
     return state;

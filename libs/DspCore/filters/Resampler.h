@@ -53,6 +53,13 @@ public:
     /// with a prime above 7 stays.
     static void gdc(double in, double out, int &up, int &down);
 
+    /// The filter for an interpolation by `up`: 8 taps per phase, empty if it cannot be designed.
+    static FIR_REAL design(int up, Window32 &window);
+
+    /// How many outputs a block makes: one at each multiple of `down` steps in front of its end,
+    /// the first one `phase` steps from its start. One input sample is `up` steps.
+    static int outputsOf(int inputLength, int up, int phase, int down);
+
     /// Converts a block. Input and output are at most SIGNAL_MAX_SIZE samples and may be the same
     /// array. Block lengths are free: any cut of a stream gives the same output. No output before
     /// setSampleRates() or init(). Allocates nothing.

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/DecimatingFir.h"
+
+#include "DspCore/filters/ConvolutionKernels.h"
+#include "DspCore/filters/FastFir.h"
+#include "DspCore/filters/LowpassDesign.h"
+#include "DspCore/filters/Resampler.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace DspCore
+{
+namespace
+{
+constexpr int kMostSets = 3;
+constexpr int kLeastDecimation = 8; // at 4 it costs as much as the two blocks; measured
+
+// A window is this many samples longer than a multiple of a cache line, and its room in front of
+// the line as well: at even decimations each window begins on a cache line.
+constexpr int kLineSamples = 4;
+constexpr int kLineLength = 2 * SIGNAL_MAX_SIZE;
+
+int roundedUp(int length)
+{
+    return (length + kLineSamples - 1) / kLineSamples * kLineSamples;
+}
+
+std::vector<double> bandLimit(double edge, int taps)
+{
+    FastFir fir;
+    fir.init(-edge, edge, taps);
+    std::vector<COMPLEX> response(std::size_t(taps), COMPLEX{0.0, 0.0});
+    response[0].re = 1.0;
+    fir.process(response);
+    // The band is symmetrical, so the response is real.
+    std::vector<double> parts(response.size());
+    std::ranges::transform(response, parts.begin(), &COMPLEX::re);
+    return parts;
+}
+} // namespace
+
+bool DecimatingFir::pays(int up, int down)
+{
+    return up >= 1 && up <= kMostSets && down >= kLeastDecimation * up;
+}
+
+void DecimatingFir::init(double edge, int taps, int up, int down)
+{
+    const std::vector<double> limit = bandLimit(edge, taps);
+    Window32 window;
+    const FIR_REAL conversion = Resampler::design(up, window);
+    const int perPhase = conversion.length() / up;
+    mUp = up;
+    mDown = down;
+    mPhase = 0;
+    mWindow = roundedUp(taps + perPhase - 1);
+    mTaps.assign(std::size_t(up), Taps(std::size_t(2 * mWindow), 0.0));
+    for (int phase = 0; phase < up; ++phase) {
+        // Tap i is that of the sample i samples before the newest.
+        double *const newest = mTaps[std::size_t(phase)].data() + 2 * (mWindow - 1);
+        for (int k = 0; k < perPhase; ++k) {
+            const double gain = double(conversion.coefficients[std::size_t(phase + k * up)]) * up;
+            for (int i = 0; i < taps; ++i) {
+                newest[-2 * (i + k)] += gain * limit[std::size_t(i)];
+                newest[-2 * (i + k) + 1] = newest[-2 * (i + k)];
+            }
+        }
+    }
+    mLine.resize(std::size_t(mWindow + kLineLength));
+    clear();
+}
+
+void DecimatingFir::clear()
+{
+    // The first output's window ends with the first input.
+    mEnd = mWindow - 1;
+    std::fill_n(mLine.begin(), mWindow - 1, COMPLEX{0.0, 0.0});
+}
+
+void DecimatingFir::process(const COMPLEX *in, int length, COMPLEX *out, int &outLength)
+{
+    assert(length <= SIGNAL_MAX_SIZE);
+    outLength = 0;
+    if (mUp == 0 || length < 1)
+        return;
+    if (mEnd + length > int(mLine.size())) {
+        std::copy(mLine.begin() + mEnd - (mWindow - 1), mLine.begin() + mEnd, mLine.begin());
+        mEnd = mWindow - 1;
+    }
+    std::copy_n(in, length, mLine.begin() + mEnd);
+
+    outLength = Resampler::outputsOf(length, mUp, mPhase, mDown);
+    const COMPLEX *const oldest =
+        mLine.data() + mEnd - (mWindow - 1); // of the first input's window
+    for (int first = 0; first < std::min(mUp, outLength); ++first) {
+        const int steps = mPhase + first * mDown;
+        sumWindows(oldest + steps / mUp, mDown, mTaps[std::size_t(steps % mUp)].data(), mWindow,
+            out + first, mUp, (outLength - first + mUp - 1) / mUp);
+    }
+    mPhase = int(mPhase + (long long)outLength * mDown - (long long)length * mUp);
+    mEnd += length;
+}
+} // namespace DspCore
