@@ -86,17 +86,10 @@ void Receiver::tune(int len)
         channel.oscillator.process(channel.input.data(), len);
 }
 
-/// A decimator that has to go up in rate makes more samples than it takes; they must fit the output
-/// array.
-int Receiver::longestInput() const
-{
-    return int(std::min<double>(SIGNAL_MAX_SIZE, (SIGNAL_MAX_SIZE - 1) * mInputRate / mOutputRate));
-}
-
 void Receiver::runNarrow(Modulation modulation, int len)
 {
     for (ReceiverChannel &channel : mChannels)
-        channel.decimate(std::min(len, longestInput()));
+        channel.decimate(std::min(len, mLongestInput));
     shiftDigital(modulation);
     filterBand();
     demodulate(modulation);

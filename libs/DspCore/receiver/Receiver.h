@@ -81,6 +81,7 @@ public:
     /// volume in again.
     void setInputSampleRate(double rate);
     void setOutputSampleRate(double rate);
+    double inputSampleRate() const { return mInputRate; }
 
     /// Moves the station at `frequency` to 0 Hz until the next change of the input rate.
     void setDownConverter(unsigned int channel, double frequency);
@@ -215,7 +216,6 @@ private:
     void clearInFade();
     void applyAgcParams();
     void tune(int len);
-    int longestInput() const;
     void runWide(int len);
     void runNarrow(Modulation modulation, int len);
     void shiftDigital(Modulation modulation);
@@ -247,8 +247,9 @@ private:
     void setToolRates();
     void setAgcTimes(const AgcParam &param);
 
-    double mInputRate = 192000.0; // Hz
-    double mOutputRate = 48000.0; // Hz
+    double mInputRate = 192000.0;        // Hz
+    double mOutputRate = 48000.0;        // Hz
+    int mLongestInput = SIGNAL_MAX_SIZE; // samples of a block whose output fits the arrays
     int mFilterTaps = 1000;
     double mBandLow = 0.0;       // Hz
     double mBandHigh = 3000.0;   // Hz

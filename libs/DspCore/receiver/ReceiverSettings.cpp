@@ -34,6 +34,16 @@ const FixedRatio *fixedRatio(double inputRate)
     const auto *row = std::ranges::find(kFixedRatios, int(inputRate), &FixedRatio::inputRate);
     return row == std::end(kFixedRatios) ? nullptr : row;
 }
+
+/// Going up in rate the decimator makes more samples than it takes, and they must fit the output
+/// array. Counted with the ratio as the decimator rounds it.
+int longestInput(double inputRate, double outputRate)
+{
+    int up = 0;
+    int down = 0;
+    DspCore::Resampler::gdc(inputRate, outputRate, up, down);
+    return up > down ? int(SIGNAL_MAX_SIZE * (long long)down / up) : SIGNAL_MAX_SIZE;
+}
 } // namespace
 
 namespace DspCore
@@ -52,6 +62,7 @@ void Receiver::setInputSampleRate(double rate)
     if (const FixedRatio *ratio = fixedRatio(rate)) {
         for (ReceiverChannel &channel : mChannels)
             channel.decimator.init(ratio->up, ratio->down);
+        mLongestInput = SIGNAL_MAX_SIZE;
         mWideFm.setRatio(ratio->wideUp, ratio->wideDown, mOutputRate);
     } else {
         setUpRates();
@@ -89,6 +100,7 @@ void Receiver::setUpRates()
 {
     for (ReceiverChannel &channel : mChannels)
         channel.decimator.setSampleRates(mInputRate, mOutputRate);
+    mLongestInput = longestInput(mInputRate, mOutputRate);
     mWideFm.setRates(mInputRate, mOutputRate);
 }
 

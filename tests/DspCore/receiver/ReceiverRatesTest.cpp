@@ -83,14 +83,18 @@ TEST(ReceiverRatesTest, AnInputRateChangeEmptiesTheSoundCardOutletAlone)
     EXPECT_EQ(receiver.vac().count(), 1024u);
 }
 
-/// A sound card faster than the device would make more samples than the arrays hold.
-TEST(ReceiverRatesTest, UpsamplingStaysInsideTheArrays)
+/// A sound card faster than the device makes more samples than it takes. What the arrays hold is
+/// used to the last sample.
+TEST(ReceiverRatesTest, TheLongestBlockFillsTheArraysAndNoMore)
 {
-    Receiver receiver;
-    receiver.setInputSampleRate(48000.0);
-    receiver.setOutputSampleRate(192000.0);
-    const auto audio = test::feed(receiver, test::noise(4096, 1), 4096).audio;
-    EXPECT_GT(audio.size(), SIGNAL_MAX_SIZE - 8u);
-    EXPECT_LE(audio.size(), std::size_t(SIGNAL_MAX_SIZE));
+    for (const auto &[input, output] : {std::pair{48000.0, 48000.0}, {44100.0, 48000.0},
+             {48000.0, 96000.0}, {48000.0, 192000.0}}) {
+        Receiver receiver;
+        receiver.setOutputSampleRate(output);
+        receiver.setInputSampleRate(input);
+        const auto audio =
+            test::feed(receiver, test::noise(SIGNAL_MAX_SIZE, 1), SIGNAL_MAX_SIZE).audio;
+        EXPECT_EQ(audio.size(), std::size_t(SIGNAL_MAX_SIZE)) << input << " to " << output;
+    }
 }
 } // namespace
