@@ -160,7 +160,6 @@ void PluginReceiver::overlayStored(const HostSettings &settings)
     }
 }
 
-// After the settings: a new sample rate forgets the tuning.
 void PluginReceiver::setUp(const HostSettings &settings)
 {
     device().setDspMode(kReceiver, kChannelA, unsigned(settings.mode->mode));

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <stdexcept>
 
 using DspCore::AgcMode;
@@ -122,6 +123,58 @@ TEST_F(EngineSettersTest, GainControlReachesTheReceiverOnlyOnAChange)
     engine.setAgcHangTime(AgcMode::User, 500.0);
     EXPECT_TRUE(fades()) << "times of the present mode";
     EXPECT_NEAR(level(), amplified, 1.0) << "and on again";
+}
+
+TEST_F(EngineSettersTest, TuningOutlivesAChangeOfRate)
+{
+    constexpr double kRate = 192000.0;
+    constexpr double kA = 30000.0; // Hz from the centre
+    constexpr double kB = -20000.0;
+    constexpr double kAlone = 0.01; // what else there may be beside the tone, of its level
+    engine.setModulation(0, Modulation::USB);
+    engine.setDownConverter(0, kA);
+    engine.setDownConverter(1, kB);
+    engine.setDownConverter(2, 1.0); // no such channel
+    engine.setBandFilterIf(0, 300.0, 2500.0);
+    engine.setSampleRate(kRate);
+    engine.setMute(0, 0, true); // the sum is B alone
+    start();
+    const auto share = [&](double hz) { // of the audio that is a tone at hz
+        soundCard.clear();
+        auto stream = test::tone(int(kRate), (kA + 1000.0) / kRate, 0.1);
+        test::add(stream, test::tone(int(kRate), (kB + 2000.0) / kRate, 0.1));
+        play(stream);
+        std::vector<COMPLEX> ear;
+        for (auto pair = soundCard.end() - 9600; pair != soundCard.end(); ++pair)
+            ear.push_back({pair->re, 0.0});
+        return std::numbers::sqrt2 * test::magnitude(test::component(ear, hz / 48000.0))
+            / test::rms(ear);
+    };
+    engine.setChannelEnable(0, 1, false);
+    EXPECT_NEAR(share(1000.0), 1.0, kAlone) << "A";
+    engine.setChannelEnable(0, 1, true);
+    EXPECT_NEAR(share(2000.0), 1.0, kAlone) << "B";
+}
+
+TEST_F(EngineSettersTest, TheFilterOfWideFmFitsANewRate)
+{
+    constexpr double kRate = 1536000.0;
+    double level = 0.0; // dBm
+    sensors.onDbm = [&](uint, uint channel, float value) {
+        if (channel == 0)
+            level = value;
+    };
+    const auto levelOf = [&](double hz) {
+        play(test::tone(200 * kBlock, hz / kRate, 0.1));
+        return level;
+    };
+    engine.setModulation(0, Modulation::WFM);
+    engine.setSampleRate(kRate / 8.0);
+    engine.setBandFilterIf(0, -80000.0, 80000.0);
+    engine.setSampleRate(kRate);
+    start();
+    constexpr double kStopBandDb = 60.0;
+    EXPECT_LT(levelOf(120000.0), levelOf(20000.0) - kStopBandDb);
 }
 
 TEST_F(EngineSettersTest, NumbersBeyondTheTablesThrow)

@@ -28,9 +28,11 @@
 #include <QVector>
 #include <gsl/span>
 
+#include <array>
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 class ZephrinMFunctions;
@@ -123,7 +125,8 @@ public:
     void setAudioServer(AudioServerAbstract *server) { m_audioServer = server; }
     void setSensors(SensorsAbstract *sensors);
 
-    /// Rate of the IQ stream in hertz, for the receiver, the notches and the next recording.
+    /// Rate of the IQ stream in hertz, for the receiver, the notches and the next recording. The
+    /// tuning and the band edges stay in force.
     void setSampleRate(double rate);
 
     /// Rate of the receiver's audio in hertz. The line out follows at once, the VAC at its next
@@ -290,11 +293,19 @@ private:
     void feedSensors();
     void feedSoundCard(gsl::span<COMPLEX> audio);
 
+    void tuneReceiver();
     bool isCurrentBand(unsigned long band) const;
     bool takeChunk(CircularBuffer<COMPLEX> &ring);
     void setFilterTaps(std::size_t tapsClass, int taps, bool apply);
     void setAgcTime(AgcMode mode, double AgcParam::*field, double ms);
     void applyAgc(const AgcTable::Setting &setting);
+
+    /// Hertz from the channel's frequency.
+    struct BandEdges
+    {
+        double low;
+        double high;
+    };
 
     static constexpr unsigned kIqTapCapacity = 65536;
     static constexpr unsigned long kNotches = 8; // as many as the host keeps for a band
@@ -313,8 +324,10 @@ private:
 
     // Guarded by m_mutex.
     InputFade m_inputFade;
-    double m_sampleRate = 48000.0;    // hertz
-    double m_soundCardRate = 48000.0; // hertz
+    double m_sampleRate = 48000.0;           // hertz
+    std::array<double, 2> m_downConverter{}; // hertz from the centre, channels A and B
+    std::optional<BandEdges> m_bandEdges;    // of both channels; none before the host's first
+    double m_soundCardRate = 48000.0;        // hertz
     bool m_lineOutEnabled = false;
     double m_lineOutRate = 48000.0; // hertz
     bool m_vacEnabled = false;

@@ -19,9 +19,22 @@ void ZephrinMDSP::setSensors(SensorsAbstract *sensors)
 void ZephrinMDSP::setSampleRate(double rate)
 {
     Lock lock(m_mutex);
+    const bool changes = !qFuzzyCompare(rate, m_receiver.inputSampleRate());
     m_sampleRate = rate;
     m_receiver.setInputSampleRate(rate);
+    if (changes)
+        tuneReceiver();
     m_notches.at(0)->setSampleRate(rate);
+}
+
+// A new rate leaves the receiver at the middle of the band, and its wide filter with edges that
+// count in samples of the rate before.
+void ZephrinMDSP::tuneReceiver()
+{
+    for (unsigned channel = 0; channel < m_downConverter.size(); ++channel)
+        m_receiver.setDownConverter(channel, m_downConverter[channel]);
+    if (m_bandEdges)
+        m_receiver.setBandFilterIf(0, m_bandEdges->low, m_bandEdges->high);
 }
 
 void ZephrinMDSP::setSampleRateSC(double rate)
@@ -116,12 +129,15 @@ void ZephrinMDSP::applyAgc(const AgcTable::Setting &setting)
 void ZephrinMDSP::setDownConverter(unsigned int channel, double hz)
 {
     Lock lock(m_mutex);
+    if (channel < m_downConverter.size())
+        m_downConverter[channel] = hz;
     m_receiver.setDownConverter(channel, hz);
 }
 
 void ZephrinMDSP::setBandFilterIf(unsigned int channel, double low, double high)
 {
     Lock lock(m_mutex);
+    m_bandEdges = {low, high};
     m_receiver.setBandFilterIf(channel, low, high);
 }
 
