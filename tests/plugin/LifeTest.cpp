@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -12,6 +13,7 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
+#include <future>
 #include <iostream>
 #include <random>
 
@@ -166,6 +168,28 @@ TEST(PluginLifeTest, APageThatWaitsForAChangeOfRateMayBeTakenDown)
     rates->setCurrentIndex(4); // by the user
     EXPECT_FALSE(rig.device().isOpen());
     EXPECT_TRUE(rig.unload());
+}
+
+/// Jobs of the panorama wait in a pool whose workers are taken up by something else.
+TEST(PluginLifeTest, APoolThatStandsStillHoldsNobodyUp)
+{
+    std::promise<void> gate;
+    const auto open = gate.get_future().share();
+    PluginRig rig;
+    rig.prepare();
+    ASSERT_TRUE(rig.waitForReceiver());
+    for (std::size_t worker = 0; worker < rig.bridge().threadPool().workerCount(); ++worker)
+        rig.bridge().threadPool().post([open] { open.wait(); });
+    ASSERT_TRUE(rig.device().start());
+    PluginRig::wait(200);
+    rig.device().stop();
+    QElapsedTimer clock;
+    clock.start();
+    rig.device().deinit();
+    EXPECT_LT(clock.elapsed(), 5000);
+    rig.unload();
+    EXPECT_TRUE(isMapped("libZephrinNano.so")) << "the jobs are code of the plugin";
+    gate.set_value();
 }
 
 TEST(PluginLifeTest, InitAgainWithoutDeinitBeginsANewLife)

@@ -66,8 +66,7 @@ Spectrum::Spectrum(tp::ThreadPool &pool, unsigned int receiver, QObject *parent)
 
 Spectrum::~Spectrum()
 {
-    close(); // jobs that have not begun return at once
-    mJobs.wait();
+    mJobs.end();
 }
 
 void Spectrum::open()
@@ -200,7 +199,7 @@ bool Spectrum::store(COMPLEX *samples, int count)
 
 void Spectrum::post()
 {
-    mPool.post([this, ticket = JobsInFlight::Ticket(mJobs)] { run(); });
+    mPool.post(mJobs.make([this] { run(); }));
 }
 
 void Spectrum::run()

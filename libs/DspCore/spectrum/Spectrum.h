@@ -3,7 +3,7 @@
 
 #include "DspCore/fft/FFT64.h"
 #include "DspCore/filters/Window64.h"
-#include "DspCore/spectrum/JobsInFlight.h"
+#include "DspCore/spectrum/PoolJobs.h"
 #include "DspCore/spectrum/SpectrumAverager.h"
 #include "DspCore/spectrum/SpectrumExpAverager.h"
 #include "DspCore/spectrum/SpectrumInterpolator.h"
@@ -47,10 +47,11 @@ class Spectrum : public QObject
     Q_OBJECT
 
 public:
-    /// The pool must outlive the spectrum. Closed, with a size of 512.
+    /// The pool must outlive the last append(). Closed, with a size of 512.
     Spectrum(tp::ThreadPool &pool, unsigned int receiver, QObject *parent = nullptr);
 
-    /// Waits for the jobs that the pool still holds; not to be called by one of them.
+    /// Waits for a frame in progress, not for the pool: a job that it has yet to begin will do
+    /// nothing. Not to be called by a job.
     ~Spectrum() override;
 
     /// Frames are made while open. Opening starts the averager of the spectrum line anew. A frame
@@ -168,7 +169,7 @@ private:
     // Each has a lock of its own.
     AccumulatedBuffer<COMPLEX32> mInput;
     Velmora::SpectrumRingBuffer<COMPLEX32> mSpare;
-    JobsInFlight mJobs;
+    PoolJobs mJobs;
 
     QElapsedTimer mFrameTimer; // the engine's
     SpinLock mInputLock;       // always taken after mFrameLock

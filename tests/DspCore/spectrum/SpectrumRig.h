@@ -10,7 +10,6 @@
 namespace test
 {
 /// A pool whose one worker stands until it is let go, so that posted jobs wait in its queue.
-/// Let it go before the spectrum that posted them ends, which waits for them.
 class HeldPool
 {
 public:

@@ -28,8 +28,6 @@ protected:
         spectrum.setUpdateInterval(40);
         spectrum.open();
     }
-    // The spectrum waits for what the pool still holds.
-    void TearDown() override { held.letGo(); }
 
     test::HeldPool held;
     Spectrum spectrum{held.pool(), 3, nullptr};

@@ -4,7 +4,6 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QScopeGuard>
 
 #include <bit>
 #include <chrono>
@@ -86,7 +85,6 @@ TEST(SpectrumThreadsTest, FullPoolThrowsAndTheSpectrumGoesOn)
     Frames frames;
     test::HeldPool held(/*queueSize*/ 2);
     Spectrum spectrum(held.pool(), 0, nullptr);
-    const auto letGo = qScopeGuard([&held] { held.letGo(); });
     frames.listen(spectrum);
     spectrum.setUpdateInterval(10);
     spectrum.open();
@@ -111,18 +109,62 @@ TEST(SpectrumThreadsTest, FullPoolThrowsAndTheSpectrumGoesOn)
     EXPECT_GT(test::read(spectrum).spectrum[384], 0.0f);
 }
 
-TEST(SpectrumThreadsTest, DestructionWaitsForTheJobsThatThePoolHolds)
+/// A spectrum with one job in a pool that has not come to it.
+std::unique_ptr<Spectrum> withAJob(tp::ThreadPool &pool)
 {
-    test::HeldPool held;
-    auto spectrum = std::make_unique<Spectrum>(held.pool(), 0u, nullptr);
+    auto spectrum = std::make_unique<Spectrum>(pool, 0u, nullptr);
     spectrum->open();
-    std::this_thread::sleep_for(20ms);
+    std::this_thread::sleep_for(20ms); // the first frame is due
     auto block = test::noise(512, /*seed*/ 1);
     spectrum->append(block.data(), 512);
+    return spectrum;
+}
+
+TEST(SpectrumThreadsTest, ItsEndDoesNotWaitForAPoolThatStandsStill)
+{
+    test::HeldPool held;
+    auto spectrum = withAJob(held.pool());
+    auto gone = std::async(std::launch::async, [&spectrum] { spectrum.reset(); });
+    const bool inTime = gone.wait_for(10s) == std::future_status::ready;
+    EXPECT_FALSE(DspCore::PoolJobs::released(0ms)) << "the pool may still call into the code";
+    held.letGo(); // the job finds nothing to work on
+    ASSERT_TRUE(inTime);
+    EXPECT_TRUE(DspCore::PoolJobs::released(10s));
+}
+
+TEST(SpectrumThreadsTest, ItsEndWaitsForAFrameInProgress)
+{
+    test::HeldPool held;
+    auto spectrum = withAJob(held.pool());
+    std::promise<void> begun;
+    std::promise<void> end;
+    QObject::connect(spectrum.get(), QOverload<>::of(&Spectrum::spectrum), [&] {
+        begun.set_value();
+        end.get_future().wait();
+    });
+    held.letGo();
+    begun.get_future().wait();
     auto gone = std::async(std::launch::async, [&spectrum] { spectrum.reset(); });
     EXPECT_EQ(gone.wait_for(50ms), std::future_status::timeout);
-    held.letGo();
+    end.set_value();
     EXPECT_EQ(gone.wait_for(10s), std::future_status::ready);
+}
+
+/// A pool's worker may keep the job that it has done until it has the next one.
+TEST(SpectrumThreadsTest, AJobThatIsDoneAndKeptHoldsNobodyUp)
+{
+    int done = 0;
+    tp::FixedFunction<void(), 128> kept;
+    DspCore::PoolJobs jobs;
+    kept = tp::FixedFunction<void(), 128>(jobs.make([&done] { ++done; }));
+    kept();
+    auto ended = std::async(std::launch::async, [&jobs] { jobs.end(); });
+    ASSERT_EQ(ended.wait_for(10s), std::future_status::ready);
+    kept();
+    EXPECT_EQ(done, 1) << "nothing after the end";
+    EXPECT_FALSE(DspCore::PoolJobs::released(0ms));
+    kept = {};
+    EXPECT_TRUE(DspCore::PoolJobs::released(0ms));
 }
 
 TEST(SpectrumThreadsTest, FramesAtTheSameTimeDoNotMix)
@@ -130,7 +172,6 @@ TEST(SpectrumThreadsTest, FramesAtTheSameTimeDoNotMix)
     constexpr int kFramesEach = 200;
     test::HeldPool held;
     Spectrum spectrum(held.pool(), 0, nullptr);
-    const auto letGo = qScopeGuard([&held] { held.letGo(); });
     spectrum.setUpdateInterval(40);
     spectrum.setSize(1024);
     spectrum.open();

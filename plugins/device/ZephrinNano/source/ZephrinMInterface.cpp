@@ -22,6 +22,7 @@
 
 #include <array>
 #include <chrono>
+#include <dlfcn.h>
 #include <new>
 #include <stdexcept>
 
@@ -48,6 +49,17 @@ AudioCallback audioSource(std::shared_ptr<ZephrinMDSP> engine,
     return [engine = std::move(engine), io](std::vector<float> &in, std::vector<float> &out,
                unsigned long frames,
                unsigned long channels) { return (engine.get()->*io)(in, out, frames, channels); };
+}
+
+// In which a host's pool that is not stuck gets to the jobs that still wait there.
+constexpr std::chrono::seconds kPoolPatience{1};
+
+/// Keeps this library in the process though the host unloads it.
+void stayLoaded()
+{
+    Dl_info library;
+    if (dladdr(reinterpret_cast<const void *>(&stayLoaded), &library) != 0)
+        dlopen(library.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
 /// Types that signals carry. A type registered by a library that is unloaded would leave Qt with
@@ -86,6 +98,8 @@ ZephrinMInterface::ZephrinMInterface(QWidget *) : DeviceAbstract(nullptr)
 ZephrinMInterface::~ZephrinMInterface()
 {
     deinit();
+    if (!DspCore::PoolJobs::released(kPoolPatience))
+        stayLoaded();
 }
 
 bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced)
