@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/spectrum/Spectrum.h"
 
+#include "DspCore/NoDenormals.h"
 #include "DspCore/spectrum/AveragerCommon.h"
 #include "vm_library/source/log/Log.h"
 
@@ -215,6 +216,7 @@ void Spectrum::run()
 
 void Spectrum::makeFrame()
 {
+    const NoDenormals scope; // the averagers fade out as well
     // Held from the copy out of the stream on: the work buffer is one for all jobs.
     const SpinLocker locker(mFrameLock);
     mInput.read(mArrays.work.get(), mSize);

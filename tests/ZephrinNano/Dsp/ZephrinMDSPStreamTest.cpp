@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <future>
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -87,6 +88,27 @@ TEST_F(EngineStreamTest, StepsOfABlockRunInOrder)
     play(test::noise(4 * kBlock, 2));
     EXPECT_EQ(std::count(steps.begin(), steps.end(), "iq server"), 0);
     EXPECT_EQ(std::count(steps.begin(), steps.end(), "audio server"), 0);
+}
+
+/// Half of the smallest normal number is zero to the engine, and to nobody else.
+TEST_F(EngineStreamTest, DenormalNumbersAreZeroOnTheEngineThread)
+{
+    volatile double smallest = std::numeric_limits<double>::min();
+    volatile double tiny = 1e-310;
+    double result = -1.0;
+    double operand = -1.0;
+    iqServer.onWrite = [&](COMPLEX *, int) {
+        result = smallest * 0.5;
+        operand = tiny * 1e10;
+    };
+    engine.setIqServer(&iqServer);
+    start();
+    play(test::noise(kBlock, 9));
+    EXPECT_EQ(result, 0.0);
+    EXPECT_EQ(operand, 0.0);
+    engine.run(); // the owner's thread, which gets its numbers back
+    EXPECT_GT(smallest * 0.5, 0.0);
+    EXPECT_GT(tiny * 1e10, 0.0);
 }
 
 TEST_F(EngineStreamTest, AFullIqTapKeepsTheOldestSamples)

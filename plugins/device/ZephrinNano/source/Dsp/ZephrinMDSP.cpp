@@ -3,6 +3,7 @@
 
 #include "CheckedConnect.h"
 #include "Dsp/FilterTapsClass.h"
+#include "DspCore/NoDenormals.h"
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
@@ -119,6 +120,7 @@ void ZephrinMDSP::after()
 
 void ZephrinMDSP::run()
 {
+    const DspCore::NoDenormals scope;
     while (m_input.read(m_readBlock))
         dspProcess(m_readBlock);
 }
