@@ -14,7 +14,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <future>
 #include <optional>
+#include <stdexcept>
 
 namespace
 {
@@ -159,6 +161,21 @@ TEST_F(RecordingTest, NeedsAStream)
     EXPECT_EQ(told(true), m_no);
     EXPECT_EQ(told(true, 1).size(), 0);
     EXPECT_EQ(files(), 0);
+}
+
+/// A pool that takes no more frames of the panorama ends the engine's thread, not the stream.
+TEST_F(RecordingTest, NeedsAnEngineThatWorks)
+{
+    std::promise<void> gate;
+    const auto open = gate.get_future().share();
+    auto &pool = m_rig.bridge().threadPool();
+    EXPECT_THROW(for (;;) pool.post([open] { open.wait(); }), std::runtime_error) << "full";
+    ASSERT_TRUE(m_rig.device().start());
+    PluginRig::wait(300); // the first frame is due, and refused
+    EXPECT_EQ(told(true), (QList<QList<QVariant>>{{false, 0}}));
+    EXPECT_EQ(files(), 0);
+    EXPECT_TRUE(m_rig.device().isStart());
+    gate.set_value();
 }
 
 TEST_F(RecordingTest, IsStartedOnceAndStopped)

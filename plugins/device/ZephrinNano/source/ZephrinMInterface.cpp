@@ -379,7 +379,8 @@ void ZephrinMInterface::writeIQ(bool state, int channel)
 {
     if (channel != kReceiver)
         return;
-    if (!state || !isOpen() || !m_dsp->hasThread()) {
+    // The thread of the engine may have ended by itself; its handle tells nothing of that.
+    if (!state || !isOpen() || m_dsp->stopping()) {
         engine(&ZephrinMDSP::iqRecorderStop);
         emit sWriteIQ(false, kReceiver);
         return;
