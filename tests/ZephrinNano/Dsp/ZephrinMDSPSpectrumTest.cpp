@@ -62,17 +62,23 @@ public:
             m_gate.get_future().wait();
         });
         m_entered.get_future().wait();
-        for (int i = 0; i < kQueue; ++i)
+        for (int i = 1; i < kQueue; ++i)
             m_pool.post([] {});
+        m_pool.post([this] { m_drained.set_value(); });
     }
-    void release() { m_gate.set_value(); }
+    void release()
+    {
+        m_gate.set_value();
+        m_drained.get_future().wait();
+    }
     tp::ThreadPool &pool() { return m_pool; }
 
 private:
-    static constexpr int kQueue = 2;
+    static constexpr int kQueue = 64; // more than a busy machine leaves waiting
 
     std::promise<void> m_entered;
     std::promise<void> m_gate;
+    std::promise<void> m_drained;
     tp::ThreadPool m_pool{tp::ThreadPoolOptions{.workerCount = 1, .queueSize = kQueue}};
 };
 } // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/NoDenormals.h"
 #include "EngineTest.h"
 
 #include <cmath>
@@ -90,9 +91,10 @@ class EngineToolTest : public EngineTest, public testing::WithParamInterface<Set
 protected:
     static constexpr int kBlocks = 60;
 
-    /// A receiver on its own, told the same as the engine's.
+    /// A receiver on its own, told the same as the engine's and reckoning like it.
     std::vector<COMPLEX32> played(Receiver &receiver)
     {
+        const DspCore::NoDenormals scope;
         receiver.setInputSampleRate(kRate);
         receiver.setModulation(GetParam().mode);
         receiver.setFilterTaps(kFilterTaps);
