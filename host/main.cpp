@@ -35,7 +35,7 @@ int main(int argc, char **argv)
     // The device has an options page, which nobody sees.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const host::HostLog log;
+    host::HostLog log;
     QApplication application(taken, argv);
     QCoreApplication::setApplicationName("velmora-host");
     QCoreApplication::setApplicationVersion(HOST_VERSION);
@@ -51,5 +51,6 @@ int main(int argc, char **argv)
         print(stderr, "velmora-host: " + error->text + '\n');
         return host::kUsageError;
     }
+    log.setVerbose(std::get<host::HostSettings>(command).verbose);
     return host::Listener(std::get<host::HostSettings>(command)).run();
 }

@@ -479,6 +479,12 @@ double VirtualDevice::sceneSeconds() const
     return m_scene->seconds();
 }
 
+double VirtualDevice::sceneWidthHz() const
+{
+    Lock lock(m_mutex);
+    return m_scene->widthHz();
+}
+
 double VirtualDevice::sceneFrequencyHz() const
 {
     Lock lock(m_mutex);

@@ -60,6 +60,7 @@ public:
     void setScene(std::shared_ptr<Scene> scene);
     double sceneSeconds() const;
     double sceneFrequencyHz() const;
+    double sceneWidthHz() const;
     void setPace(Pace pace);
     void addCredit(std::uint64_t samples);
     bool useEepromFile(const std::string &path, std::string &error);

@@ -139,6 +139,11 @@ double vr_scene_frequency(void)
     return guarded(0.0, [] { return device().sceneFrequencyHz(); });
 }
 
+double vr_scene_width(void)
+{
+    return device().sceneWidthHz();
+}
+
 double vr_scene_seconds(void)
 {
     return guarded(0.0, [] { return device().sceneSeconds(); });

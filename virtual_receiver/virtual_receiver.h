@@ -73,6 +73,10 @@ int vr_scene_samples(
 /// Radio frequency of the middle of the scene in hertz, 0 if it follows the device's tuning.
 double vr_scene_frequency(void);
 
+/// Width in hertz of what the scene has around its middle: a recording's rate, the span of a band's
+/// stations.
+double vr_scene_width(void);
+
 /// Length of a finite scene in seconds, 0 if it never ends.
 double vr_scene_seconds(void);
 

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "device/SceneSetup.h"
 
+#include "settings/Numbers.h"
+
 #include <QFile>
+
+#include <algorithm>
 
 namespace host
 {
@@ -12,6 +16,7 @@ bool SceneSetup::open(const HostSettings &settings)
     m_receiver->reset();
     if (!choose(settings))
         return false;
+    noticeEmptyPlaces(settings);
     if (!settings.eepromFile.isEmpty()
         && !isGood(
             m_receiver->setEeprom(QFile::encodeName(settings.eepromFile)), settings.eepromFile))
@@ -51,8 +56,10 @@ bool SceneSetup::choose(const HostSettings &settings)
     }
     m_name = settings.sceneFile;
     const QByteArray path = QFile::encodeName(m_name);
-    if (settings.sceneFormat.isEmpty() && m_name.endsWith(".band", Qt::CaseInsensitive))
+    if (settings.sceneFormat.isEmpty() && m_name.endsWith(".band", Qt::CaseInsensitive)) {
+        noticeUnheeded(settings);
         return isGood(m_receiver->sceneBand(path), m_name);
+    }
     return choosePlayed(settings, path, settings.sceneRateHz);
 }
 
@@ -68,11 +75,40 @@ bool SceneSetup::choosePlayed(const HostSettings &settings, const QByteArray &pa
     if (!isGood(result, m_name))
         return false;
     const QString notice = QString::fromLocal8Bit(m_receiver->sceneNotice()).simplified();
-    if (!notice.isEmpty())
-        m_notice = m_name + ": " + notice;
-    if (!notice.isEmpty() && rateHz != settings.sceneRateHz)
-        m_notice += "; taken to be at --rate, as no --scene-rate is given";
+    if (rateHz != settings.sceneRateHz)
+        m_notices +=
+            m_name + ": " + notice + "; taken to be at --rate, as no --scene-rate is given";
+    else if (!notice.isEmpty())
+        m_notices += m_name + ": " + notice;
     return true;
+}
+
+void SceneSetup::noticeUnheeded(const HostSettings &settings)
+{
+    for (const char *option : {"scene-rate", "scene-frequency"})
+        if (settings.given.contains(option))
+            m_notices += QString("--%1 does nothing for a band description").arg(option);
+}
+
+void SceneSetup::noticeEmptyPlaces(const HostSettings &settings)
+{
+    const double middleHz = m_receiver->sceneFrequency();
+    const double halfHz = m_receiver->sceneWidth() / 2.0;
+    if (middleHz == 0.0 || halfHz == 0.0)
+        return; // it goes wherever the receiver is tuned
+    const auto isEmpty = [&](double lowHz, double highHz) {
+        return highHz < middleHz - halfHz || lowHz > middleHz + halfHz;
+    };
+    const QString extent =
+        QString(", it goes from %1 to %2")
+            .arg(formatNumber(middleHz - halfHz), formatNumber(middleHz + halfHz));
+    const double reachHz = settings.deviceRateHz / 2.0;
+    if (isEmpty(settings.centerHz - reachHz, settings.centerHz + reachHz))
+        m_notices +=
+            "the scene has nothing around --center " + formatNumber(settings.centerHz) + extent;
+    else if (isEmpty(settings.tuneHz + std::min(0.0, settings.filterLowHz),
+                 settings.tuneHz + std::max(0.0, settings.filterHighHz)))
+        m_notices += "the scene has nothing at --tune " + formatNumber(settings.tuneHz) + extent;
 }
 
 double SceneSetup::seconds() const

@@ -5,6 +5,7 @@
 #include "settings/HostSettings.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace host
 {
@@ -27,19 +28,21 @@ public:
     const QString &name() const { return m_name; }
     const QString &error() const { return m_error; }
 
-    /// What was not as it should be in a recording that is played all the same; empty if nothing
-    /// was.
-    const QString &notice() const { return m_notice; }
+    /// A line on each thing that is not as one might think: a recording that is not whole, an
+    /// option that this scene does not heed, a place where it has nothing.
+    const QStringList &notices() const { return m_notices; }
 
 private:
     bool checkHardware(const HostSettings &settings);
     bool choose(const HostSettings &settings);
     bool choosePlayed(const HostSettings &settings, const QByteArray &path, double rateHz);
+    void noticeUnheeded(const HostSettings &settings);
+    void noticeEmptyPlaces(const HostSettings &settings);
     bool isGood(int result, const QString &subject);
 
     const ReceiverControls *m_receiver;
     QString m_name;
     QString m_error;
-    QString m_notice;
+    QStringList m_notices;
 };
 } // namespace host

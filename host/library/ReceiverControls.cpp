@@ -21,6 +21,8 @@ std::optional<ReceiverControls> ReceiverControls::of(const D2xxLibrary &library)
     find(receiver.sceneFile, "vr_scene_file");
     find(receiver.sceneNotice, "vr_scene_notice");
     find(receiver.sceneBand, "vr_scene_band");
+    find(receiver.sceneFrequency, "vr_scene_frequency");
+    find(receiver.sceneWidth, "vr_scene_width");
     find(receiver.sceneSeconds, "vr_scene_seconds");
     find(receiver.setPace, "vr_set_pace");
     find(receiver.addCredit, "vr_add_credit");

@@ -18,6 +18,8 @@ struct ReceiverControls
     decltype(&vr_scene_file) sceneFile = nullptr;
     decltype(&vr_scene_notice) sceneNotice = nullptr;
     decltype(&vr_scene_band) sceneBand = nullptr;
+    decltype(&vr_scene_frequency) sceneFrequency = nullptr;
+    decltype(&vr_scene_width) sceneWidth = nullptr;
     decltype(&vr_scene_seconds) sceneSeconds = nullptr;
     decltype(&vr_set_pace) setPace = nullptr;
     decltype(&vr_add_credit) addCredit = nullptr;

@@ -3,6 +3,8 @@
 
 #include <QLoggingCategory>
 #include <QString>
+
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <mutex>
@@ -11,12 +13,29 @@ namespace host
 {
 namespace
 {
-// Qt's own remarks on a user without a session and on a window without a screen.
-constexpr QLatin1String kOfNoUse[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
-    QLatin1String("This plugin does not support propagateSizeHints")};
+// Qt's own on a user without a session and on a window without a screen; the spectrum's when its
+// window follows the transform to another size.
+constexpr QLatin1String kRemarks[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
+    QLatin1String("This plugin does not support propagateSizeHints"),
+    QLatin1String("mLenght != lenght")};
+
+// What the driver says of each call that a receiver does not answer.
+constexpr QLatin1String kUnanswered[] = {
+    QLatin1String("failed to read IQ"), QLatin1String("failed to write data")};
+
+template <std::size_t kSize>
+bool isAnyOf(const QString &line, const QLatin1String (&texts)[kSize])
+{
+    return std::ranges::any_of(
+        texts, [&line](const QLatin1String &text) { return line.contains(text); });
+}
 
 std::mutex g_mutex;
-std::map<QString, std::uint64_t> g_lines; // by text, how often; guarded by g_mutex
+
+// Guarded by g_mutex.
+std::map<QString, std::uint64_t> g_lines; // by text, how often
+bool g_isVerbose = false;
+bool g_isReceiverLost = false;
 
 void print(const QString &text)
 {
@@ -27,12 +46,12 @@ void onMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtDebugMsg)
         return;
-    for (const QLatin1String &remark : kOfNoUse)
-        if (text.startsWith(remark))
-            return;
     const QString line = text.simplified();
     const std::lock_guard lock(g_mutex);
-    if (++g_lines[line] == 1)
+    const bool isLate = !g_isVerbose && isAnyOf(line, kUnanswered);
+    if ((!g_isVerbose && isAnyOf(line, kRemarks)) || (isLate && g_isReceiverLost))
+        return;
+    if (++g_lines[line] == 1 && !isLate)
         print(line);
 }
 } // namespace
@@ -51,6 +70,23 @@ HostLog::~HostLog()
     for (const auto &[line, count] : g_lines)
         if (count > 1)
             print(QString("%1 times: %2").arg(count).arg(line));
+        else if (!g_isVerbose && isAnyOf(line, kUnanswered))
+            print(line);
     g_lines.clear();
+    g_isVerbose = g_isReceiverLost = false;
+}
+
+void HostLog::setVerbose(bool isVerbose)
+{
+    const std::lock_guard lock(g_mutex);
+    g_isVerbose = isVerbose;
+}
+
+void HostLog::tellOfLostReceiver()
+{
+    const std::lock_guard lock(g_mutex);
+    g_isReceiverLost = true;
+    if (!g_isVerbose)
+        std::erase_if(g_lines, [](const auto &line) { return isAnyOf(line.first, kUnanswered); });
 }
 } // namespace host

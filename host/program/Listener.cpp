@@ -51,7 +51,8 @@ bool Listener::openLibrary()
     m_scene.emplace(virtualReceiver());
     if (!m_scene->open(m_settings))
         return refuse(m_scene->error(), kBadInput);
-    tell(m_scene->notice());
+    for (const QString &notice : m_scene->notices())
+        tell(notice);
     return true;
 }
 
@@ -59,7 +60,10 @@ bool Listener::openLibrary()
 bool Listener::loadPlugin()
 {
     m_receiver.emplace(m_ledger);
-    connect(&*m_receiver, &PluginReceiver::lost, this, [this] { finish(kReceiverLost); });
+    connect(&*m_receiver, &PluginReceiver::lost, this, [this] {
+        HostLog::tellOfLostReceiver();
+        finish(kReceiverLost);
+    });
     return m_receiver->load(m_settings) || refuse(m_receiver->error(), kBadInput);
 }
 

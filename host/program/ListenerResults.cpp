@@ -83,7 +83,8 @@ OutputResults Listener::outputs() const
 /// Everything is tried, whatever failed before.
 void Listener::keepResults()
 {
-    std::fputs(toText(m_settings, m_result).toLocal8Bit().constData(), stdout);
+    std::FILE *where = m_settings.outFile == kStandardOutput ? stderr : stdout;
+    std::fputs(toText(m_settings, m_result).toLocal8Bit().constData(), where);
     if (m_result.ending == kReceiverLost)
         refuse("the receiver was lost", kFailure);
     if (!m_receiver->close())

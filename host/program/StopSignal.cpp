@@ -25,8 +25,8 @@ void setHandler(void (*handler)(int))
     { };
     action.sa_handler = handler;
     action.sa_flags = int(SA_RESTART | SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaction(signal, &action, nullptr);
 }
 
 int openEvent()

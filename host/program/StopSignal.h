@@ -6,8 +6,8 @@
 
 namespace host
 {
-/// Turns the first SIGINT or SIGTERM into a Qt signal on the thread that made it; the second one
-/// ends the program as usual. One per process.
+/// Turns the first SIGINT, SIGTERM or SIGHUP (the terminal was closed) into a Qt signal on the
+/// thread that made it; the second one ends the program as usual. One per process.
 class StopSignal : public QObject
 {
     Q_OBJECT

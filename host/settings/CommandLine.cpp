@@ -14,6 +14,22 @@ namespace host
 {
 namespace
 {
+const QString kMoreHelp = R"(Modes and their filters, in hertz from --tune:
+%1In CW a station in tune is heard at --cw-tone. In DIGL and DIGU a station in
+tune is heard at --digl-offset or --digu-offset, and --filter counts from 0 Hz
+of the audio, so --digu-offset 1500 --filter 300:2700 receives from 1200 Hz
+below --tune to 1200 Hz above.
+
+Exit status: 0 when all went well, 1 when the receiver failed or a result could
+not be kept, 2 for options or files that cannot be used.
+
+Examples:
+  velmora-host --headless --mode LSB --seconds 60 --out - | aplay
+  velmora-host --headless --scene band.wav --tune 14.074M --mode DIGU \
+      --free-run --out data.wav --report data.json
+  velmora-host --headless --panorama band.png --waterfall time.png --seconds 15
+)";
+
 /// Declares the options of the table and turns their texts into settings, one after the other.
 class Reader
 {
@@ -25,7 +41,7 @@ public:
             "have played.\nFrequencies may be written as 14074000, 14.074M, 7.1e6 or 192k.");
         for (const Option &option : optionTable())
             m_parser.addOption({option.name, option.helpText(), option.argument});
-        m_parser.addOption({"help", "Show this text."});
+        m_parser.addOption({{"h", "help"}, "Show this text."});
         m_parser.addOption({"version", "Show the version."});
         if (!m_parser.parse(arguments))
             refuse(m_parser.errorText().simplified().chopped(1));
@@ -34,7 +50,7 @@ public:
     }
 
     bool isSet(const char *option) const { return m_parser.isSet(option); }
-    QString helpText() const { return m_parser.helpText(); }
+    QString helpText() const { return m_parser.helpText() + '\n' + kMoreHelp.arg(modeHelp()); }
 
     HostSettings settings()
     {
@@ -79,7 +95,7 @@ private:
 
     void take(const Option &option, const QVariant &value)
     {
-        if (option.keep)
+        if (option.keep && option.modes.has(m_settings.mode->mode))
             option.keep(m_settings, value);
     }
 
@@ -88,12 +104,13 @@ private:
     {
         const QString name = option.name;
         if (!option.modes.has(m_settings.mode->mode))
-            m_settings.notices += QString("--%1 does nothing in %2; it is for %3")
-                                      .arg(name, m_settings.mode->name, option.modes.names());
+            m_settings.notices +=
+                QString("--%1 does nothing in %2.").arg(name, m_settings.mode->name)
+                + option.modes.remark();
         const auto isGiven = [this](const QString &other) { return m_parser.isSet(other); };
         if (!option.serves.isEmpty() && std::ranges::none_of(option.serves, isGiven))
             m_settings.notices +=
-                QString("--%1 does nothing without --%2").arg(name, option.serves.join(" or --"));
+                QString("--%1 does nothing without --%2.").arg(name, option.serves.join(" or --"));
     }
 
     /// What no row can say of itself.
@@ -117,12 +134,18 @@ private:
                 s.centerHz = s.tuneHz;
         }
         if (!isSet("tune"))
-            s.tuneHz = s.centerHz;
+            s.tuneHz = isBuiltinBand() && !isSet("center") ? s.mode->builtinHz : s.centerHz;
         checkReach("tune", s.tuneHz);
         if (s.tuneBHz)
             checkReach("tune-b", *s.tuneBHz);
         for (const NotchSettings &notch : qAsConst(s.notches))
             checkReach("notch", notch.frequencyHz);
+    }
+
+    /// In whose middle there is nothing.
+    bool isBuiltinBand() const
+    {
+        return m_settings.sceneFile.isEmpty() && m_settings.d2xxFile.isEmpty();
     }
 
     double reachHz() const { return m_settings.deviceRateHz / 2.0; }

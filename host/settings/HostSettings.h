@@ -14,6 +14,8 @@
 
 namespace host
 {
+inline const QString kStandardOutput = "/dev/stdout";
+
 /// A radio notch filter at a frequency of the band.
 struct NotchSettings
 {
@@ -81,10 +83,13 @@ struct HostSettings
     OutletSettings vac;
     OutletSettings lineOut;
 
-    QString outFile; ///< empty: audio is received and measured but not kept
+    QString outFile;                    ///< empty: audio is received and measured but not kept
+    bool isInverted = false;            ///< the audio of all files
+    std::optional<double> deemphasisUs; ///< time constant of the audio of all files
     QString reportFile;
     QString eepromFile; ///< empty: an EEPROM in memory
-    QString fault;      ///< faults that the virtual receiver is to produce; empty: none
+    bool verbose = false;
+    QString fault; ///< faults that the virtual receiver is to produce; empty: none
 
     /// The options that were given and the defaults of the others, by name, with their values as
     /// the rows of optionTable() read them.

@@ -27,6 +27,7 @@ constexpr Format kLayoutFormats[] = {Format::VelmoraSDR2, Format::StandartWave, 
 
 const QStringList kAveragings = {"linear", "rms", "exp"}; // by the device's numbers
 
+const QStringList kAudioFiles = {"out", "vac-out", "line-out"};
 const QStringList kBandPictures = {"panorama", "waterfall"};
 
 /// Keeps a file name in a part of the settings.
@@ -44,9 +45,12 @@ std::vector<Option> outputOptions()
     return {
         {.name = "out",
             .argument = "FILE.wav",
-            .help = "Audio file to write: 48 kHz, stereo, 32-bit float",
+            .help = "Audio file to write: 48 kHz, stereo, 32-bit float; - for the standard output",
             .value = fileName(),
-            .keep = host::in(&HostSettings::outFile)},
+            .keep =
+                [](HostSettings &settings, const QVariant &file) {
+                    settings.outFile = file == "-" ? kStandardOutput : file.toString();
+                }},
         {.name = "vac-out",
             .argument = "FILE.wav",
             .help = "The same from the virtual audio cable",
@@ -65,6 +69,11 @@ std::vector<Option> outputOptions()
             .help = "The same from the line output, which runs at 48 kHz",
             .value = fileName(),
             .keep = in(&HostSettings::lineOut, &OutletSettings::file)},
+        {.name = "invert",
+            .help = "Turn the audio of the files upside down, as decoders of pagers need it: what "
+                    "NFM and SAM give is inverted",
+            .serves = kAudioFiles,
+            .keep = host::in(&HostSettings::isInverted)},
         {.name = "record",
             .argument = "LAYOUT",
             .help = "Record the IQ in a layout",

@@ -22,7 +22,23 @@ constexpr double kHighestSceneRateHz = 100e6;
 constexpr double kShortestRunSeconds = 1e-3;
 constexpr double kLongestRunSeconds = 86400.0; // a day; more is a slip of the finger
 
-constexpr double kMostRitHz = 9999.0; // what the dials of receivers reach
+constexpr int kMostRitHz = 9999; // what the dials of receivers reach
+
+// The ranges of the controls on the receiver's options page, which would limit a value silently.
+constexpr int kLowestOffsetHz = 2;
+constexpr int kHighestOffsetHz = 10000;
+
+/// Where DIGL or DIGU puts the tuned frequency in the audio, a stored setting of the device.
+Option pitchOffset(const char *name, Mode mode, const char *otherwise, const char *key)
+{
+    return {.name = name,
+        .argument = "HZ",
+        .help = "Pitch at which --tune is heard",
+        .value = wholeNumber(kLowestOffsetHz, kHighestOffsetHz),
+        .otherwise = otherwise,
+        .modes = {mode},
+        .stored = key};
+}
 
 ValueCheck deviceRate()
 {
@@ -153,7 +169,7 @@ std::vector<Option> receptionOptions()
             .argument = "HZ",
             .help = "Frequency to listen to",
             .value = number(0.0, kHighestFrequencyHz),
-            .otherwise = "the centre",
+            .otherwise = "the centre, but of the built-in band a station for the mode",
             .keep = in(&HostSettings::tuneHz)},
         {.name = "mode",
             .argument = "MODE",
@@ -165,11 +181,22 @@ std::vector<Option> receptionOptions()
             .argument = "LOW:HIGH",
             .help = "Band filter relative to --tune, as 300:2700 (USB) or -2700:-300 (LSB)",
             .value = edges(),
+            .otherwise = "by the mode, see below",
             .keep = keepFilter},
+        {.name = "rit",
+            .argument = "HZ",
+            .help = "Receive so much beside --tune",
+            .value = wholeNumber(-kMostRitHz, kMostRitHz),
+            .setUp =
+                [](const OptionTarget &to, const QVariant &hertz) {
+                    to.device.setRit(kReceiver, kChannelA, hertz.toDouble());
+                }},
+        pitchOffset("digl-offset", Mode::DIGL, "as stored, at first 2200", "dsp_digl_offset"),
+        pitchOffset("digu-offset", Mode::DIGU, "as stored, at first 1500", "dsp_digu_offset"),
         {.name = "preamp",
             .argument = "DB",
-            .help = "Level in front of the receiver's converter, 0 being neither attenuator nor "
-                    "amplifier",
+            .help = "Level in front of the receiver's converter, -31.5 to 6 in steps of 0.5, 0 "
+                    "being neither attenuator nor amplifier",
             .value = {[](const QString &text) { return numberFrom(text); }, {}},
             .standard = "0",
             .keep = in(&HostSettings::preampDb)},
@@ -201,6 +228,9 @@ std::vector<Option> receptionOptions()
             .help = "Faults to produce, for example lost-byte@1000",
             .value = anyText(),
             .keep = in(&HostSettings::fault)},
+        {.name = "verbose",
+            .help = "Show the remarks of plugin and libraries, too",
+            .keep = in(&HostSettings::verbose)},
     };
 }
 } // namespace host

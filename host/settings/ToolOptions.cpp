@@ -28,6 +28,10 @@ static_assert(int(DspCore::AgcMode::Off) == 0 && int(DspCore::AgcMode::Med) == 3
 constexpr int kLowestAgcGainDb = -20;
 constexpr int kHighestAgcGainDb = 120;
 
+// The receiver's own is 120 dB, which brings the noise of every pause up beside the speech. With
+// this one a signal of -60 dBFS, which is quiet on any band, is still heard at full level.
+constexpr int kComfortableAgcGainDb = 60;
+
 // The ranges of the controls on the receiver's options page, which would limit a value silently.
 constexpr double kShortestAttackMs = 0.1;
 constexpr double kLongestAttackMs = 2.5;
@@ -113,6 +117,8 @@ void beginAgc(const OptionTarget &to, const QVariant &name)
     const int mode = kAgcModes.indexOf(name.toString());
     if (mode == int(DspCore::AgcMode::Off))
         set(int(DspCore::AgcMode::Med));
+    else if (!to.settings.given.contains("agc-gain"))
+        to.device.setAgcGain(kReceiver, kChannelA, kComfortableAgcGainDb);
     set(mode);
 }
 
@@ -209,6 +215,7 @@ std::vector<Option> toolOptions()
             .argument = "DB",
             .help = "Highest gain of the gain control, or its gain while off",
             .value = wholeNumber(kLowestAgcGainDb, kHighestAgcGainDb),
+            .otherwise = "60, while off the receiver's own",
             .modes = kWithAgc,
             .begin =
                 [](const OptionTarget &to, const QVariant &db) {

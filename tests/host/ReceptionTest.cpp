@@ -5,6 +5,8 @@
 #include "support/Signals.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QMap>
 #include <QThread>
 #include <cmath>
 #include <csignal>
@@ -264,15 +266,111 @@ TEST(ReceptionTest, RealTimeTakesItsTime)
 
 TEST(ReceptionTest, AnInterruptStillCompletesTheFiles)
 {
-    HostProcess host;
-    host.start("--seconds 60 --out a.wav --report r.json");
+    HostProcess hosts[2];
+    for (HostProcess &host : hosts)
+        host.start("--seconds 60 --out a.wav --report r.json");
     QThread::sleep(2);
-    kill(pid_t(host.id()), SIGINT);
-    host.wait();
-    ASSERT_TRUE(host.ended());
-    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
-    EXPECT_GT(host.audio("a.wav").size(), std::size_t(kAudioRateHz / 2));
-    EXPECT_EQ(host.report("r.json")["ending"].toString(), "interrupted");
+    kill(pid_t(hosts[0].id()), SIGINT);
+    kill(pid_t(hosts[1].id()), SIGHUP);
+    for (HostProcess &host : hosts) {
+        host.wait();
+        ASSERT_TRUE(host.ended());
+        EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+        EXPECT_GT(host.audio("a.wav").size(), std::size_t(kAudioRateHz / 2));
+        EXPECT_EQ(host.report("r.json")["ending"].toString(), "interrupted");
+    }
+}
+
+TEST(ReceptionTest, ThePitchFollowsShiftAndOffset)
+{
+    constexpr double kPure = 0.999;
+    const struct
+    {
+        const char *options;
+        double pitchHz; // of a carrier 1 kHz above --tune
+    } cases[] = {
+        {"--mode USB --rit 100", 900.0},
+        {"--mode DIGU", 2500.0},
+        {"--mode DIGU --digu-offset 700", 1700.0},
+        {"--mode DIGL", -1200.0},
+        {"--mode DIGL --digl-offset 2000", -1000.0},
+    };
+    for (const auto &c : cases) {
+        HostProcess host;
+        receive(host, carrier(11000.0, 0.1), QString("--tune 14.01M ") + c.options);
+        const auto left = settledLeft(host.audio("a.wav"));
+        EXPECT_GT(purity(left, std::abs(c.pitchHz)), kPure) << c.options;
+    }
+}
+
+// Of the options that only go through to the device; the others have tests of their own.
+TEST(ReceptionTest, EveryToolReachesTheReceiver)
+{
+    const struct
+    {
+        const char *mode;
+        const char *tool;
+    } cases[] = {
+        {"USB", "--nb1 --nb1-threshold 1"},
+        {"USB", "--nb2 --nb2-threshold 1"},
+        {"USB", "--nr"},
+        {"USB", "--anf"},
+        {"USB", "--apf"},
+        {"CW", "--dse"},
+        {"USB", "--binaural"},
+        {"USB", "--equalizer 9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9"},
+        {"NFM", "--ctcss 100"},
+        {"USB", "--volume -6"},
+        {"USB", "--agc-gain 20"},
+    };
+    HostProcess host;
+    QMap<QString, QByteArray> plain;
+    for (const auto &c : cases) {
+        const auto audio = [&](const QString &options) {
+            host.run(QString("--seconds 0.5 --free-run --out a.wav --mode ") + c.mode + options);
+            EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+            return host.bytes("a.wav");
+        };
+        if (!plain.contains(c.mode))
+            plain[c.mode] = audio({});
+        EXPECT_NE(audio(QString(" ") + c.tool), plain[c.mode]) << c.tool;
+    }
+    host.run("--seconds 0.5 --free-run --out a.wav --agc-gain 60");
+    EXPECT_EQ(host.bytes("a.wav"), plain["USB"]); // the host's own ceiling
+}
+
+TEST(ReceptionTest, APlainRunHasNothingToSay)
+{
+    HostProcess host;
+    host.run("--seconds 0.5 --free-run");
+    EXPECT_EQ(host.errors(), "");
+    host.run("--seconds 0.5 --free-run --verbose");
+    EXPECT_TRUE(host.errors().contains("mLenght != lenght")) << qPrintable(host.errors());
+}
+
+TEST(ReceptionTest, APlaceWhereTheSceneHasNothingIsTold)
+{
+    const struct
+    {
+        const char *options;
+        const char *told; // null: nothing
+    } cases[] = {
+        {"--center 7.3M", "nothing around --center 7.3M, it goes from 7.07M to 7.13M"},
+        {"--rate 384k --center 7.2M --tune 7.3M", "nothing at --tune 7.3M"},
+        {"--center 7.2M --rate 384k --tune 7.105M", nullptr},
+        {"--scene a.band --scene-rate 48k", "--scene-rate does nothing"},
+    };
+    HostProcess host;
+    QFile band(host.path("a.band"));
+    ASSERT_TRUE(band.open(QIODevice::WriteOnly));
+    band.write("band centre=7.1M\nstation offset=0 level=-40 mode=carrier\n");
+    band.close();
+    for (const auto &c : cases) {
+        host.run(QString("--seconds 0.2 --free-run ") + c.options);
+        EXPECT_EQ(host.status(), 0);
+        EXPECT_TRUE(c.told ? host.errors().contains(c.told) : host.errors().isEmpty())
+            << qPrintable(host.errors());
+    }
 }
 
 TEST(ReceptionTest, ADeviceThatIsPulledOutEndsTheRun)
@@ -280,7 +378,7 @@ TEST(ReceptionTest, ADeviceThatIsPulledOutEndsTheRun)
     HostProcess host;
     host.run("--seconds 60 --out a.wav --report r.json --fault unplug@1");
     EXPECT_EQ(host.status(), 1);
-    EXPECT_TRUE(host.errors().contains("the receiver was lost"));
+    EXPECT_EQ(host.errors(), "velmora-host: the receiver was lost\n");
     EXPECT_GT(host.audio("a.wav").size(), std::size_t(kAudioRateHz / 4));
     EXPECT_EQ(host.report("r.json")["ending"].toString(), "receiver lost");
 }

@@ -3,6 +3,8 @@
 
 #include "support/Signals.h"
 
+#include "settings/OptionTable.h"
+
 #include <QFileInfo>
 #include <QSettings>
 #include <gtest/gtest.h>
@@ -33,6 +35,11 @@ TEST(SettingsTest, StoredValuesHoldAndOptionsHoldForOneRunOnly)
     }
     EXPECT_GT(purity(pitch(host, {}), 650.0), kPure);
     EXPECT_GT(purity(pitch(host, "--cw-tone 900"), 900.0), kPure);
+    const QSettings settings(file, QSettings::IniFormat);
+    for (const auto &option : host::optionTable()) { // all are keys that the device knows
+        const QString key = QString(option.stored).replace("%1", "fast");
+        EXPECT_TRUE(key.isEmpty() || settings.contains("ZephrinMOptions/" + key)) << option.name;
+    }
     EXPECT_EQ(QSettings(file, QSettings::IniFormat).value("ZephrinMOptions/cw_pitch").toInt(), 650);
     EXPECT_GT(purity(pitch(host, {}), 650.0), kPure);
 }

@@ -92,6 +92,7 @@ TEST(FileSceneTest, EveryFormatIsRead)
         ASSERT_EQ(vr_scene_file(path.c_str(), nullptr, 48000, kCentreHz), 0) << vr_last_error();
         EXPECT_DOUBLE_EQ(vr_scene_seconds(), 3.0 / 48000);
         EXPECT_EQ(vr_scene_frequency(), kCentreHz);
+        EXPECT_EQ(vr_scene_width(), 48000.0);
         expectValues(rig, format == "u8" ? kByte : kCode, format);
     }
     struct Row
@@ -152,6 +153,11 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
         EXPECT_NE(std::string(vr_scene_notice()).find(row.notice), std::string::npos) << row.what;
         EXPECT_EQ(row.notice.empty(), *vr_scene_notice() == 0) << row.what;
         EXPECT_EQ(vr_scene_frequency(), row.frequencyHz) << row.what;
+        if (row.notice.empty()) { // its header is overruled, which is told
+            ASSERT_EQ(vr_scene_file(path.c_str(), "wav", 96000.0, 0), 0);
+            EXPECT_NE(std::string(vr_scene_notice()).find("96000"), std::string::npos) << row.what;
+            ASSERT_EQ(vr_scene_file(path.c_str(), "wav", 0, 0), 0);
+        }
         expectValues(rig, kCode, row.what);
     }
 }

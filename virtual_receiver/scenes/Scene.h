@@ -33,6 +33,9 @@ public:
     /// Radio frequency of the middle of the scene, 0 if it goes wherever the device is tuned.
     virtual double frequencyHz() const { return 0.0; }
 
+    /// Width in hertz of what there is around the middle, 0 if it is everywhere.
+    virtual double widthHz() const { return 0.0; }
+
     /// Length in seconds, 0 if the scene never ends.
     virtual double seconds() const { return 0.0; }
 };

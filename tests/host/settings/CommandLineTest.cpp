@@ -49,6 +49,10 @@ TEST(CommandLineTest, AnOptionGoesToItsPlace)
         {"--free-run", [](const HostSettings &s) { return s.freeRun; }},
         {"--eeprom e", [](const HostSettings &s) { return s.eepromFile == "e"; }},
         {"--fault a@1,b", [](const HostSettings &s) { return s.fault == "a@1,b"; }},
+        {"--out -", [](const HostSettings &s) { return s.outFile == host::kStandardOutput; }},
+        {"--invert", [](const HostSettings &s) { return s.isInverted; }},
+        {"--verbose", [](const HostSettings &s) { return s.verbose; }},
+        {"--mode WFM --tune-b 7.11M", [](const HostSettings &s) { return !s.tuneBHz; }},
         {"--out o", [](const HostSettings &s) { return s.outFile == "o"; }},
         {"--vac-out v", [](const auto &s) { return s.vac.file == "v" && s.vac.rateHz == 48000; }},
         {"--vac-out v --vac-rate 44.1k", [](const auto &s) { return s.vac.rateHz == 44100; }},
@@ -87,7 +91,10 @@ TEST(CommandLineTest, TheCentreFollowsWhatIsKnown)
         double center;
         double tune;
     } cases[] = {
-        {"", 7.1e6, 7.1e6},
+        {"", 7.1e6, 7.105e6}, // a station of the built-in band
+        {"--mode CW", 7.1e6, 7.085e6},
+        {"--d2xx d.so", 7.1e6, 7.1e6},
+        {"--scene a.wav", 7.1e6, 7.1e6},
         {"--center 14M", 14e6, 14e6},
         {"--tune 14.01M", 14.01e6, 14.01e6},
         {"--center 14M --tune 14.01M", 14e6, 14.01e6},
@@ -153,12 +160,13 @@ TEST(CommandLineTest, WhatHasNoEffectIsTold)
         const char *options;
         const char *told; // null: nothing
     } cases[] = {
-        {"--ctcss 100", "--ctcss does nothing in USB; it is for NFM"},
+        {"--ctcss 100", "--ctcss does nothing in USB. Only in NFM."},
         {"--ctcss 100 --mode NFM", nullptr},
         {"--agc-gain 40 --mode WFM", "--agc-gain does nothing in WFM"},
         {"--nr --mode DIGU", "--nr does nothing in DIGU"},
         {"--fft-size 512 --out a", "--fft-size does nothing without --panorama or --waterfall"},
         {"--fft-size 512 --waterfall w", nullptr},
+        {"--invert", "--invert does nothing without --out or --vac-out or --line-out"},
     };
     for (const auto &c : cases) {
         const QString notices = settingsOf(c.options).notices.join('\n');
@@ -168,11 +176,12 @@ TEST(CommandLineTest, WhatHasNoEffectIsTold)
 
 TEST(CommandLineTest, HelpHasRangeAndDefaultAndModeOfAnOption)
 {
-    const auto result = read("--help");
+    const auto result = read("-h");
     const QString help = std::get<host::Information>(result).text.simplified();
     for (const char *text : {"--nr-taps <N> Length of its filter in samples, 1 to 257.",
              "Gain control: off, long, slow, med, fast or user. Default med. Not in NFM, WFM.",
-             "Default: the built-in band.", "Only in NFM.", "3.072M"})
+             "Default: the built-in band.", "Only in NFM.", "3.072M", "DIGU 70:3000",
+             "Exit status: 0"})
         EXPECT_TRUE(help.contains(text)) << text;
 }
 } // namespace

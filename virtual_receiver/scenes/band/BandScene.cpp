@@ -9,15 +9,19 @@ namespace vr
 namespace
 {
 constexpr std::size_t kBlock = 1024; // samples of all stations that fit the cache together
-}
+constexpr double kStationHz = 12e3;  // the most that a station takes to either side
+} // namespace
 
 BandScene::BandScene(const BandDescription &band)
     : m_centreHz(band.centreHz),
       m_noiseDensity(band.noiseDb ? std::pow(10.0, *band.noiseDb / 10.0) : 0.0),
       m_seconds(band.seconds), m_seed(band.seed)
 {
-    for (const StationDescription &station : band.stations)
+    for (const StationDescription &station : band.stations) {
         m_stations.push_back(std::make_unique<Station>(station));
+        const double edgeHz = std::abs(station.frequencyHz - m_centreHz) + kStationHz;
+        m_widthHz = std::max(m_widthHz, 2.0 * edgeHz);
+    }
 }
 
 void BandScene::start(double rateHz, double tunedHz)

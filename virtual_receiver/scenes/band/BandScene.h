@@ -22,12 +22,14 @@ public:
     void render(Sample *out, std::size_t count) override;
     bool ended() const override { return m_length > 0 && m_rendered >= m_length; }
     double frequencyHz() const override { return m_centreHz; }
+    double widthHz() const override { return m_widthHz; }
     double seconds() const override { return m_seconds; }
 
 private:
     void renderBlock(Sample *out, std::size_t count);
 
     double m_centreHz;
+    double m_widthHz = 0.0;
     double m_noiseDensity; // power in one hertz, 0 without noise
     double m_seconds;
     std::uint64_t m_seed;

@@ -4,6 +4,7 @@
 #include "scenes/SceneLimits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 namespace vr
@@ -32,8 +33,13 @@ std::unique_ptr<FileSource> FileSource::open(const std::string &path, std::strin
     else
         reason = format == "wav" ? source->openWav() : source->openRaw(format);
 
-    if (rateHz != 0.0)
+    if (rateHz != 0.0) {
+        if (source->m_rateHz != 0.0 && source->m_rateHz != rateHz)
+            source->m_notice += (source->m_notice.empty() ? "" : "; ")
+                + ("its header has another rate than the " + std::to_string(std::llround(rateHz)))
+                + " Hz that are given: " + std::to_string(std::llround(source->m_rateHz)) + " Hz";
         source->m_rateHz = rateHz;
+    }
     if (frequencyHz != 0.0)
         source->m_frequencyHz = frequencyHz;
     const std::size_t sampleSize = 2 * bytesPerComponent(source->m_format);

@@ -30,6 +30,7 @@ public:
     void render(Sample *out, std::size_t count) override;
     bool ended() const override { return !m_repeat && m_rendered >= m_length; }
     double frequencyHz() const override { return m_source->frequencyHz(); }
+    double widthHz() const override { return m_source->rateHz(); }
     double seconds() const override;
 
 private:
