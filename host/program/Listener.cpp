@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/Listener.h"
 
+#include "program/HostLog.h"
 #include "settings/Numbers.h"
 
 #include <QCoreApplication>
@@ -69,7 +70,8 @@ bool Listener::loadPlugin()
 
 bool Listener::openFiles()
 {
-    if (!m_settings.outFile.isEmpty() && !m_audioFile.open(m_settings.outFile))
+    if (!m_settings.outFile.isEmpty()
+        && !m_audioFile.open(m_settings.outFile, AudioFile::Format::of(m_settings)))
         return refuse(m_audioFile.error(), kBadInput);
     if (!m_settings.spectrum.audioSpectrumFile.isEmpty()) {
         // Plans its transform here, while nobody else does.
@@ -99,13 +101,13 @@ bool Listener::openOutlets()
     HostBridge &bridge = m_receiver->bridge();
     if (const OutletSettings &vac = m_settings.vac; vac.isOn()) {
         m_vac.emplace(pullFrom(bridge.vac()), m_ledger, vac.rateHz);
-        if (!m_vac->open(vac.file))
+        if (!m_vac->open(vac.file, m_settings))
             return refuse(m_vac->error(), kBadInput);
         bridge.vac().open(quint64(vac.rateHz));
     }
     if (const OutletSettings &lineOut = m_settings.lineOut; lineOut.isOn()) {
         m_lineOut.emplace(pullFrom(bridge.lineOut()), m_ledger, lineOut.rateHz);
-        if (!m_lineOut->open(lineOut.file))
+        if (!m_lineOut->open(lineOut.file, m_settings))
             return refuse(m_lineOut->error(), kBadInput);
         bridge.lineOut().open(quint64(lineOut.rateHz));
     }

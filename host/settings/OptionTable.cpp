@@ -27,7 +27,7 @@ QString Option::helpText() const
 QString Option::reportKey() const
 {
     QString key = QString(name).replace('-', '_');
-    for (const char *unit : {"DBM", "DB", "HZ", "MS"})
+    for (const char *unit : {"DBM", "DB", "HZ", "MS", "US"})
         if (QString(argument).startsWith(unit))
             return key + '_' + QString(unit).toLower();
     return key;

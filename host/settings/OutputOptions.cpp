@@ -27,6 +27,8 @@ constexpr Format kLayoutFormats[] = {Format::VelmoraSDR2, Format::StandartWave, 
 
 const QStringList kAveragings = {"linear", "rms", "exp"}; // by the device's numbers
 
+constexpr double kLongestDeemphasisUs = 1000.0;
+
 const QStringList kAudioFiles = {"out", "vac-out", "line-out"};
 const QStringList kBandPictures = {"panorama", "waterfall"};
 
@@ -74,6 +76,16 @@ std::vector<Option> outputOptions()
                     "NFM and SAM give is inverted",
             .serves = kAudioFiles,
             .keep = host::in(&HostSettings::isInverted)},
+        {.name = "deemphasis",
+            .argument = "US",
+            .help = "Time constant by which treble falls off in the audio of the files, as 75 for "
+                    "American broadcasts or 750 for voice radios",
+            .value = number(0.0, kLongestDeemphasisUs),
+            .otherwise = "50 of WFM, none of NFM",
+            .modes = {Mode::NFM, Mode::WFM},
+            .serves = kAudioFiles,
+            .keep = [](HostSettings &settings,
+                        const QVariant &us) { settings.deemphasisUs = us.toDouble(); }},
         {.name = "record",
             .argument = "LAYOUT",
             .help = "Record the IQ in a layout",

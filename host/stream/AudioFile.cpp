@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/AudioFile.h"
 
+#include "settings/HostSettings.h"
 #include "stream/WavHeader.h"
 
 #include <algorithm>
@@ -15,6 +16,16 @@
 namespace host
 {
 static_assert(AudioFile::kChannels == WavHeader::kChannels);
+
+AudioFile::Format AudioFile::Format::of(const HostSettings &settings, int rateHz)
+{
+    constexpr double kWideFmUs = 50.0; // the receiver's decoder, whatever the region
+    Format format{rateHz, settings.isInverted, {}};
+    if (settings.deemphasisUs)
+        format.deemphasis.emplace(settings.mode->mode == Mode::WFM ? kWideFmUs : 0.0,
+            *settings.deemphasisUs, double(rateHz));
+    return format;
+}
 
 bool AudioFile::open(const QString &path, const Format &format)
 {
@@ -48,12 +59,8 @@ bool AudioFile::write(const float *interleaved, std::size_t frames)
 {
     if (!m_isGood)
         return false;
-    if (m_format.inverted) {
-        m_inverted.resize(frames * kChannels);
-        std::transform(
-            interleaved, interleaved + m_inverted.size(), m_inverted.begin(), std::negate<float>());
-        interleaved = m_inverted.data();
-    }
+    if (m_format.inverted || m_format.deemphasis)
+        interleaved = shaped(interleaved, frames);
     const auto bytes = qint64(frames * WavHeader::kBytesPerFrame);
     if (m_file.write(reinterpret_cast<const char *>(interleaved), bytes) != bytes) {
         fail(m_file.errorString());
@@ -62,6 +69,16 @@ bool AudioFile::write(const float *interleaved, std::size_t frames)
     }
     m_frames += frames;
     return m_frames - m_framesInHeader < std::uint64_t(m_format.rateHz) || updateHeader();
+}
+
+const float *AudioFile::shaped(const float *interleaved, std::size_t frames)
+{
+    m_shaped.assign(interleaved, interleaved + frames * kChannels);
+    if (m_format.inverted)
+        std::transform(m_shaped.begin(), m_shaped.end(), m_shaped.begin(), std::negate<float>());
+    if (m_format.deemphasis)
+        m_format.deemphasis->process(m_shaped.data(), frames);
+    return m_shaped.data();
 }
 
 /// In front of what has been written so far. Of a pipe once, before all else.

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "stream/Deemphasis.h"
+
 #include <QFile>
 #include <QString>
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace host
 {
+struct HostSettings;
+
 /// Writes a WAV: stereo, 32-bit float; above 4 GiB as RF64. One thread at a time.
 ///
 /// The header is brought up to date with every second of audio, so a program that is killed leaves
@@ -26,6 +31,10 @@ public:
     {
         int rateHz = kRateHz;
         bool inverted = false; ///< every sample changes its sign
+        std::optional<Deemphasis> deemphasis = {};
+
+        /// What the settings ask for at that rate.
+        static Format of(const HostSettings &settings, int rateHz = kRateHz);
     };
 
     /// Creates the file or empties it. On failure false, and error() tells why in one line.
@@ -45,6 +54,7 @@ public:
     const QString &error() const { return m_error; }
 
 private:
+    const float *shaped(const float *interleaved, std::size_t frames);
     bool lockAndEmpty();
     bool writeHeader();
     bool updateHeader();
@@ -55,7 +65,7 @@ private:
     QString m_path;
     QString m_error;
     Format m_format;
-    std::vector<float> m_inverted;
+    std::vector<float> m_shaped; // a block, inverted or with another de-emphasis
     std::uint64_t m_frames = 0;
     std::uint64_t m_framesInHeader = 0;
     std::atomic<bool> m_isGood = true;

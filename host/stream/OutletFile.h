@@ -25,7 +25,10 @@ public:
     ~OutletFile() { join(); }
 
     /// Creates the file. False if that failed; error() tells why in one line.
-    bool open(const QString &path) { return m_file.open(path, {m_ring.rateHz()}); }
+    bool open(const QString &path, const HostSettings &settings)
+    {
+        return m_file.open(path, AudioFile::Format::of(settings, m_ring.rateHz()));
+    }
 
     /// Once the outlet is open, before the stream begins.
     void start();

@@ -34,6 +34,7 @@ void HostProcess::start(const QString &options)
 void HostProcess::wait()
 {
     m_process.waitForFinished(kPatienceMs);
+    m_output = m_process.readAllStandardOutput();
     m_errors = m_process.readAllStandardError();
 }
 

@@ -29,6 +29,7 @@ public:
     int status() const { return m_process.exitCode(); }
     bool ended() const { return m_process.exitStatus() == QProcess::NormalExit; }
     const QString &errors() const { return m_errors; }
+    const QByteArray &output() const { return m_output; }
 
     /// Writes raw IQ (64-bit float) as a scene and gives its path.
     QString writeScene(const QString &name, const std::vector<COMPLEX> &iq);
@@ -44,5 +45,6 @@ private:
     QTemporaryDir m_folder;
     QProcess m_process;
     QString m_errors;
+    QByteArray m_output;
 };
 } // namespace test

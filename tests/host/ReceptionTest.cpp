@@ -339,6 +339,37 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
     EXPECT_EQ(host.bytes("a.wav"), plain["USB"]); // the host's own ceiling
 }
 
+TEST(ReceptionTest, TheAudioOfFilesIsShaped)
+{
+    constexpr double kToleranceDb = 0.3;
+    HostProcess host;
+    const auto audio = [&host](const QString &options) {
+        receive(host, narrowFm(), "--tune 14.01M --mode NFM --line-out l.wav " + options);
+        return host.audio("a.wav");
+    };
+    const auto plain = audio({});
+    const auto plainLine = host.audio("l.wav");
+    const auto inverted = audio("--invert");
+    ASSERT_EQ(plain.size(), inverted.size());
+    for (std::size_t i = 0; i < plain.size(); ++i)
+        ASSERT_EQ(inverted[i].re, -plain[i].re) << i;
+    EXPECT_EQ(host.audio("l.wav").at(24000).re, -plainLine.at(24000).re);
+    const auto soft = settledLeft(audio("--deemphasis 750"));
+    EXPECT_NEAR(test::decibels(levelAt(soft, 1000.0) / levelAt(settledLeft(plain), 1000.0)), -13.7,
+        kToleranceDb); // of an RC low-pass at 1 kHz
+}
+
+TEST(ReceptionTest, TheStandardOutputTakesTheAudio)
+{
+    HostProcess host;
+    host.run("--seconds 0.5 --free-run --out -");
+    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_TRUE(host.output().startsWith("RIFF"));
+    constexpr double kBytes = 0.5 * 48000 * 8; // frames of two floats
+    EXPECT_NEAR(host.output().size(), kBytes, 0.05 * kBytes);
+    EXPECT_TRUE(host.errors().contains("Received")); // not among the samples
+}
+
 TEST(ReceptionTest, APlainRunHasNothingToSay)
 {
     HostProcess host;

@@ -50,6 +50,7 @@ TEST(CommandLineTest, AnOptionGoesToItsPlace)
         {"--eeprom e", [](const HostSettings &s) { return s.eepromFile == "e"; }},
         {"--fault a@1,b", [](const HostSettings &s) { return s.fault == "a@1,b"; }},
         {"--out -", [](const HostSettings &s) { return s.outFile == host::kStandardOutput; }},
+        {"--mode NFM --deemphasis 750", [](const auto &s) { return s.deemphasisUs == 750.0; }},
         {"--invert", [](const HostSettings &s) { return s.isInverted; }},
         {"--verbose", [](const HostSettings &s) { return s.verbose; }},
         {"--mode WFM --tune-b 7.11M", [](const HostSettings &s) { return !s.tuneBHz; }},
