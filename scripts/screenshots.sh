@@ -8,4 +8,4 @@ build=$1
 out=${2:-docs/screenshots}
 
 mkdir -p "$out"
-"$build/tests/ZephrinNano/Options/options_screenshots" "$out"
+"$build/tools/options_screenshots" "$out"

@@ -70,12 +70,6 @@ TEST_F(OptionsDeviceTest, DeviceIsKnownByItsPlaceInTheList)
     EXPECT_EQ(box(*panel)->count(), 0);
 }
 
-TEST_F(OptionsDeviceTest, PageMadeAfterAScanHasItsDevices)
-{
-    scan();
-    EXPECT_EQ(ZephrinMOptions().getCurrentDeviceID(), 0);
-}
-
 TEST_F(OptionsDeviceTest, PageDoesNotWaitForAScan)
 {
     constexpr int kPatienceMs = 2000; // then the bus answers, and the page has waited for it
@@ -91,6 +85,7 @@ TEST_F(OptionsDeviceTest, PageDoesNotWaitForAScan)
     bus.join();
     QCoreApplication::processEvents();
     EXPECT_EQ(early.getCurrentDeviceID(), 0);
+    EXPECT_EQ(ZephrinMOptions().getCurrentDeviceID(), 0); // of the scan before
 }
 
 TEST_F(OptionsDeviceTest, SerialIsStoredAndKeptWhileTheDeviceIsAway)
@@ -150,45 +145,32 @@ TEST_F(OptionsDeviceTest, PageAndMenuFollowEachOtherAndTellOnce)
 {
     QSignalSpy rate(&page, &ZephrinMOptions::sampleRateChanged);
     QSignalSpy preamp(&page, &ZephrinMOptions::preampAutoChanged);
-    auto *menuRate = panel->findChild<QComboBox *>("cbSampleRate");
-    auto *menuPreamp = panel->findChild<QCheckBox *>("chbPreamp");
+    const auto *const pages = page.findChild<QWidget *>("tbwOptions");
+    auto *const menuRate = panel->findChild<QComboBox *>("cbSampleRate");
+    auto *const menuPreamp = panel->findChild<QCheckBox *>("chbPreamp");
 
     menuRate->setCurrentIndex(3);
     EXPECT_EQ(page.sampleRateIndex(), 3);
     page.setSampleRateIndex(8);
     EXPECT_EQ(menuRate->currentIndex(), 8);
-    EXPECT_EQ(panel->sampleRate(), HardwareZephrinNANO::Rate3072000);
     for (const int none : {-1, 9})
         page.setSampleRateIndex(none);
-    EXPECT_EQ(page.sampleRateIndex(), 8);
-    EXPECT_EQ(rate.size(), 2);
-    EXPECT_EQ(rate.last()[0], 8);
+    EXPECT_EQ(rate, (QList<QVariantList>{{3}, {8}}));
 
     menuPreamp->click();
     EXPECT_TRUE(page.preampAuto());
-    auto *checks = page.findChild<QWidget *>("tbwOptions")->findChild<QCheckBox *>("chbPreamp");
-    checks->click();
+    pages->findChild<QCheckBox *>("chbPreamp")->click();
     EXPECT_FALSE(menuPreamp->isChecked());
-    EXPECT_EQ(preamp.size(), 2);
-    EXPECT_EQ(preamp.last()[0], false);
+    EXPECT_EQ(preamp, (QList<QVariantList>{{true}, {false}}));
 
     page.setStatus("connected");
-    for (const QWidget *side : {page.findChild<QWidget *>("tbwOptions"), (QWidget *)panel})
-        EXPECT_TRUE(side->findChild<QLabel *>("lbConnectStatus")->text().contains("connected"));
-
-    const auto texts = [](const QComboBox *combo) {
-        QStringList list;
-        for (int i = 0; i < combo->count(); ++i)
-            list << combo->itemText(i);
-        return list;
-    };
-    const auto *pageRate =
-        page.findChild<QWidget *>("tbwOptions")->findChild<QComboBox *>("cbSampleRate");
     page.on4k(true);
-    EXPECT_EQ(texts(pageRate),
-        (QStringList{"48 kHz  ", "96 kHz  ", "192 kHz  ", "384 kHz  ", "768 kHz  ", "1.5 MHz  ",
-            "1.9 MHz  ", "2.5 MHz  ", "3.0 MHz  "}));
-    EXPECT_EQ(texts(menuRate), texts(pageRate));
+    for (const QWidget *side : {pages, (const QWidget *)panel}) {
+        EXPECT_TRUE(side->findChild<QLabel *>("lbConnectStatus")->text().contains("connected"));
+        const auto *const rates = side->findChild<QComboBox *>("cbSampleRate");
+        EXPECT_EQ(rates->itemText(0), "48 kHz  ");
+        EXPECT_EQ(rates->itemText(8), "3.0 MHz  ");
+    }
     EXPECT_EQ(rate.size(), 2);
 }
 
@@ -216,8 +198,7 @@ TEST_F(OptionsDeviceTest, MenuIsWorkedByKeyboard)
     way.clear();
     for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab})
         press(key);
-    EXPECT_FALSE(way.contains("cbCurrentDevice"));
-    EXPECT_TRUE(way.contains("cbSampleRate") && way.contains("chbPreamp"));
+    EXPECT_EQ(QSet<QString>(way.begin(), way.end()), (QSet<QString>{"cbSampleRate", "chbPreamp"}));
 
     auto *const preamp = panel->findChild<QCheckBox *>("chbPreamp");
     preamp->setFocus();

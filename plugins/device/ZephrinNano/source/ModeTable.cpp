@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ModeTable.h"
 
+#include "host_interfaces/DeviceFunctionsAbstract.h"
+
 namespace
 {
+using DspCore::AgcMode;
+using DspCore::Modulation;
 using Filter = ModeTable::Filter;
 using Filters = std::array<Filter, ModeTable::kFilters>;
 
@@ -54,18 +58,30 @@ constexpr Filters kDrm = repeated(around(10000, "10K"));
 
 // By mode number, which is not the order of the mode buttons.
 constexpr std::array<ModeTable, 11> kModes{{
-    {&kBothSidebands, -18000, 18000, 3, 1, true, 9}, // AM
-    {&kBothSidebands, -18000, 18000, 3, 1, true, 9}, // SAM
-    {&kBothSidebands, -18000, 18000, 3, 1, true, 9}, // DSB
-    {&kLowerSideband, -10000, 0, 6, 2, false, 9},    // LSB
-    {&kUpperSideband, 0, 10000, 6, 2, false, 9},     // USB
-    {&kCw, -10000, 10000, 1, 4, true, 9},            // CW
-    {&kBothSidebands, -18000, 18000, 3, 1, true, 9}, // NFM
-    {&kLowerSideband, -15000, 0, 6, 2, false, 9},    // DIGL
-    {&kUpperSideband, 0, 15000, 6, 2, false, 9},     // DIGU
-    {&kWideFm, -156000, 156000, 0, 1, true, 9},      // WFM
-    {&kDrm, -5000, 5000, 0, 1, true, 1},             // DRM
+    {&kBothSidebands, -18000, 18000, 3, AgcMode::Long, true, 9}, // AM
+    {&kBothSidebands, -18000, 18000, 3, AgcMode::Long, true, 9}, // SAM
+    {&kBothSidebands, -18000, 18000, 3, AgcMode::Long, true, 9}, // DSB
+    {&kLowerSideband, -10000, 0, 6, AgcMode::Slow, false, 9},    // LSB
+    {&kUpperSideband, 0, 10000, 6, AgcMode::Slow, false, 9},     // USB
+    {&kCw, -10000, 10000, 1, AgcMode::Fast, true, 9},            // CW
+    {&kBothSidebands, -18000, 18000, 3, AgcMode::Long, true, 9}, // NFM
+    {&kLowerSideband, -15000, 0, 6, AgcMode::Slow, false, 9},    // DIGL
+    {&kUpperSideband, 0, 15000, 6, AgcMode::Slow, false, 9},     // DIGU
+    {&kWideFm, -156000, 156000, 0, AgcMode::Long, true, 9},      // WFM
+    {&kDrm, -5000, 5000, 0, AgcMode::Long, true, 1},             // DRM
 }};
+
+// A row forgotten would be filled with nothing.
+static_assert(kModes.back().filters != nullptr);
+
+// Host and receiver count the modes alike.
+using Host = DeviceFunctionsAbstract;
+static_assert(int(Host::AM) == int(Modulation::AM) && int(Host::SAM) == int(Modulation::SAM)
+    && int(Host::DSB) == int(Modulation::DSB) && int(Host::LSB) == int(Modulation::LSB)
+    && int(Host::USB) == int(Modulation::USB) && int(Host::CW) == int(Modulation::CW)
+    && int(Host::NFM) == int(Modulation::NFM) && int(Host::DIGL) == int(Modulation::DIGL)
+    && int(Host::DIGU) == int(Modulation::DIGU) && int(Host::WFM) == int(Modulation::WFM)
+    && int(Host::DRM) == int(Modulation::DRM) && kModes.size() == std::size_t(Host::DRM) + 1);
 } // namespace
 
 const ModeTable *ModeTable::of(unsigned int mode)

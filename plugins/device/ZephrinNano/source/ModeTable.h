@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/types.h"
+
 #include <array>
 
 /// What the host offers for a mode: its receive filters and its defaults.
@@ -20,7 +22,7 @@ struct ModeTable
     int limitLow;  // hertz relative to the carrier, the lowest edge that the user can set
     int limitHigh; // hertz relative to the carrier, the highest one
     int defaultFilter;
-    int defaultAgc; // position in the list of AGC names
+    DspCore::AgcMode defaultAgc;
     bool symmetric; // the edges move together
     int filterNum;  // buttons to show
 

@@ -6,8 +6,6 @@
 
 namespace
 {
-constexpr int kAgcLong = 1;
-constexpr double kWidestEdgeHz = 156000.0;
 constexpr quint64 kTopHz = 800000000;
 
 // Never offered, whatever the region says.
@@ -68,7 +66,7 @@ DeviceFunctionsAbstract::Mode ZephrinMFunctions::defaultMode(unsigned int band)
 int ZephrinMFunctions::defaultAgcMode(unsigned int mode)
 {
     const ModeTable *table = ModeTable::of(mode);
-    return table ? table->defaultAgc : kAgcLong;
+    return int(table ? table->defaultAgc : DspCore::AgcMode::Long);
 }
 
 int ZephrinMFunctions::defaultFilterId(Mode mode)
@@ -112,6 +110,6 @@ QPair<double, double> ZephrinMFunctions::filterLimits(Mode mode)
 {
     const ModeTable *table = ModeTable::of(mode);
     if (!table)
-        return {-kWidestEdgeHz, kWidestEdgeHz};
+        table = ModeTable::of(WFM); // the widest
     return {double(table->limitLow), double(table->limitHigh)};
 }
