@@ -45,6 +45,12 @@ TEST(PluginInterfaceTest, AnswersWithoutAnEngine)
     EXPECT_EQ(device.getIqRingBuffer(0), nullptr);
     EXPECT_EQ(device.bandscopeSpectrum().count, 0u);
     EXPECT_EQ(device.transmitterSpectrum(0).spectrum, nullptr);
+
+    QSignalSpy rates(&device, SIGNAL(changedSampleRate(double)));
+    QMetaObject::invokeMethod(&device, "onSampleRate", Q_ARG(int, 3));
+    QMetaObject::invokeMethod(&device, "onStoped");
+    QMetaObject::invokeMethod(&device, "onHideSpectrumSlopes", Q_ARG(bool, true));
+    EXPECT_TRUE(rates.isEmpty());
 }
 
 TEST(PluginInterfaceTest, HasOneReceiver)
@@ -77,7 +83,19 @@ TEST(PluginInterfaceTest, SettingsEndInOneRate)
         QMetaObject::invokeMethod(&rig.device(), "onSampleRate", Q_ARG(int, none));
         EXPECT_TRUE(rates.empty()) << none;
     }
-    EXPECT_EQ(rig.device().getAvalibleFunctions()->getCurrentSampleRateRX(), 96000.0);
+    emit rig.manager().hideSpectrumSlopesChanged(true);
+    rig.readSettings({{"SampleRate", 7}});
+    auto &functions = *rig.device().getAvalibleFunctions();
+    for (const double rate :
+        {functions.getCurrentSampleRateRX(), functions.getCurrentSampleRateTX()})
+        EXPECT_EQ(rate, 2560000.0);
+    for (const double rate :
+        {functions.getCurrentPanSampleRateRX(), functions.getCurrentPanSampleRateTX()})
+        EXPECT_EQ(rate, 2293333.0);
+    rig.device().setManager(&rig.manager()); // known already
+    emit rig.manager().hideSpectrumSlopesChanged(false);
+    emit rig.manager().hideSpectrumSlopesChanged(false);
+    EXPECT_EQ(rates, (QList<QVariantList>{{86000.0}, {2293333.0}, {2560000.0}}));
 }
 
 TEST(PluginInterfaceTest, TheExpertPageIsForExperts)
@@ -231,7 +249,7 @@ TEST_F(RecordingTest, EndsWithItsStream)
     };
     constexpr int kWatchdogMs = 2500;
     for (const auto &row : rows) {
-        ASSERT_TRUE(m_rig.device().start()) << row.name;
+        ASSERT_TRUE(m_rig.waitForReceiver() && m_rig.device().start()) << row.name;
         ASSERT_EQ(told(true), m_yes) << row.name;
         PluginRig::wait(100);
         m_spy->clear();
@@ -244,7 +262,6 @@ TEST_F(RecordingTest, EndsWithItsStream)
         QFile::remove(m_folder.filePath(names.first())); // its name counts seconds only
         m_rig.device().close();
         vr_set_plugged(1);
-        EXPECT_TRUE(m_rig.waitForReceiver() || row.name == std::string("deinit"));
     }
 }
 

@@ -122,7 +122,7 @@ TEST_P(DeviceState, FollowsTheCall)
     EXPECT_EQ(m_rig.receiver().open, row.to != State::Ready);
     EXPECT_EQ(m_rig.receiver().streaming, row.to == State::Started);
     const auto before = m_rig.receiver().samples_sent;
-    PluginRig::wait(100);
+    PluginRig::wait(50);
     EXPECT_EQ(m_rig.receiver().samples_sent > before, row.to == State::Started);
 }
 
@@ -168,15 +168,5 @@ TEST(DeviceLifeTest, ADeviceThatIsPulledOutStopsAndStartsAgainWhenItIsBack)
     const auto before = rig.receiver().samples_sent;
     EXPECT_TRUE(
         PluginRig::waitFor([&] { return rig.receiver().samples_sent > before + 10000; }, 1000));
-}
-
-TEST(DeviceLifeTest, ARefusedStreamShowsAtIsStartOnly)
-{
-    PluginRig rig;
-    rig.prepare();
-    ASSERT_TRUE(rig.waitForReceiver());
-    ASSERT_EQ(vr_fault("fail:FT_Purge"), 0);
-    EXPECT_TRUE(rig.device().start());
-    EXPECT_EQ(state(rig), State::Opened);
 }
 } // namespace
