@@ -31,8 +31,8 @@ public:
     /// phase 0. Allocates.
     void init(double edge, int taps, int up, int down);
 
-    /// Converts a block of up to SIGNAL_MAX_SIZE samples; `out` may be `in`. Any cut of a stream
-    /// gives the same output. Allocates nothing.
+    /// Converts a block of up to SIGNAL_MAX_SIZE samples. Any cut of a stream gives the same
+    /// output. Allocates nothing.
     void process(const COMPLEX *in, int length, COMPLEX *out, int &outLength);
 
     /// Zeroes the history; the place in the stream stays.
