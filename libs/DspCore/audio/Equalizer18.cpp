@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/audio/Equalizer18.h"
 
+#include "vm_library/source/log/Log.h"
+
 #include <algorithm>
 
 namespace DspCore
@@ -23,23 +25,22 @@ Biquad::Type type(std::size_t band)
 
 Equalizer18::Equalizer18()
 {
-    for (Biquad &filter : mFilters)
-        filter.setEnable(true);
     design();
 }
 
 void Equalizer18::design()
 {
-    for (std::size_t band = 0; band < mFilters.size(); ++band) {
+    for (std::size_t band = 0; band < kCentres.size(); ++band) {
+        Biquad section;
         const double gainDb = mEnable ? mGains[band] : 0.0;
-        mFilters[band].init(type(band), kCentres[band] / mSampleRate, kQuality, gainDb);
+        section.init(type(band), kCentres[band] / mSampleRate, kQuality, gainDb);
+        mChain.set(int(band), section.coefficients());
     }
 }
 
 void Equalizer18::clear()
 {
-    for (Biquad &filter : mFilters)
-        filter.clear();
+    mChain.clear();
 }
 
 void Equalizer18::setEnable(bool enable)
@@ -69,8 +70,11 @@ void Equalizer18::setSampleRate(double rate)
 
 bool Equalizer18::process(COMPLEX *buffer, unsigned int length)
 {
-    for (Biquad &filter : mFilters)
-        filter.process2(buffer, static_cast<int>(length));
+    if (buffer == nullptr || length == 0) {
+        vm::log::warning(Q_FUNC_INFO, " (", buffer, ",", length, "): Incorrect input parameters!");
+        return true;
+    }
+    mChain.process(buffer, int(length));
     return true;
 }
 } // namespace DspCore

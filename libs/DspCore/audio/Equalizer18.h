@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/filters/Biquad.h"
+#include "DspCore/filters/BiquadChain.h"
 #include "DspCore/types.h"
 
 #include <QVector>
@@ -17,7 +17,7 @@ namespace DspCore
 class Equalizer18
 {
 public:
-    static constexpr int kBands = 18;
+    static constexpr int kBands = BiquadChain::kSections;
 
     Equalizer18();
 
@@ -33,7 +33,7 @@ public:
     /// Hertz. A disabled equalizer keeps its flat design until it is enabled.
     void setSampleRate(double rate);
 
-    /// In place; always true. Allocates nothing.
+    /// In place; always true. A null buffer or a length of 0 is reported. Allocates nothing.
     bool process(COMPLEX *buffer, unsigned int length);
 
 private:
@@ -42,6 +42,6 @@ private:
     bool mEnable = false;
     double mSampleRate = 39062.5;
     std::array<int, kBands> mGains{}; // dB
-    std::array<Biquad, kBands> mFilters;
+    BiquadChain mChain;
 };
 } // namespace DspCore

@@ -24,6 +24,16 @@ public:
         HighShelf = 6,
     };
 
+    /// y[n] = a0 x[n] + a1 x[n-1] + a2 x[n-2] - b1 y[n-1] - b2 y[n-2]
+    struct Coefficients
+    {
+        double a0 = 0.0;
+        double a1 = 0.0;
+        double a2 = 0.0;
+        double b1 = 0.0;
+        double b2 = 0.0;
+    };
+
     /// Designs the section and zeroes its state; the enable flag stays.
     ///
     /// fc: cut-off or centre in cycles per sample. q: quality, at least 0.1; the shelves have a
@@ -31,6 +41,8 @@ public:
     /// types also set the output scale to 10^(-|gainDb| / 20), which the complex process() applies.
     /// An unknown type is reported; coefficients stay and the scale is 1.
     void init(Type type, double fc, double q, double gainDb);
+
+    const Coefficients &coefficients() const { return mCoefficients; }
 
     /// A disabled section passes blocks through.
     void setEnable(bool enable) { mEnable = enable; }
@@ -51,15 +63,6 @@ public:
     void filtering(COMPLEX &sample);
 
 private:
-    /// y[n] = a0 x[n] + a1 x[n-1] + a2 x[n-2] - b1 y[n-1] - b2 y[n-2]
-    struct Coefficients
-    {
-        double a0 = 0.0;
-        double a1 = 0.0;
-        double a2 = 0.0;
-        double b1 = 0.0;
-        double b2 = 0.0;
-    };
     struct Quadratic;
 
     void design(const Quadratic &numerator, const Quadratic &denominator, double k);

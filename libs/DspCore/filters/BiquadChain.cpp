@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/BiquadChain.h"
+
+#include "signal_primitives/Clones.h"
+
+#include <algorithm>
+
+namespace DspCore
+{
+namespace
+{
+using Lanes = BiquadChain::Lanes;
+
+constexpr int kSections = BiquadChain::kSections;
+constexpr int kLastSection = kSections - 1;
+constexpr int kShortBlock = 32; // samples; below it the steps at both ends cost more than they save
+
+/// Vectors of kBytes: how many, and where a section stands.
+template <int kBytes>
+struct Layout
+{
+    typedef double Vector __attribute__((vector_size(kBytes), may_alias));
+    typedef long long Integers __attribute__((vector_size(kBytes)));
+    static constexpr int kDoubles = kBytes / 8;
+    static constexpr int kPerVector = kBytes / 16;
+    static constexpr int kVectors = (kSections + kPerVector - 1) / kPerVector;
+
+    static constexpr int lane(int section)
+    {
+        return section % kVectors * kDoubles + section / kVectors * 2;
+    }
+    static Vector &at(double *lanes, int vector)
+    {
+        return *reinterpret_cast<Vector *>(lanes + vector * kDoubles);
+    }
+    static const Vector &at(const double *lanes, int vector)
+    {
+        return *reinterpret_cast<const Vector *>(lanes + vector * kDoubles);
+    }
+};
+
+/// One block's way through the chain.
+template <int kBytes>
+struct Run
+{
+    using L = Layout<kBytes>;
+    using Vector = typename L::Vector;
+    using Integers = typename L::Integers;
+    static constexpr int kVectors = L::kVectors;
+
+    Lanes &lanes;
+    COMPLEX *const buffer;
+    const int length;
+
+    /// Inputs of the first vector: the sample, and the outputs of the last vector's sections, each
+    /// to the section after it.
+    [[gnu::always_inline]] static inline void first(COMPLEX x, const Vector &last, Vector &in)
+    {
+        for (int i = L::kDoubles - 1; i >= 2; --i)
+            in[i] = last[i - 2];
+        in[0] = x.re;
+        in[1] = x.im;
+    }
+
+    /// At both ends of the block some sections have no sample; their states stay.
+    [[gnu::always_inline]] inline void endStep(int t)
+    {
+        const COMPLEX x = t < length ? buffer[t] : COMPLEX{0.0, 0.0};
+        Vector in0{};
+        first(x, L::at(lanes.output, kVectors - 1), in0);
+        for (int k = kVectors - 1; k >= 0; --k) {
+            Integers active{};
+            for (int i = 0; i < L::kDoubles; ++i) {
+                const int section = k + i / 2 * kVectors;
+                active[i] = section <= t && section > t - length ? -1 : 0;
+            }
+            const Vector in = k == 0 ? in0 : L::at(lanes.output, k - 1);
+            const Vector state1 = L::at(lanes.state1, k);
+            const Vector state2 = L::at(lanes.state2, k);
+            const Vector y = L::at(lanes.a0, k) * in + state1;
+            const Vector next1 = L::at(lanes.a1, k) * in + state2 - L::at(lanes.b1, k) * y;
+            const Vector next2 = L::at(lanes.a2, k) * in - L::at(lanes.b2, k) * y;
+            L::at(lanes.state1, k) = active ? next1 : state1;
+            L::at(lanes.state2, k) = active ? next2 : state2;
+            L::at(lanes.output, k) = y;
+        }
+        if (t >= kLastSection)
+            give(t, lanes.output);
+    }
+
+    [[gnu::always_inline]] inline void give(int t, const double *outputs)
+    {
+        const double *const y = outputs + L::lane(kLastSection);
+        buffer[t - kLastSection] = {y[0], y[1]};
+    }
+
+    [[gnu::always_inline]] inline void middle()
+    {
+        constexpr int kLastVector = kLastSection % kVectors;
+        constexpr int kLastLane = kLastSection / kVectors * 2;
+        Vector state1[kVectors];
+        Vector state2[kVectors];
+        Vector output[kVectors];
+#pragma GCC unroll 18
+        for (int k = 0; k < kVectors; ++k) {
+            state1[k] = L::at(lanes.state1, k);
+            state2[k] = L::at(lanes.state2, k);
+            output[k] = L::at(lanes.output, k);
+        }
+        for (int t = kLastSection; t < length; ++t) {
+            Vector in0{};
+            first(buffer[t], output[kVectors - 1], in0);
+#pragma GCC unroll 18
+            for (int k = kVectors - 1; k >= 0; --k) {
+                const Vector in = k == 0 ? in0 : output[k - 1];
+                const Vector y = L::at(lanes.a0, k) * in + state1[k];
+                state1[k] = L::at(lanes.a1, k) * in + state2[k] - L::at(lanes.b1, k) * y;
+                state2[k] = L::at(lanes.a2, k) * in - L::at(lanes.b2, k) * y;
+                output[k] = y;
+            }
+            buffer[t - kLastSection] = {
+                output[kLastVector][kLastLane], output[kLastVector][kLastLane + 1]};
+        }
+#pragma GCC unroll 18
+        for (int k = 0; k < kVectors; ++k) {
+            L::at(lanes.state1, k) = state1[k];
+            L::at(lanes.state2, k) = state2[k];
+            L::at(lanes.output, k) = output[k];
+        }
+    }
+
+    /// For blocks of more than 17 samples.
+    [[gnu::always_inline]] inline void all()
+    {
+        for (int t = 0; t < kLastSection; ++t)
+            endStep(t);
+        middle();
+        for (int t = length; t < length + kLastSection; ++t)
+            endStep(t);
+    }
+};
+
+#if SIGNAL_PRIMITIVES_DISPATCH
+#define VERSION(name) __attribute__((target(name)))
+#else
+#define VERSION(name)
+#endif
+
+#define CHAIN_VERSION(kBytes, name)                                                                \
+    VERSION(name) int versionedLane(int section)                                                   \
+    {                                                                                              \
+        return Layout<kBytes>::lane(section);                                                      \
+    }                                                                                              \
+    VERSION(name) void versionedRun(Lanes &lanes, COMPLEX *buffer, int length)                     \
+    {                                                                                              \
+        Run<kBytes>{lanes, buffer, length}.all();                                                  \
+    }
+
+// A register of the widest kind would hold four sections; with the ends of a block that is slower.
+CHAIN_VERSION(16, "default")
+#if SIGNAL_PRIMITIVES_DISPATCH
+CHAIN_VERSION(32, "arch=x86-64-v3")
+CHAIN_VERSION(32, "arch=x86-64-v4")
+#endif
+} // namespace
+
+BiquadChain::BiquadChain()
+{
+    for (int section = 0; section < kSections; ++section)
+        set(section, {.a0 = 1.0});
+}
+
+void BiquadChain::set(int section, const Biquad::Coefficients &c)
+{
+    const int lane = versionedLane(section);
+    for (const int i : {lane, lane + 1}) {
+        mLanes.a0[i] = c.a0;
+        mLanes.a1[i] = c.a1;
+        mLanes.a2[i] = c.a2;
+        mLanes.b1[i] = c.b1;
+        mLanes.b2[i] = c.b2;
+        mLanes.state1[i] = 0.0;
+        mLanes.state2[i] = 0.0;
+    }
+}
+
+void BiquadChain::clear()
+{
+    std::ranges::fill(mLanes.state1, 0.0);
+    std::ranges::fill(mLanes.state2, 0.0);
+}
+
+void BiquadChain::process(COMPLEX *buffer, int length)
+{
+    if (length >= kShortBlock)
+        return versionedRun(mLanes, buffer, length);
+    for (int section = 0; section < kSections; ++section)
+        processSection(section, buffer, length);
+}
+
+void BiquadChain::processSection(int section, COMPLEX *buffer, int length)
+{
+    const int lane = versionedLane(section);
+    const double a0 = mLanes.a0[lane];
+    const double a1 = mLanes.a1[lane];
+    const double a2 = mLanes.a2[lane];
+    const double b1 = mLanes.b1[lane];
+    const double b2 = mLanes.b2[lane];
+    COMPLEX state1{mLanes.state1[lane], mLanes.state1[lane + 1]};
+    COMPLEX state2{mLanes.state2[lane], mLanes.state2[lane + 1]};
+    for (int n = 0; n < length; ++n) {
+        const COMPLEX x = buffer[n];
+        const COMPLEX y{a0 * x.re + state1.re, a0 * x.im + state1.im};
+        state1 = {a1 * x.re + state2.re - b1 * y.re, a1 * x.im + state2.im - b1 * y.im};
+        state2 = {a2 * x.re - b2 * y.re, a2 * x.im - b2 * y.im};
+        buffer[n] = y;
+    }
+    mLanes.state1[lane] = state1.re;
+    mLanes.state1[lane + 1] = state1.im;
+    mLanes.state2[lane] = state2.re;
+    mLanes.state2[lane + 1] = state2.im;
+}
+} // namespace DspCore
