@@ -74,30 +74,6 @@ TEST(FFT64Test, LengthsAreRoundedUpToAPowerOfTwo)
     }
 }
 
-TEST(FFT64Test, AWrongCallIsReportedAndLeavesTheBufferAlone)
-{
-    const QString text =
-        ": (pSrcDst == 0) || (lenght == 0) || (mLenght == 0) || (mLenght != lenght)";
-    const auto signal = test::noise(64, 3);
-    auto buffer = signal;
-    FFT64 unset;
-    FFT64 freed;
-    freed.init(64);
-    freed.free();
-    FFT64 fft;
-    fft.init(64);
-    test::LogCapture log;
-    EXPECT_FALSE(fft.process(nullptr, 64, FftType::Forward));
-    EXPECT_FALSE(fft.process(buffer.data(), 0, FftType::Forward));
-    EXPECT_FALSE(fft.process(buffer.data(), 32, FftType::Inverse));
-    EXPECT_FALSE(unset.process(buffer.data(), 64, FftType::Forward));
-    EXPECT_FALSE(freed.process(buffer.data(), 64, FftType::Forward));
-    EXPECT_EQ(log.warnings().size(), 5);
-    EXPECT_EQ(log.warnings().filter(text).size(), 5);
-    EXPECT_EQ(log.warnings().filter("FFT64::process").size(), 5);
-    EXPECT_EQ(buffer, signal);
-}
-
 TEST(FFT64Test, ALengthThatCannotBeMadeLeavesItUnset)
 {
     FFT64 fft;

@@ -158,23 +158,6 @@ TEST(BiquadTest, ADisabledSectionPassesBlocksButNotSingleSamples)
     EXPECT_NE(sample, 1.0);
 }
 
-TEST(BiquadTest, InitAndClearEmptyTheStateAndKeepTheFlag)
-{
-    const auto stream = test::noise(64, 5);
-    Biquad filter = enabled(Type::BandPass, 0.1, 5.0, 0.0);
-    auto expected = stream;
-    filter.process(expected.data(), 64);
-    for (const bool byInit : {false, true}) {
-        if (byInit)
-            filter.init(Type::BandPass, 0.1, 5.0, 0.0);
-        else
-            filter.clear();
-        auto block = stream;
-        filter.process(block.data(), 64);
-        EXPECT_EQ(block, expected);
-    }
-}
-
 TEST(BiquadTest, AnUnknownTypeKeepsTheCoefficientsWithoutScale)
 {
     const auto stream = test::noise(64, 6);
@@ -189,18 +172,4 @@ TEST(BiquadTest, AnUnknownTypeKeepsTheCoefficientsWithoutScale)
         EXPECT_EQ(block, expected);
     }
     EXPECT_EQ(log.warnings().filter("Biquad::init").filter("Incorrect filter type!").size(), 2);
-}
-
-TEST(BiquadTest, AWrongBufferIsReported)
-{
-    Biquad filter;
-    COMPLEX sample{1.0, 2.0};
-    test::LogCapture log;
-    EXPECT_FALSE(filter.process(static_cast<double *>(nullptr), 1));
-    EXPECT_FALSE(filter.process(&sample.re, 0));
-    EXPECT_FALSE(filter.process(static_cast<COMPLEX *>(nullptr), 1));
-    EXPECT_FALSE(filter.process(&sample, -1));
-    EXPECT_FALSE(filter.process2(nullptr, 1));
-    EXPECT_FALSE(filter.process2(&sample, 0));
-    EXPECT_EQ(log.warnings().filter("): Incorrect input parameters!").size(), 6);
 }

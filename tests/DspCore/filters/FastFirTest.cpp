@@ -88,16 +88,12 @@ struct GainCase
 // The window's side lobes are 98 dB down; the main lobe ends 4 / taps outside the band's edge.
 const GainCase kGainCases[] = {
     {"centre", {-0.1, 0.1, 500}, 0.0, -0.1, 0.1},
-    {"passEnd", {-0.1, 0.1, 500}, 0.09, -0.1, 0.1},
     {"lowerEdge", {-0.1, 0.1, 500}, -0.1, -6.2, -5.8},
-    {"upperEdge", {-0.1, 0.1, 500}, 0.1, -6.2, -5.8},
     {"stop", {-0.1, 0.1, 500}, 0.109, -200.0, -95.0},
     {"upperSideBand", {0.003, 0.06, 1570}, 0.03, -0.1, 0.1},
     {"upperSideBandMirror", {0.003, 0.06, 1570}, -0.03, -200.0, -95.0},
     {"lowerSideBand", {-0.06, -0.003, 1570}, -0.03, -0.1, 0.1},
-    {"limitedEdges", {0.2, 7.0, 500}, 0.45, -0.1, 0.1},
     {"belowLimitedEdges", {0.2, 7.0, 500}, 0.19, -200.0, -95.0},
-    {"longest", {0.01, 0.02, 9000}, 0.0106, -0.1, 0.1},
     {"longestStop", {0.01, 0.02, 9000}, 0.0094, -200.0, -95.0},
 };
 } // namespace
@@ -206,41 +202,6 @@ INSTANTIATE_TEST_SUITE_P(FastFirTest, FastFirStreams,
         StreamCase{"fewerPointsThanTaps", {{{0.0, 0.2, -504}, 8}}, 8, 8}),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST(FastFirTest, LongBlocksAreCut)
-{
-    const auto stream = test::noise(4096 + 513, 20);
-    FastFir whole;
-    FastFir pieces;
-    whole.init(-0.1, 0.2, 1570);
-    pieces.init(-0.1, 0.2, 1570);
-    auto expected = stream;
-    whole.process(expected);
-    const auto cut = test::inBlocks(stream, test::randomCuts(int(stream.size()), 2000, 21),
-        [&](COMPLEX *block, int n) { pieces.process(block, n); });
-    EXPECT_LT(test::maxError(cut, expected), kRoundOff);
-}
-
-TEST(FastFirTest, ClearEmptiesTheTailAndKeepsTheFilter)
-{
-    for (const ConvolutionForm form : kForms) {
-        FastFir fir;
-        fir.setForm(form);
-        fir.init(-0.1, 0.2, 500);
-        auto first = test::impulse(500);
-        fir.process(first.data(), 300);
-        fir.clear();
-        std::vector<COMPLEX> silence(500, COMPLEX{0.0, 0.0});
-        fir.process(silence);
-        EXPECT_EQ(test::rms(silence), 0.0);
-        fir.clear();
-        auto second = test::impulse(500);
-        fir.process(second);
-        second.resize(300);
-        first.resize(300);
-        EXPECT_LT(test::maxError(second, first), kRoundOff);
-    }
-}
-
 // A band of no width has no gain to scale; what comes out is not a number, and its tail shows how
 // long the transform is.
 TEST(FastFirTest, TheTailReachesToTheEndOfTheTransform)
@@ -263,27 +224,6 @@ TEST(FastFirTest, TheTailReachesToTheEndOfTheTransform)
                 << taps;
         }
     }
-}
-
-TEST(FastFirTest, AWrongBufferIsReported)
-{
-    FastFir fir;
-    fir.init(-0.1, 0.1, 500);
-    COMPLEX sample{1.0, 2.0};
-    std::vector<COMPLEX> empty;
-    test::LogCapture log;
-    EXPECT_FALSE(fir.process(nullptr, 8));
-    EXPECT_FALSE(fir.process(&sample, 0));
-    EXPECT_FALSE(fir.process(empty));
-    EXPECT_EQ(
-        log.warnings().filter("FastFir::process").filter(": Incorrect input parameters. ").size(),
-        3);
-    EXPECT_FALSE(fir.process(&sample, -1));
-    EXPECT_TRUE(log.warned(ippGetStatusString(ippStsSizeErr)));
-    FastFir unset;
-    EXPECT_FALSE(unset.process(&sample, 1));
-    EXPECT_TRUE(log.warned("FFT64::process"));
-    EXPECT_EQ(sample, (COMPLEX{1.0, 2.0}));
 }
 
 TEST(FastFirTest, FilterOfFewerThanThirtyTwoTapsIsReportedByItsWindow)

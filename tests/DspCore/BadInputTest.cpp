@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/fft/FFT64.h"
+#include "DspCore/filters/Biquad.h"
+#include "DspCore/filters/DownConverter.h"
+#include "DspCore/filters/FastFir.h"
+#include "DspCore/filters/Iir.h"
+#include "DspCore/filters/Window64.h"
+#include "support/LogCapture.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace DspCore;
+
+namespace
+{
+constexpr char kFft[] =
+    ": (pSrcDst == 0) || (lenght == 0) || (mLenght == 0) || (mLenght != lenght)";
+constexpr char kWindow[] = " (pSrcDst == NULL) || (lenght == 0) ";
+constexpr char kIncorrect[] = "): Incorrect input parameters!";
+
+template <typename Block>
+auto on(Block &block)
+{
+    return [&block](COMPLEX *x, int n) { block.process(x, n); };
+}
+
+/// A call with bad input, which part of a warning names the caller, and the warning.
+struct Call
+{
+    const char *caller;
+    const char *text;
+    int length; // of a buffer that is there; 0: a null buffer of 32 as well
+    std::function<void(COMPLEX *, int)> process;
+};
+} // namespace
+
+TEST(BadInputTest, IsReportedAndLeftAlone)
+{
+    FFT64 unsetFft;
+    FFT64 freedFft;
+    freedFft.init(32);
+    freedFft.free();
+    FFT64 fft;
+    fft.init(32);
+    const auto forward = [](FFT64 &which) {
+        return [&which](COMPLEX *x, int n) { EXPECT_FALSE(which.process(x, n, FftType::Forward)); };
+    };
+    Window64 window;
+    window.init(16, Window::Hann); // becomes 32
+    Biquad biquad;
+    Iir unsetIir;
+    DownConverter mixer;
+    mixer.setOsc(0.25);
+    FastFir unsetFir;
+    FastFir fir;
+    fir.init(-0.1, 0.1, 500);
+    const auto filter = [](FastFir &which) {
+        return [&which](COMPLEX *x, int n) { EXPECT_FALSE(which.process(x, n)); };
+    };
+
+    const Call calls[] = {
+        {"FFT64::process", kFft, 0, forward(fft)},
+        {"FFT64::process", kFft, 16, forward(fft)},
+        {"FFT64::process", kFft, 32, forward(unsetFft)},
+        {"FFT64::process", kFft, 32, forward(freedFft)},
+        {"Window64::process", kWindow, 0, on(window)},
+        {"Window64::process", " mLenght != lenght ", 16, on(window)},
+        {"Biquad::process(double*", kIncorrect, 0,
+            [&](COMPLEX *x, int n) { EXPECT_FALSE(biquad.process(x ? &x->re : nullptr, n)); }},
+        {"Biquad::process(COMPLEX*", kIncorrect, 0, on(biquad)},
+        {"Biquad::process2", kIncorrect, -1,
+            [&](COMPLEX *x, int n) { EXPECT_FALSE(biquad.process2(x, n)); }},
+        {"Iir::process", " Incorrect input parameters.", 0, on(unsetIir)},
+        {"Iir::process", " Not initialize.", 32, on(unsetIir)},
+        {"DownConverter::process", kIncorrect, 0, on(mixer)},
+        {"DownConverter::process", ", -3 ): Incorrect input parameters!", -3, on(mixer)},
+        {"FastFir::process", ": Incorrect input parameters. ", 0, filter(fir)},
+        {"FastFir::process", ippGetStatusString(ippStsSizeErr), -1, filter(fir)},
+        {"FFT64::process", kFft, 32, filter(unsetFir)},
+        {"FastFir::process", ": Incorrect input parameters. ", 0,
+            [&](COMPLEX *, int) {
+                std::vector<COMPLEX> empty;
+                EXPECT_FALSE(fir.process(empty));
+            }},
+    };
+    for (const Call &call : calls) {
+        const std::vector<COMPLEX> buffer(32, COMPLEX{1.0, 2.0});
+        auto used = buffer;
+        test::LogCapture log;
+        call.process(used.data(), call.length);
+        if (call.length == 0)
+            call.process(nullptr, 32);
+        EXPECT_EQ(
+            log.warnings().filter(call.caller).filter(call.text).size(), call.length == 0 ? 2 : 1)
+            << call.caller << call.text << log.lines().join('\n').toStdString();
+        EXPECT_EQ(used, buffer) << call.caller;
+    }
+}
