@@ -1,36 +1,57 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# run    install what is missing, build, receive the built-in band, say where the audio is
-# test   install what is missing, build, run all tests
-# bench  run all benchmarks          format  reformat all sources
+# Each installs what it is missing and builds no more than it needs.
+# run    receive the built-in band, say where the audio is
+# test   run all tests
+# bench  run all benchmarks
+# check  formatting and static checks of the sources
+# format reformat all sources        all  build everything
 PRESET ?= release
 BUILD  := build/$(PRESET)
 OUT    ?= out
 JOBS   ?= $(shell nproc)
 
-.PHONY: all deps build run test bench format check-format clean
-all: build
+CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
+COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
+SOURCES   = git ls-files '*.h' '*.cpp'
 
-deps:
-	@scripts/install-dependencies.sh
+.PHONY: all run test bench check check-format check-tidy format clean
+all:
+	@scripts/install-dependencies.sh test
+	@scripts/install-dependencies.sh bench
+	@$(CONFIGURE) -DZEPHRIN_TESTS=ON -DZEPHRIN_BENCHMARKS=ON
+	@$(COMPILE)
 
-build: deps
-	@cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
-	@cmake --build --preset $(PRESET) -j $(JOBS)
-
-run: build
+run:
+	@scripts/install-dependencies.sh run
+	@$(CONFIGURE)
+	@$(COMPILE) --target velmora-host
 	@scripts/run.sh $(BUILD) $(OUT)
 
-test: build
+test:
+	@scripts/install-dependencies.sh test
+	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
+	@$(COMPILE) --target tests
 	@ctest --preset $(PRESET) -j $(JOBS)
 
-bench: build
+bench:
+	@scripts/install-dependencies.sh bench
+	@$(CONFIGURE) -DZEPHRIN_BENCHMARKS=ON
+	@$(COMPILE) --target benchmarks
 	@scripts/bench.sh $(BUILD)
 
-format:
-	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+check: check-format check-tidy
 
 check-format:
-	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
+	@scripts/install-dependencies.sh check
+	@$(SOURCES) | xargs clang-format --dry-run -Werror
+
+check-tidy:
+	@scripts/install-dependencies.sh check
+	@$(CONFIGURE)
+	@scripts/check-tidy.sh $(BUILD) $(JOBS)
+
+format:
+	@$(SOURCES) | xargs clang-format -i
 
 clean:
 	rm -rf build out

@@ -1,17 +1,29 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs the Debian 12 packages that building, testing and running need. Does nothing, and needs
-# no privileges, when all of them are there.
+# Installs the Debian 12 packages that a task needs. Does nothing, and needs no privileges, when all
+# of them are there.
+# usage: install-dependencies.sh run|test|bench|check
 set -euo pipefail
+task=${1:-}
 
+# Building the product and running it.
 packages=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libmsgsl-dev libspdlog-dev libfmt-dev
     libfftw3-dev libsndfile1-dev
-    libgtest-dev libgmock-dev libbenchmark-dev
-    fonts-dejavu-core # letters in the pictures of the options page
+    fonts-dejavu-core # letters in the pictures
     alsa-utils # its speech samples are the voices of the built-in scene
 )
+case $task in
+run) ;;
+test) packages+=(libgtest-dev libgmock-dev) ;;
+bench) packages+=(libbenchmark-dev) ;;
+check) packages+=(libgtest-dev libgmock-dev clang-format clang-tidy) ;;
+*)
+    echo "usage: $0 run|test|bench|check" >&2
+    exit 2
+    ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do
