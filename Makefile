@@ -47,8 +47,7 @@ check-format:
 
 check-tidy:
 	@scripts/install-dependencies.sh check
-	@$(CONFIGURE)
-	@scripts/check-tidy.sh $(BUILD) $(JOBS)
+	@scripts/check-tidy.sh build/tidy
 
 format:
 	@$(SOURCES) | xargs clang-format -i

@@ -18,7 +18,7 @@ case $task in
 run) ;;
 test) packages+=(libgtest-dev libgmock-dev) ;;
 bench) packages+=(libbenchmark-dev) ;;
-check) packages+=(libgtest-dev libgmock-dev clang-format clang-tidy) ;;
+check) packages+=(clang-format clang-tidy) ;;
 *)
     echo "usage: $0 run|test|bench|check" >&2
     exit 2
