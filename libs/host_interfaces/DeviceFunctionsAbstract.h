@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/types.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -170,3 +172,16 @@ public:
     virtual bool atu() { return false; }
     virtual bool avalibleSoundCard() { return true; }
 };
+
+// A mode goes from the host to the demodulator by its number.
+static_assert(DeviceFunctionsAbstract::AM == int(DspCore::Modulation::AM));
+static_assert(DeviceFunctionsAbstract::SAM == int(DspCore::Modulation::SAM));
+static_assert(DeviceFunctionsAbstract::DSB == int(DspCore::Modulation::DSB));
+static_assert(DeviceFunctionsAbstract::LSB == int(DspCore::Modulation::LSB));
+static_assert(DeviceFunctionsAbstract::USB == int(DspCore::Modulation::USB));
+static_assert(DeviceFunctionsAbstract::CW == int(DspCore::Modulation::CW));
+static_assert(DeviceFunctionsAbstract::NFM == int(DspCore::Modulation::NFM));
+static_assert(DeviceFunctionsAbstract::DIGL == int(DspCore::Modulation::DIGL));
+static_assert(DeviceFunctionsAbstract::DIGU == int(DspCore::Modulation::DIGU));
+static_assert(DeviceFunctionsAbstract::WFM == int(DspCore::Modulation::WFM));
+static_assert(DeviceFunctionsAbstract::DRM == int(DspCore::Modulation::DRM));

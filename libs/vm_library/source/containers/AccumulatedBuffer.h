@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "vm_library/source/containers/ring_copy.h"
+#include "vm_library/source/containers/RingCore.h"
 
 #include <algorithm>
 #include <bit>

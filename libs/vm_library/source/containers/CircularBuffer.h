@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "vm_library/source/containers/RingCore.h"
 #include "vm_library/source/containers/SpinLock.h"
-#include "vm_library/source/containers/ring_copy.h"
 
 #include <atomic>
 #include <bit>
@@ -43,11 +43,8 @@ public:
         if (n <= 0 || m_free < count)
             return false;
         const SpinLocker locker(m_lock);
-        m_stored += count;
-        m_free -= count;
-        vm::containers::copyIntoRing(
-            m_storage.data(), std::size_t(m_capacity), m_write, data, count);
-        m_write = (m_write + count) & m_mask;
+        if (!core().put(m_storage.data(), data, count))
+            return false;
         passGate();
         return true;
     }
@@ -60,15 +57,10 @@ public:
         if (n <= 0 || m_stored < count)
             return false;
         const SpinLocker locker(m_lock);
-        // A clear() from a third thread may have come between the look and the lock; without this
-        // second look the counts would wrap below zero for good.
-        if (m_stored < count)
+        // The core looks once more: a clear() from a third thread may have come between the look
+        // and the lock.
+        if (!core().take(m_storage.data(), data, count))
             return false;
-        m_stored -= count;
-        m_free += count;
-        vm::containers::copyOutOfRing(
-            m_storage.data(), std::size_t(m_capacity), m_read, data, count);
-        m_read = (m_read + count) & m_mask;
         if (m_gateEnabled)
             m_underFill = m_stored <= m_lowThreshold;
         return true;
@@ -86,10 +78,7 @@ public:
     void clear()
     {
         const SpinLocker locker(m_lock);
-        m_stored = 0;
-        m_free = m_capacity;
-        m_read = 0;
-        m_write = 0;
+        core().clear();
         m_underFill = true;
     }
 
@@ -121,6 +110,11 @@ public:
     bool gateEnabled() const { return m_gateEnabled; }
 
 private:
+    auto core()
+    {
+        return vm::containers::maskedRing(m_capacity, m_mask, m_read, m_write, m_stored, m_free);
+    }
+
     void judgeFill() { m_underFill = m_stored <= m_highThreshold; }
 
     void passGate()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "vm_library/source/containers/RingCore.h"
 #include "vm_library/source/containers/SpinLock.h"
-#include "vm_library/source/containers/ring_copy.h"
 
 #include <bit>
 #include <vector>
@@ -28,20 +28,14 @@ public:
         m_size = std::bit_ceil(n);
         m_mask = m_size - 1;
         m_storage.resize(m_size);
-        reset();
+        core().clear();
     }
 
     /// Stores n elements, or returns false and changes nothing when n is 0 or above the free count.
     bool write(const T *data, unsigned int n)
     {
         const SpinLocker locker(m_lock);
-        if (n == 0 || n > m_free)
-            return false;
-        m_stored += n;
-        m_free -= n;
-        vm::containers::copyIntoRing(m_storage.data(), m_storage.size(), m_write, data, n);
-        m_write = (m_write + n) & m_mask;
-        return true;
+        return core().put(m_storage.data(), data, n);
     }
 
     /// Takes the n oldest elements, or returns false and changes nothing when n is 0 or above the
@@ -49,20 +43,14 @@ public:
     bool read(T *data, unsigned int n)
     {
         const SpinLocker locker(m_lock);
-        if (n == 0 || n > m_stored)
-            return false;
-        m_stored -= n;
-        m_free += n;
-        vm::containers::copyOutOfRing(m_storage.data(), m_storage.size(), m_read, data, n);
-        m_read = (m_read + n) & m_mask;
-        return true;
+        return core().take(m_storage.data(), data, n);
     }
 
     /// Drops what is stored; the capacity stays.
     void clear()
     {
         const SpinLocker locker(m_lock);
-        reset();
+        core().clear();
     }
 
     /// Elements stored.
@@ -86,12 +74,9 @@ public:
     }
 
 private:
-    void reset()
+    auto core()
     {
-        m_read = 0;
-        m_write = 0;
-        m_stored = 0;
-        m_free = m_size;
+        return vm::containers::maskedRing(m_size, m_mask, m_read, m_write, m_stored, m_free);
     }
 
     // All guarded by m_lock.

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "vm_library/source/containers/RingCore.h"
 #include "vm_library/source/containers/SpinLock.h"
-#include "vm_library/source/containers/ring_copy.h"
 
 #include <QVector>
 #include <atomic>
 #include <bit>
-#include <cstddef>
 
 namespace Velmora
 {
@@ -30,20 +29,14 @@ public:
         m_size = std::bit_ceil(n);
         m_mask = m_size - 1;
         m_storage.resize(static_cast<int>(m_size));
-        reset();
+        core().clear();
     }
 
     /// Stores n elements, or returns false and changes nothing when n is 0 or above the free count.
     bool write(const T *data, unsigned int n)
     {
         const SpinLocker locker(m_lock);
-        if (n == 0 || n > m_free)
-            return false;
-        m_stored += n;
-        m_free -= n;
-        vm::containers::copyIntoRing(m_storage.data(), std::size_t(m_size), m_write, data, n);
-        m_write = (m_write + n) & m_mask;
-        return true;
+        return core().put(m_storage.data(), data, n);
     }
 
     /// Takes the n oldest elements, or returns false and changes nothing when n is 0 or above the
@@ -51,20 +44,14 @@ public:
     bool read(T *data, unsigned int n)
     {
         const SpinLocker locker(m_lock);
-        if (n == 0 || n > m_stored)
-            return false;
-        m_stored -= n;
-        m_free += n;
-        vm::containers::copyOutOfRing(m_storage.constData(), std::size_t(m_size), m_read, data, n);
-        m_read = (m_read + n) & m_mask;
-        return true;
+        return core().take(m_storage.constData(), data, n);
     }
 
     /// Drops what is stored; the capacity stays.
     void clear()
     {
         const SpinLocker locker(m_lock);
-        reset();
+        core().clear();
     }
 
     /// Elements stored, without the lock.
@@ -80,12 +67,9 @@ public:
     }
 
 private:
-    void reset()
+    auto core()
     {
-        m_read = 0;
-        m_write = 0;
-        m_stored = 0;
-        m_free = m_size;
+        return vm::containers::maskedRing(m_size, m_mask, m_read, m_write, m_stored, m_free);
     }
 
     // Guarded by m_lock, but for the two counts, which any thread may read.

@@ -1,32 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <atomic>
-#include <sched.h>
+#include "vm_library/source/thread/SpinBody.h"
 
-/// A lock for sections of a few hundred nanoseconds: index work and the copy of one block.
-///
-/// Any thread may lock. Not recursive and not fair. A waiter gives its time slice away, so that a
-/// holder that lost the processor gets on.
-class SpinLock
-{
-public:
-    void lock() noexcept
-    {
-        for (unsigned int failed = 0; m_held.exchange(1, std::memory_order_acquire) != 0;
-             ++failed) {
-            if (failed % kTriesPerYield == 0)
-                sched_yield();
-        }
-    }
-
-    void unlock() noexcept { m_held.store(0, std::memory_order_release); }
-
-private:
-    static constexpr unsigned int kTriesPerYield = 100;
-
-    std::atomic<unsigned char> m_held = 0; // 0 free, 1 held
-};
+/// The lock of the audio rings and of the spectrum. It yields before the first retry and then every
+/// 100 failed tries.
+class SpinLock : public vm::thread::SpinBody<0, 100>
+{ };
 
 /// Holds a SpinLock for the length of a scope.
 class SpinLocker

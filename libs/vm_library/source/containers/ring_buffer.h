@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "vm_library/source/containers/ring_copy.h"
+#include "vm_library/source/containers/RingCore.h"
 #include "vm_library/source/thread/spinlock.h"
 
 #include <cstddef>
@@ -26,7 +26,7 @@ public:
     {
         const std::lock_guard<Lock> guard(m_lock);
         m_capacity = capacity;
-        reset();
+        core().clear();
         m_storage.resize(capacity);
     }
 
@@ -35,14 +35,7 @@ public:
     bool write(gsl::span<T> block)
     {
         const std::lock_guard<Lock> guard(m_lock);
-        const std::size_t count = block.size();
-        if (count == 0 || count > m_free)
-            return false;
-        m_stored += count;
-        m_free -= count;
-        copyIntoRing(m_storage.data(), m_capacity, m_write, block.data(), count);
-        m_write = (m_write + count) % m_capacity;
-        return true;
+        return core().put(m_storage.data(), block.data(), block.size());
     }
 
     /// Fills the block with the oldest elements, or returns false and leaves both as they are when
@@ -50,21 +43,14 @@ public:
     bool read(gsl::span<T> block)
     {
         const std::lock_guard<Lock> guard(m_lock);
-        const std::size_t count = block.size();
-        if (count == 0 || count > m_stored)
-            return false;
-        m_stored -= count;
-        m_free += count;
-        copyOutOfRing(m_storage.data(), m_capacity, m_read, block.data(), count);
-        m_read = (m_read + count) % m_capacity;
-        return true;
+        return core().take(m_storage.data(), block.data(), block.size());
     }
 
     /// Drops what is stored; the capacity stays.
     void clear()
     {
         const std::lock_guard<Lock> guard(m_lock);
-        reset();
+        core().clear();
     }
 
     /// Elements stored.
@@ -88,13 +74,7 @@ public:
     }
 
 private:
-    void reset()
-    {
-        m_read = 0;
-        m_write = 0;
-        m_stored = 0;
-        m_free = m_capacity;
-    }
+    auto core() { return moduloRing(m_capacity, m_read, m_write, m_stored, m_free); }
 
     // All guarded by m_lock.
     std::size_t m_capacity = 0;

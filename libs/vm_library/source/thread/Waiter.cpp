@@ -9,6 +9,7 @@ void Waiter::wait(int milliseconds)
     QTimer timer;
     QEventLoop loop;
     timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
     timer.setInterval(milliseconds);
     QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
     timer.start();

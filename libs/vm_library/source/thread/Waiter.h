@@ -5,7 +5,7 @@
 class Waiter
 {
 public:
-    /// Returns after the given milliseconds. The calling thread's events go on being delivered
-    /// meanwhile, so slots of the caller may run inside this call.
+    /// Returns after the given milliseconds, to the millisecond. The calling thread's events go on
+    /// being delivered meanwhile, so slots of the caller may run inside this call.
     static void wait(int milliseconds);
 };
