@@ -26,53 +26,26 @@ QStringList ownMethods(const QMetaObject &object, QMetaMethod::MethodType type)
 // The numbers that connections use at run time, so the order counts.
 TEST(DeviceAbstractTest, SignalsStandInTheOrderOfTheContract)
 {
-    const QStringList expected = {
-        "changedSampleRate(double)",
-        "devClosed()",
-        "txDrive(uint,uint)",
-        "txToneDrive(uint,uint)",
-        "txMicId(uint,uint)",
-        "txMicValue(uint,int)",
-        "txEqualizer(uint,bool)",
-        "txEqualizer(uint,QList<int>)",
-        "txVoxEnable(uint,bool)",
-        "rxSpectrum(uint)",
-        "txSpectrum(uint)",
-        "bsSpectrum()",
-        "dBmMeter(uint,uint,double)",
-        "adcMeter(uint,uint,double,double)",
-        "powerMeter(uint,uint,double)",
-        "swrMeter(uint,uint,double)",
-        "micMeter(uint,uint,double)",
-        "temperatureMeter(double)",
-        "UpitMeter(double)",
-        "IpitMeter(double)",
-        "fanEnable(bool)",
-        "txEnable(uint,bool)",
-        "toneChacked(uint,bool)",
-        "moxChacked(uint,bool)",
-        "moxEnable(uint,bool)",
-        "trxLock(uint,bool)",
-        "sTxComp(uint,bool)",
-        "sTxCompValue(uint,int)",
-        "sTxCompThr(uint,int)",
-        "txMicAgcEnable(uint,bool)",
-        "sCwKeyProg(uint,bool)",
-        "sCwKeyProgDashDot(uint,bool,bool)",
-        "sVacEnable(uint,bool)",
-        "sCw(uint,bool,bool,bool,bool,uint,uint,double,uint,uint)",
-        "sWriteIQ(bool,int)",
-        "sIqFixedFreqDds(bool,double)",
-        "sTxBandFilter(uint,int,int)",
-        "sDigOffset(int,int)",
-        "sVoicePlay(uint,bool)",
-        "sVoiceRec(uint,bool)",
-        "updatePreamp()",
-    };
-    ASSERT_EQ(expected.size(), 41);
+    const char *expected =
+        "changedSampleRate(double)\ndevClosed()\ntxDrive(uint,uint)\n"
+        "txToneDrive(uint,uint)\ntxMicId(uint,uint)\ntxMicValue(uint,int)\n"
+        "txEqualizer(uint,bool)\ntxEqualizer(uint,QList<int>)\n"
+        "txVoxEnable(uint,bool)\nrxSpectrum(uint)\ntxSpectrum(uint)\nbsSpectrum()\n"
+        "dBmMeter(uint,uint,double)\nadcMeter(uint,uint,double,double)\n"
+        "powerMeter(uint,uint,double)\nswrMeter(uint,uint,double)\n"
+        "micMeter(uint,uint,double)\ntemperatureMeter(double)\nUpitMeter(double)\n"
+        "IpitMeter(double)\nfanEnable(bool)\ntxEnable(uint,bool)\n"
+        "toneChacked(uint,bool)\nmoxChacked(uint,bool)\nmoxEnable(uint,bool)\n"
+        "trxLock(uint,bool)\nsTxComp(uint,bool)\nsTxCompValue(uint,int)\n"
+        "sTxCompThr(uint,int)\ntxMicAgcEnable(uint,bool)\nsCwKeyProg(uint,bool)\n"
+        "sCwKeyProgDashDot(uint,bool,bool)\nsVacEnable(uint,bool)\n"
+        "sCw(uint,bool,bool,bool,bool,uint,uint,double,uint,uint)\n"
+        "sWriteIQ(bool,int)\nsIqFixedFreqDds(bool,double)\n"
+        "sTxBandFilter(uint,int,int)\nsDigOffset(int,int)\nsVoicePlay(uint,bool)\n"
+        "sVoiceRec(uint,bool)\nupdatePreamp()";
     EXPECT_EQ(
         ownMethods(DeviceAbstract::staticMetaObject, QMetaMethod::Signal).join('\n').toStdString(),
-        expected.join('\n').toStdString());
+        expected);
 }
 
 TEST(DeviceAbstractTest, SlotsReachTheDeviceThroughTheMetaObject)
@@ -81,42 +54,11 @@ TEST(DeviceAbstractTest, SlotsReachTheDeviceThroughTheMetaObject)
         (QStringList{"open()", "close()", "start()", "stop()", "retranslate()"}));
 
     BareDevice device;
-    QObject *object = &device;
-    for (const char *slot : {"open", "start"}) {
-        bool result = false;
-        EXPECT_TRUE(QMetaObject::invokeMethod(object, slot, Q_RETURN_ARG(bool, result))) << slot;
-        EXPECT_TRUE(result) << slot;
-    }
-    for (const char *slot : {"close", "stop", "retranslate"})
-        EXPECT_TRUE(QMetaObject::invokeMethod(object, slot)) << slot;
-    EXPECT_EQ(device.calls, (QStringList{"close", "stop", "retranslate"}));
-}
-
-TEST(DeviceAbstractTest, WhatADeviceDoesNotOfferReportsFalseOrNothing)
-{
-    BareDevice device;
-    EXPECT_EQ(device.name(), "No name");
-    EXPECT_EQ(device.getScRingBuffer(), nullptr);
-    EXPECT_TRUE(device.getLineOutBuffers().isEmpty());
-    EXPECT_EQ(device.getIqRingBuffer(0), nullptr);
-    const bool offered[] = {
-        device.setRxToneMode(0, true),
-        device.setRxTxMode(0, true),
-        device.setRxFreq(0, 1e6),
-        device.setPreamp(1),
-        device.setMute(true),
-        device.setExtCtrl(1),
-        device.setDrive(0, 1),
-        device.setToneDrive(0, 1),
-        device.setMonEnable(true),
-        device.setMonValue(1),
-        device.setMicId(0, 1),
-        device.setMicGain(0, 1),
-        device.setTxFreq(0, 1000000),
-        device.setMicAgcEnable(0, 1),
-    };
-    for (const bool answer : offered)
-        EXPECT_FALSE(answer);
+    bool result = false;
+    EXPECT_TRUE(QMetaObject::invokeMethod(&device, "open", Q_RETURN_ARG(bool, result)));
+    EXPECT_TRUE(result);
+    EXPECT_TRUE(QMetaObject::invokeMethod(&device, "stop"));
+    EXPECT_EQ(device.calls, QStringList{"stop"});
 }
 
 TEST(DeviceAbstractTest, InterfaceIdIsTheHosts)

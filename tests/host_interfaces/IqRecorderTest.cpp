@@ -7,7 +7,6 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
@@ -62,11 +61,6 @@ TEST_F(IqRecorderTest, FileNameTellsDeviceTimeAndLayout)
         configure.format = row.format;
         EXPECT_EQ(configure.fileName("Device", start), row.expected);
     }
-
-    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the name has no fractions
-    const QString name = configure.fileName("D");
-    const auto now = QDateTime::fromString(name, "'/iq/App_D_'yyyyMMdd_hh-mm-ss'_hd.wav'");
-    EXPECT_TRUE(before < now && now <= QDateTime::currentDateTime()) << name.toStdString();
     QCoreApplication::setApplicationName(application);
 }
 
@@ -99,64 +93,34 @@ TEST_F(IqRecorderTest, ListHasAnOrderOfItsOwn)
         EXPECT_EQ(list->currentIndex(), row.index);
     }
     page.setFormat(IQFile::HDSDR);
-    for (const int unknown : {3, 1000, -1}) {
-        page.setFormat(IQFile::Format(unknown));
-        EXPECT_EQ(page.format(), IQFile::HDSDR) << unknown;
-    }
-}
-
-TEST_F(IqRecorderTest, NewScaleKeepsTheChoiceAndTellsNobody)
-{
-    IqRecorderOption page;
-    auto *list = part<QComboBox>(page, "cbIqFormat");
-    page.setFormat(IQFile::StandartWave);
+    page.setFormat(IQFile::Format(3)); // no layout
+    EXPECT_EQ(page.format(), IQFile::HDSDR);
     list->setItemText(1, "stale");
-    int told = 0;
-    QObject::connect(&page, &IqRecorderOption::formathChanged, [&] { ++told; });
     page.on4K();
-    EXPECT_EQ(list->count(), 3);
-    EXPECT_EQ(list->itemText(1), "HDSDR");
-    EXPECT_EQ(list->currentText(), "Standart WAVE");
-    EXPECT_EQ(page.format(), IQFile::StandartWave);
-    EXPECT_EQ(told, 0);
-}
-
-TEST_F(IqRecorderTest, NewPageOffersAndMakesAFolderAtHome)
-{
-    const IqRecorderOption page;
-    EXPECT_EQ(page.path(), home("VelmoraSDR2"));
-    EXPECT_TRUE(QDir(home("VelmoraSDR2")).exists());
-    EXPECT_EQ(part<QPushButton>(page, "pbOpen")->text(), "Open");
-    QStringList labels;
-    for (const QLabel *label : page.findChildren<QLabel *>())
-        labels << label->text();
-    labels.sort();
-    EXPECT_EQ(labels, (QStringList{"Format:", "IQ Path:"}));
+    EXPECT_EQ(list->currentText(), "HDSDR");
 }
 
 TEST_F(IqRecorderTest, FolderComesFromTheDialogUnlessCancelled)
 {
     QDir().mkpath(home("chosen"));
     IqRecorderOption page;
+    EXPECT_TRUE(QDir(home("VelmoraSDR2")).exists()); // offered, so made
     for (const bool accepted : {false, true}) {
-        QString title;
         QTimer::singleShot(0, [&] {
             auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
-            title = dialog->windowTitle();
             dialog->findChild<QLineEdit *>("fileNameEdit")->setText(home("chosen"));
             accepted ? static_cast<QDialog *>(dialog)->accept() : dialog->reject();
         });
         part<QPushButton>(page, "pbOpen")->click();
-        EXPECT_EQ(title, "Open Directory");
         EXPECT_EQ(page.path(), home(accepted ? "chosen" : "VelmoraSDR2"));
     }
 }
 
-TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTells)
+TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTellsAndSettingsKeepIt)
 {
+    const QString path = QString::fromUtf8("/home/J\xc3\xbcrgen/\xd1\x8d\xd1\x84\xd0\xb8\xd1\x80");
     IqRecorder *recorder = IqRecorder::instance();
-    ASSERT_EQ(recorder, IqRecorder::instance());
     recorder->options()->setFormat(IQFile::VelmoraSDR2);
     QStringList paths;
     std::vector<IQFile::Format> formats;
@@ -165,28 +129,17 @@ TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTells)
         recorder, &IqRecorder::pathChanged, &receiver, [&](const QString &path) { paths << path; });
     QObject::connect(recorder, &IqRecorder::formathChanged, &receiver,
         [&](IQFile::Format format) { formats.push_back(format); });
-
-    recorder->setPath(home("x"));
-    recorder->setPath(home("x"));
-    recorder->options()->setFormat(IQFile::StandartWave);
-    recorder->on4K();
-    EXPECT_EQ(paths, QStringList{home("x")});
-    EXPECT_EQ(formats, std::vector{IQFile::StandartWave});
-    EXPECT_EQ(recorder->path(), home("x"));
-    EXPECT_EQ(recorder->format(), IQFile::StandartWave);
-}
-
-TEST_F(IqRecorderTest, SettingsKeepPathAndLayout)
-{
-    const QString path = QString::fromUtf8("/home/J\xc3\xbcrgen/\xd1\x8d\xd1\x84\xd0\xb8\xd1\x80");
-    IqRecorder *recorder = IqRecorder::instance();
-    QSettings settings(home("a.ini"), QSettings::IniFormat);
+    recorder->setPath(path);
     recorder->setPath(path);
     recorder->options()->setFormat(IQFile::StandartWave);
+    recorder->on4K(); // tells nobody
+    EXPECT_EQ(paths, QStringList{path});
+    EXPECT_EQ(formats, std::vector{IQFile::StandartWave});
+
+    QSettings settings(home("a.ini"), QSettings::IniFormat);
     recorder->writeSettings(&settings);
     EXPECT_EQ(settings.value("IqRecorder/path").toByteArray(), path.toUtf8());
     EXPECT_EQ(settings.value("IqRecorder/format").toInt(), 1);
-
     recorder->setPath("/other");
     recorder->options()->setFormat(IQFile::HDSDR);
     recorder->readSettings(&settings);
@@ -195,9 +148,8 @@ TEST_F(IqRecorderTest, SettingsKeepPathAndLayout)
 
     settings.setValue("IqRecorder/format", 3); // no layout
     settings.remove("IqRecorder/path");
-    recorder->setPath("/other");
     recorder->readSettings(&settings);
-    EXPECT_EQ(recorder->path(), "/other");
+    EXPECT_EQ(recorder->path(), path);
     EXPECT_EQ(recorder->format(), IQFile::StandartWave);
     EXPECT_EQ(settings.group(), "");
 }

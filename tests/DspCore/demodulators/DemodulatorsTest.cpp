@@ -6,7 +6,6 @@
 #include "DspCore/demodulators/DemodulatorCW.h"
 #include "DspCore/demodulators/DemodulatorNFM.h"
 #include "DspCore/demodulators/DemodulatorSAM.h"
-#include "signal_primitives/FastArctangent.h"
 
 #include <gtest/gtest.h>
 
@@ -227,21 +226,5 @@ TEST(DemodulatorsTest, BadInputIsReportedExceptInNfm)
     DspCore::DemodulatorNFM().process(&x, 0);
     EXPECT_EQ(log.lines().size(), 3);
     EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
-}
-
-TEST(FastArctangentTest, StaysWithinFiveMilliradiansAllAround)
-{
-    for (int degree = -179; degree <= 179; ++degree) {
-        const double angle = degree * std::numbers::pi / 180.0;
-        const float got = Velmora::fastArctangent(
-            static_cast<float>(0.3 * std::sin(angle)), static_cast<float>(0.3 * std::cos(angle)));
-        EXPECT_NEAR(got, angle, 0.0053) << degree;
-    }
-    EXPECT_EQ(Velmora::fastArctangent(0.0f, 0.0f), 0.0f);
-    EXPECT_EQ(Velmora::fastArctangent(1.0f, 0.0f), 1.5707963f);
-    EXPECT_EQ(Velmora::fastArctangent(-1.0f, 0.0f), -1.5707963f);
-    EXPECT_EQ(Velmora::fastArctangent(1.0f, 1e-44f), 1.5707963f); // their quotient is infinite
-    EXPECT_NEAR(Velmora::fastArctangent(-1.0f, 1e-44f), -1.5707963f, 1e-6);
-    EXPECT_EQ(Velmora::fastArctangent(0.0f, -1.0f), 3.1415927f);
 }
 } // namespace

@@ -5,7 +5,6 @@
 #include <QtEndian>
 
 #include <bit>
-#include <sndfile.h>
 
 namespace
 {
@@ -142,28 +141,4 @@ TEST_F(IQFileLayoutTest, PlaceholderIsEmptyAtFirstAndThenTheLastHeader)
     }
 }
 
-TEST_F(IQFileLayoutTest, PlainWaveIsReadByOthers)
-{
-    std::vector<COMPLEX> block(kSamples);
-    for (int n = 0; n < kSamples; ++n)
-        block[n] = {1e-4 * n, -2e-4 * n};
-    recorded(IQFile::StandartWave, block);
-
-    SF_INFO info = {};
-    SNDFILE *sound = sf_open(path().toLocal8Bit().constData(), SFM_READ, &info);
-    ASSERT_NE(sound, nullptr) << sf_strerror(nullptr);
-    std::vector<COMPLEX> read(kSamples);
-    EXPECT_EQ(sf_readf_double(sound, &read[0].re, kSamples), kSamples);
-    sf_close(sound);
-    EXPECT_EQ(info.frames, kSamples);
-    EXPECT_EQ(info.samplerate, 3072000);
-    EXPECT_EQ(info.channels, 2);
-    EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_PCM_24);
-    // The gain of 100 also lifts the rounding of a 24-bit code and the byte below it.
-    constexpr double kTolerance = 200.0 / 8388608.0;
-    for (int n = 0; n < kSamples; ++n) {
-        EXPECT_NEAR(read[n].re, 1e-2 * n, kTolerance);
-        EXPECT_NEAR(read[n].im, -2e-2 * n, kTolerance);
-    }
-}
 } // namespace
