@@ -113,7 +113,6 @@ CASES = [
 TUNE_SHIFT_HZ = {'DCFusb': -1000.0}
 
 VOR_LEAD_S = 1.0
-FILTER_DELAY_S = 0.018       # half of the band filter's and of the pre-filter's taps
 
 # Device rate, and where in the band the station stands: far from the centre, never on it.
 OFFSETS_HZ = {192000: 10e3, 1536000: -310e3, 3072000: 920e3}
@@ -160,12 +159,14 @@ def code_of(case, recording):
     return ['--text', os.path.basename(recording)[:4]] if case.client == 'selcal' else []
 
 
-def part_of(case, recording):
-    """Bearings are measured over just the length of the recording."""
+def part_of(case, recording, report):
+    """Where the recording begins in the audio: as much later as the receiver took. Bearings are
+    measured over just the length of the recording."""
+    start = case.start_s + report['audio'].get('delay_ms', 0.0) / 1000.0
     if case.client != 'vor':
-        return ['--start', str(case.start_s)] if case.start_s else []
+        return ['--start', str(start)] if case.start_s else []
     seconds = float(run(['soxi', '-D', recording]))
-    return ['--start', str(case.start_s + VOR_LEAD_S + FILTER_DELAY_S), '--len', str(seconds)]
+    return ['--start', str(start + VOR_LEAD_S), '--len', str(seconds)]
 
 
 def dc_blocked(recording, wav, inverted):
@@ -259,8 +260,9 @@ def receive(args, case, recording, rate, folder):
         received, wav = wav, os.path.join(folder, 'inverted.wav')
         run(['sox', received, wav, 'vol', '-1'])
     with open(report) as file:
-        return score(args, case, wav, *part_of(case, recording), *code_of(case, recording),
-                     *case.client_options), json.load(file)
+        told = json.load(file)
+    return score(args, case, wav, *part_of(case, recording, told), *code_of(case, recording),
+                 *case.client_options), told
 
 
 def keep(args, folder, label):

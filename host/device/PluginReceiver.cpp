@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "device/PluginReceiver.h"
 
+#include "device/ReceiverDelay.h"
 #include "settings/DeviceRates.h"
 #include "settings/OptionTable.h"
 
@@ -237,6 +238,11 @@ bool PluginReceiver::close()
     m_bridge.reset(); // with the pool, whose queue keeps the functions of its last jobs
     m_loader.unload();
     return isSaved;
+}
+
+std::optional<double> PluginReceiver::delayMs(const HostSettings &settings)
+{
+    return m_store ? receiverDelayMs(settings, m_store->settings()) : std::nullopt;
 }
 
 bool PluginReceiver::fail(const QString &text)

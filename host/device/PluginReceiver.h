@@ -58,6 +58,9 @@ public:
     /// could not be saved.
     bool close();
 
+    /// See receiverDelayMs(). After close(), by which the device has told its options.
+    std::optional<double> delayMs(const HostSettings &settings);
+
     DeviceAbstract &device() const { return *m_loader.device(); }
     HostBridge &bridge() const { return *m_bridge; }
     HostManager &manager() const { return *m_manager; }

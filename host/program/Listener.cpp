@@ -2,6 +2,7 @@
 #include "program/Listener.h"
 
 #include "program/HostLog.h"
+#include "settings/FileCheck.h"
 #include "settings/Numbers.h"
 
 #include <QCoreApplication>
@@ -46,6 +47,8 @@ int Listener::run()
 
 bool Listener::openLibrary()
 {
+    if (const QString problem = checkFiles(m_settings); !problem.isEmpty())
+        return refuse(problem, kBadInput);
     if (!m_d2xx.open(m_settings.d2xxFile))
         return refuse(m_d2xx.error(), kBadInput);
     m_virtualReceiver = ReceiverControls::of(m_d2xx);
@@ -116,11 +119,11 @@ bool Listener::openOutlets()
 
 bool Listener::startStream()
 {
-    m_feed.emplace(m_settings, m_scene->seconds(), virtualReceiver());
+    m_feed.emplace(m_settings, m_scene->seconds(), virtualReceiver(), m_ledger);
     for (const auto *outlet : {&m_vac, &m_lineOut})
         if (*outlet)
             m_feed->respect((*outlet)->ring());
-    m_feed->prepare(m_ledger);
+    m_feed->prepare();
     m_pictures.emplace(m_receiver->device(), m_settings, m_ledger, m_receiver->panoramaHz());
     m_sound.emplace(pullFrom(*m_receiver->bridge().soundOut()), *m_feed, m_ledger,
         SoundDevice::Sinks{m_settings.outFile.isEmpty() ? nullptr : &m_audioFile,

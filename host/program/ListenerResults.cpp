@@ -38,8 +38,8 @@ Measurement Listener::measurement() const
     m.fifoOverruns = receiver.fifo_overruns;
     m.clippedSamples = receiver.clipped_samples;
     m.samplesLostInShortReads = m_feed->lostSamples();
-    m.samplesDropped = m_feed->droppedSamples(m_ledger);
-    m.blocksDropped = m_feed->droppedBlocks(m_ledger);
+    m.samplesDropped = m_feed->droppedSamples();
+    m.blocksDropped = m_feed->droppedBlocks();
     m.inputRmsDbfs = m_ledger.inputLevel().rmsDb();
     m.inputPeakDbfs = m_ledger.inputLevel().peakDb();
     const HostSensors &meters = m_receiver->meters();
@@ -89,6 +89,7 @@ void Listener::keepResults()
         refuse("the receiver was lost", kFailure);
     if (!m_receiver->close())
         refuse(m_receiver->error(), kFailure);
+    m_result.audioDelayMs = m_receiver->delayMs(m_settings);
     keepAudio();
     keepPictures();
     keepReport();

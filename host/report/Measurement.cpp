@@ -88,7 +88,7 @@ QJsonObject metersJson(const Measurement &m)
 
 QJsonObject audioJson(const HostSettings &settings, const Measurement &m)
 {
-    return {
+    QJsonObject json{
         {"file", settings.outFile},
         {"rate_hz", AudioFile::kRateHz},
         {"frames", double(m.audioFrames)},
@@ -98,6 +98,9 @@ QJsonObject audioJson(const HostSettings &settings, const Measurement &m)
         {"rms_dbfs", m.audioRmsDbfs},
         {"peak_dbfs", m.audioPeakDbfs},
     };
+    if (m.audioDelayMs)
+        json["delay_ms"] = *m.audioDelayMs;
+    return json;
 }
 
 QJsonObject timeJson(const HostSettings &settings, const Measurement &m)

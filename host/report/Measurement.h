@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <cstdint>
+#include <optional>
 
 namespace host
 {
@@ -55,6 +56,7 @@ struct Measurement
     std::uint64_t shortBlocks = 0;     ///< asked for in real time and not there
     double audioRmsDbfs = 0.0;
     double audioPeakDbfs = 0.0;
+    std::optional<double> audioDelayMs; ///< after the IQ; empty where it is not known
 
     OutputResults outputs;
 

@@ -3,6 +3,8 @@
 
 #include "stream/StreamLedger.h"
 
+#include "host_interfaces/EngineLimits.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
@@ -46,8 +48,8 @@ public:
 
 private:
     static constexpr int kSoundCardRateHz = 48000;
-    static constexpr std::uint64_t kChunkFrames = 2048; // of the sound card
-    static constexpr std::uint64_t kCapacity = 16384;   // frames of the outlet
+    static constexpr std::uint64_t kChunkFrames = EngineLimits::kOutletChunk; // of the sound card
+    static constexpr std::uint64_t kCapacity = EngineLimits::kOutletRing;     // of the outlet
 
     /// The conversion makes this many, or one more that is not counted on.
     std::uint64_t atOutlet(std::uint64_t frames) const

@@ -50,7 +50,7 @@ void SoundDevice::run()
 void SoundDevice::runFree()
 {
     while (!isOver()) {
-        m_feed.advance(m_ledger);
+        m_feed.advance();
         if (!pullReady())
             std::this_thread::sleep_for(kIdle);
     }
@@ -74,7 +74,7 @@ void SoundDevice::runInRealTime()
 
 void SoundDevice::drain()
 {
-    while (m_feed.isDraining(m_ledger))
+    while (m_feed.isDraining())
         if (!pullReady())
             std::this_thread::sleep_for(kIdle);
     pullReady();

@@ -60,7 +60,7 @@ private:
     void runFree();
     void runInRealTime();
     void drain();
-    bool isOver() { return m_finish || m_feed.isFinished(m_ledger); }
+    bool isOver() { return m_finish || m_feed.isFinished(); }
     bool isBlockReady() const;
     bool pullReady();
     void pull(std::size_t frames);

@@ -2,8 +2,9 @@
 #include "stream/StreamFeed.h"
 
 #include "library/FtReadMeter.h"
-#include "settings/DeviceRates.h"
-#include "stream/AudioFile.h"
+
+#include "host_interfaces/EngineLimits.h"
+#include "vm_library/source/file/IQFile.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,32 +16,18 @@ namespace
 {
 using namespace std::chrono_literals;
 
-constexpr std::uint64_t kInputRingSamples = 131072; // the engine's, between reader and engine
-constexpr std::uint64_t kSpareFrames = 256;         // for what the receiver's filters hold back
-constexpr std::uint64_t kBytesPerFrame = 512;
-
-// Shares of the rings: what runs by itself, and what nudges may fill.
-constexpr double kRegularShare = 0.5;
-constexpr double kNudgeShare = 1.0;
-
-// An engine that is awake finishes a block in far less time, unless the machine is busy: then the
-// nudge is needless and does no harm.
-constexpr auto kStandsStill = 3ms;
-
 // How long the last blocks are waited for on a busy machine.
-constexpr auto kLastLook = 200ms;
-
-// A healthy stream never stands still so long, however busy the machine is.
-constexpr auto kStall = 2s;
+constexpr auto kLastLook = 1s;
 
 constexpr double kNoLimit = std::numeric_limits<double>::infinity();
 
 // With the receiver's usual 16 ms between two lines of the spectrum, 12 lines a second of IQ.
 constexpr double kWaterfallSpeed = 5.0; // times real time
 
-// The recorder's byte ring takes 10922 samples, and nobody tells when it is full. At this speed it
-// lasts for 20 ms, which a busy machine may leave its thread waiting.
-constexpr double kRecorderSamplesPerSecond = 500e3;
+// Nobody tells when the recorder's ring is full. At this speed it lasts for 20 ms, which a busy
+// machine may leave its thread waiting.
+constexpr double kRecorderPause = 0.02; // seconds
+constexpr double kRecorderSamplesPerSecond = vm::file::IQFile::kRingBytes / 6 / kRecorderPause;
 
 /// Most samples a second that a free run may be granted: what works by the clock is to keep up.
 double fastestRate(const HostSettings &settings)
@@ -60,145 +47,94 @@ double plannedSeconds(const HostSettings &settings, double sceneSeconds)
     return sceneSeconds > 0.0 ? sceneSeconds : HostSettings::kDefaultSeconds;
 }
 
+/// a - b, 0 if that is negative.
+std::uint64_t difference(std::uint64_t a, std::uint64_t b)
+{
+    return a - std::min(a, b);
+}
+
 std::uint64_t wholeBlocks(double samples)
 {
-    constexpr auto kBlock = StreamFeed::kBlockSamples;
+    constexpr std::uint64_t kBlock = EngineLimits::kBlock;
     return (std::uint64_t(std::ceil(samples)) + kBlock - 1) / kBlock * kBlock;
 }
 } // namespace
 
-StreamFeed::StreamFeed(
-    const HostSettings &settings, double sceneSeconds, const ReceiverControls *receiver)
-    : m_receiver(receiver), m_rateHz(settings.deviceRateHz), m_freeRun(settings.freeRun),
-      m_samplesPerSecond(fastestRate(settings)),
+StreamFeed::StreamFeed(const HostSettings &settings, double sceneSeconds,
+    const ReceiverControls *receiver, StreamLedger &ledger)
+    : m_receiver(receiver), m_ledger(ledger), m_rateHz(settings.deviceRateHz),
+      m_freeRun(settings.freeRun), m_samplesPerSecond(fastestRate(settings)),
       m_plannedSeconds(host::plannedSeconds(settings, sceneSeconds)),
-      m_goal(wholeBlocks(m_plannedSeconds * m_rateHz)),
+      m_goal(wholeBlocks(m_plannedSeconds * m_rateHz)), m_pump(makePump()),
       m_allowance(m_samplesPerSecond == kNoLimit ? kNoLimit : 0.0)
 { }
 
-void StreamFeed::prepare(StreamLedger &ledger)
+CreditPump StreamFeed::makePump()
 {
-    m_startTime = m_progressTime = m_nudgeTime = m_allowanceTime = Clock::now();
+    const auto grant = [this](std::uint64_t samples) { m_receiver->addCredit(samples); };
+    const auto sent = [this] {
+        look();
+        return m_status.samples_sent;
+    };
+    return {m_rateHz, {grant, sent},
+        [this](std::uint64_t frames, double share) { return hasRoom(frames, share); }};
+}
+
+void StreamFeed::prepare()
+{
+    m_startTime = m_allowanceTime = Clock::now();
     if (m_freeRun)
-        ledger.setGoal(m_goal);
+        m_ledger.setGoal(m_goal);
     if (m_receiver)
         m_receiver->setPace(m_freeRun ? VR_PACE_CREDIT : VR_PACE_REAL_TIME);
-}
-
-/// Samples that one read of the driver brings, but for the first: a window, less the frame that it
-/// kept from the window before.
-std::uint64_t StreamFeed::readSamples() const
-{
-    const int window = std::clamp(256 << deviceRateCode(m_rateHz), 4096, 32768); // bytes
-    return (std::uint64_t(window) / kBytesPerFrame - 1) * kSamplesPerFrame;
-}
-
-/// The driver's first read takes a whole window. In steps of just what is read, the credit ends
-/// where a read ends.
-std::uint64_t StreamFeed::nextRead() const
-{
-    return readSamples() + (m_granted == 0 ? kSamplesPerFrame : 0);
 }
 
 /// What it takes for the engine to get to the goal by itself.
 std::uint64_t StreamFeed::regularCredit() const
 {
-    return m_goal + kSamplesPerFrame;
+    return m_goal + EngineLimits::kFrameSamples;
 }
 
-bool StreamFeed::fits(std::uint64_t samples, double share, const StreamLedger &ledger) const
+bool StreamFeed::hasRoom(std::uint64_t frames, double share) const
 {
-    const double open = double(m_granted + samples) - double(m_writtenOff + lostSamples())
-        - double(ledger.processedSamples());
-    const auto openFrames =
-        kSpareFrames + std::uint64_t(std::max(0.0, open) * AudioFile::kRateHz / m_rateHz);
-    const auto hasRoom = [&](const OutletFill *outlet) {
-        return outlet->hasRoom(openFrames, share);
-    };
-    return open <= share * double(kInputRingSamples)
-        && double(ledger.waitingFrames() + openFrames)
-        <= share * double(StreamLedger::kAudioRingFrames)
-        && std::all_of(m_outlets.begin(), m_outlets.end(), hasRoom);
+    return double(m_ledger.waitingFrames() + frames) <= share * double(EngineLimits::kAudioRing)
+        && std::all_of(m_outlets.begin(), m_outlets.end(),
+            [&](const OutletFill *outlet) { return outlet->hasRoom(frames, share); });
 }
 
 /// What works by the clock gets its samples evenly: what was not granted in time is not made up for
 /// later.
-void StreamFeed::refillAllowance(Clock::time_point now)
+void StreamFeed::refillAllowance()
 {
     if (m_samplesPerSecond == kNoLimit)
         return;
+    const auto now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - m_allowanceTime).count();
     m_allowanceTime = now;
-    m_allowance = std::min(m_allowance + seconds * m_samplesPerSecond, 2.0 * double(nextRead()));
+    m_allowance =
+        std::min(m_allowance + seconds * m_samplesPerSecond, 2.0 * double(m_pump.nextRead()));
 }
 
-void StreamFeed::grant(std::uint64_t samples)
-{
-    m_receiver->addCredit(samples);
-    m_granted += samples;
-}
-
-void StreamFeed::advance(const StreamLedger &ledger)
+void StreamFeed::advance()
 {
     if (!m_freeRun)
         return;
-    const auto now = Clock::now();
-    noteProgress(ledger, now);
-    writeOffWhatIsLost(now);
-    refillAllowance(now);
-    while (m_granted < regularCredit() && m_allowance >= double(nextRead())
-        && fits(nextRead(), kRegularShare, ledger)) {
-        m_allowance -= double(nextRead());
-        grant(nextRead());
+    refillAllowance();
+    for (double read = double(m_pump.nextRead());
+         m_pump.granted() < regularCredit() && m_allowance >= read && m_pump.grant(processed());
+         read = double(m_pump.nextRead()))
+        m_allowance -= read;
+    // With all that it takes granted, a goal that was not reached is reason enough.
+    m_pump.nudge(processed(), m_pump.granted() >= regularCredit());
+}
+
+bool StreamFeed::isFinished()
+{
+    if (m_freeRun) {
+        if (m_ledger.isGoalReached())
+            m_creditAtGoal = std::min(m_creditAtGoal, m_pump.granted());
+        return m_ledger.isGoalReached();
     }
-    if (needsNudge(ledger, now) && fits(nextRead(), kNudgeShare, ledger))
-        grant(nextRead());
-}
-
-void StreamFeed::noteProgress(const StreamLedger &ledger, Clock::time_point now)
-{
-    if (ledger.processedSamples() == m_processedBefore)
-        return;
-    m_processedBefore = ledger.processedSamples();
-    m_progressTime = m_nudgeTime = now;
-}
-
-/// Whether the engine stands still although it has a block, or is short of one, and nothing that
-/// would wake it is on its way.
-bool StreamFeed::needsNudge(const StreamLedger &ledger, Clock::time_point now)
-{
-    if (now - m_nudgeTime < kStandsStill)
-        return false;
-    m_nudgeTime = now;
-    look();
-    if (m_status.samples_sent + readSamples() <= m_granted)
-        return false;
-    // Behind the regular credit there is a goal that was not reached, for whatever reason.
-    return m_granted >= regularCredit() || openSamples(ledger) > kLargestRest;
-}
-
-/// Samples that a fault took out of the stream never reach the engine and would block the credit
-/// for good; so would a last read that lacks bytes.
-void StreamFeed::writeOffWhatIsLost(Clock::time_point now)
-{
-    if (now - m_progressTime < kStall)
-        return;
-    m_writtenOff = m_granted - std::min(m_granted, m_processedBefore + lostSamples());
-    m_progressTime = now;
-    if (m_granted >= regularCredit())
-        grant(readSamples());
-}
-
-void StreamFeed::look()
-{
-    if (m_receiver)
-        m_receiver->getStatus(&m_status);
-}
-
-bool StreamFeed::isFinished(const StreamLedger &ledger)
-{
-    if (m_freeRun)
-        return ledger.isGoalReached();
     look();
     if (m_receiver)
         return m_status.samples_sent >= m_goal || m_status.scene_ended != 0;
@@ -211,48 +147,60 @@ void StreamFeed::halt()
     // it has.
     if (m_receiver && !m_freeRun)
         m_receiver->setPace(VR_PACE_CREDIT);
+    m_pump.restartClock();
     look();
-    m_progressTime = m_nudgeTime = Clock::now();
 }
 
-bool StreamFeed::isDraining(const StreamLedger &ledger)
+bool StreamFeed::isDraining()
 {
-    const auto now = Clock::now();
-    noteProgress(ledger, now);
     look(); // what was on its way when the feed was halted counts, too
-    if (openSamples(ledger) <= kLargestRest)
+    if (droppedSamples() == 0)
         return false;
-    if (now - m_nudgeTime < kStandsStill)
-        return true;
-    // What several nudges did not bring out is not there.
-    m_nudgeTime = now;
-    if (m_lastNudges == 0 || !m_receiver)
-        return now - m_progressTime < kLastLook;
-    --m_lastNudges;
-    grant(readSamples());
-    return true;
+    m_pump.note(processed());
+    const std::uint64_t before = m_pump.granted();
+    if (m_receiver && m_lastNudges > 0)
+        m_pump.nudge(processed(), false);
+    if (m_pump.granted() != before)
+        --m_lastNudges;
+    return m_pump.standstill() < kLastLook; // what the nudges did not bring out is not there
 }
 
-std::uint64_t StreamFeed::openSamples(const StreamLedger &ledger) const
+/// What the engine has finished, and what never gets there.
+std::uint64_t StreamFeed::processed() const
 {
-    const std::uint64_t accounted = ledger.processedSamples() + lostSamples();
-    return m_status.samples_sent - std::min(m_status.samples_sent, accounted);
+    return m_ledger.processedSamples() + lostSamples();
+}
+
+void StreamFeed::look()
+{
+    if (m_receiver)
+        m_receiver->getStatus(&m_status);
 }
 
 std::uint64_t StreamFeed::lostSamples() const
 {
-    return FtReadMeter::instance().lostBytes / kBytesPerFrame * kSamplesPerFrame;
+    return FtReadMeter::instance().lostBytes / EngineLimits::kFrameBytes
+        * EngineLimits::kFrameSamples;
 }
 
-std::uint64_t StreamFeed::droppedSamples(const StreamLedger &ledger) const
+std::uint64_t StreamFeed::droppedSamples() const
 {
-    const std::uint64_t open = openSamples(ledger);
-    return open - std::min(open, kLargestRest);
+    const std::uint64_t open = difference(m_status.samples_sent, processed());
+    return std::min(difference(open, CreditPump::kLargestRest), lostBeforeGoal());
 }
 
-std::uint64_t StreamFeed::droppedBlocks(const StreamLedger &ledger) const
+/// At most: each read that was refused on the way to the goal had to be granted once more to get
+/// there. Without a goal nobody knows.
+std::uint64_t StreamFeed::lostBeforeGoal() const
+{
+    const std::uint64_t read = m_pump.nextRead();
+    return difference(m_creditAtGoal, regularCredit() + lostSamples()) / read * read;
+}
+
+std::uint64_t StreamFeed::droppedBlocks() const
 {
     // The rest is shorter than a block, so rounding up what exceeds it gives the number of blocks.
-    return (droppedSamples(ledger) + readSamples() - 1) / readSamples();
+    const std::uint64_t read = m_pump.nextRead();
+    return (droppedSamples() + read - 1) / read;
 }
 } // namespace host

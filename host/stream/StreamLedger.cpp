@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/StreamLedger.h"
 
+#include "host_interfaces/EngineLimits.h"
+
 namespace host
 {
 void StreamLedger::beginBlock(const COMPLEX *iq, int samples)
@@ -25,7 +27,7 @@ void StreamLedger::addAudio(std::uint64_t frames)
     // The sound device frees ring space a moment before it books it, so a block may be taken for
     // lost that just fitted. That errs to the safe side: it stays in the ring and is never asked
     // for.
-    if (waitingFrames() + frames > kAudioRingFrames)
+    if (waitingFrames() + frames > EngineLimits::kAudioRing)
         m_lostFrames += frames;
     else
         m_madeFrames += frames;

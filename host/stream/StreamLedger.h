@@ -25,9 +25,6 @@ namespace host
 class StreamLedger
 {
 public:
-    /// The engine's audio ring holds so many frames and refuses a block that does not fit.
-    static constexpr std::uint64_t kAudioRingFrames = 16384;
-
     /// Reached with the block that holds the last of these samples.
     void setGoal(std::uint64_t samples) { m_goal = samples; }
 
@@ -46,7 +43,6 @@ public:
 
     /// Audio frames made, the block in work included: not all of them can be pulled yet.
     std::uint64_t madeFrames() const { return m_madeFrames; }
-    std::uint64_t tookFrames() const { return m_tookFrames; }
 
     /// Audio frames of all blocks that have been finished.
     std::uint64_t finishedFrames() const { return m_readyFrames; }

@@ -86,67 +86,8 @@ TEST_P(ReceptionToneTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
 }
 
 INSTANTIATE_TEST_SUITE_P(RatesAndModes, ReceptionToneTest,
-    testing::Values(ToneCase{48000, "USB", 5000, 1000}, ToneCase{192000, "USB", -40000, 1000},
-        ToneCase{192000, "LSB", 30000, -700}, ToneCase{192000, "DSB", 0, 1500},
-        ToneCase{1920000, "USB", 400000, 2000}, ToneCase{2560000, "LSB", -900000, -1234},
-        ToneCase{3072000, "USB", 1200000, 1000}));
-
-TEST(ReceptionTest, AmGivesTheToneOfItsSideBands)
-{
-    constexpr double kToneHz = 800.0;
-    constexpr double kPure = 0.99; // the gain control follows the tone a little
-    for (const char *mode : {"AM", "SAM"}) {
-        HostProcess host;
-        auto iq = carrier(10000.0, 0.1);
-        for (const double side : {-kToneHz, kToneHz})
-            test::add(iq, carrier(10000.0 + side, 0.025)); // 50 % modulation
-        receive(host, iq, QString("--tune 14.01M --mode ") + mode);
-        EXPECT_GT(purity(settledLeft(host.audio("a.wav")), kToneHz), kPure) << mode;
-    }
-}
-
-/// A carrier at 10 kHz whose phase swings by a tone: 2.5 kHz deviation at 1 kHz.
-std::vector<COMPLEX> narrowFm()
-{
-    constexpr double kToneHz = 1000.0;
-    constexpr double kIndex = 2.5;
-    std::vector<COMPLEX> iq(2 * kSceneRateHz);
-    for (int n = 0; n < 2 * kSceneRateHz; ++n) {
-        const double time = double(n) / kSceneRateHz;
-        const double phase =
-            2.0 * M_PI * 10000.0 * time + kIndex * std::sin(2.0 * M_PI * kToneHz * time);
-        iq[std::size_t(n)] = {0.1 * std::cos(phase), 0.1 * std::sin(phase)};
-    }
-    return iq;
-}
-
-TEST(ReceptionTest, NarrowFmGivesTheToneOfItsSwing)
-{
-    constexpr double kPure = 0.99;
-    HostProcess host;
-    receive(host, narrowFm(), "--tune 14.01M --mode NFM");
-    EXPECT_GT(purity(settledLeft(host.audio("a.wav")), 1000.0), kPure);
-}
-
-TEST(ReceptionTest, TheSquelchOpensAboveItsThresholdOnly)
-{
-    constexpr double kAudible = 1e-3; // full scale is 1
-    constexpr double kMargin = 10.0;  // dB between the channel's level and the threshold
-    HostProcess open;
-    receive(open, narrowFm(), "--tune 14.01M --mode NFM");
-    const double level = open.report("r.json")["meters"].toObject()["channel_a_dbm"].toDouble();
-    for (const char *mode : {"NFM", "AM"}) { // its two places in the receiver
-        for (const double distance : {-kMargin, kMargin}) {
-            HostProcess host;
-            receive(host, narrowFm(),
-                QString("--tune 14.01M --mode %1 --filter -6000:6000 --squelch %2")
-                    .arg(mode)
-                    .arg(qRound(level + distance)));
-            const double heard = test::rms(settledLeft(host.audio("a.wav")));
-            EXPECT_EQ(heard > kAudible, distance < 0.0) << mode << ' ' << distance << ' ' << heard;
-        }
-    }
-}
+    testing::Values(ToneCase{48000, "USB", 5000, 1000}, ToneCase{192000, "LSB", 30000, -700},
+        ToneCase{3072000, "DSB", 1200000, 1000}));
 
 TEST(ReceptionTest, ASecondStationIsHeardAlong)
 {
@@ -176,49 +117,10 @@ TEST(ReceptionTest, ASecondStationIsHeardAlong)
     }
 }
 
-TEST(ReceptionTest, TheGainControlObeysItsMode)
-{
-    constexpr double kToleranceDb = 0.5;
-    // 40 dB between two stations: hidden while the control is on, fully there while it is off.
-    const auto change = [](const QString &agc) {
-        double rms[2] = {};
-        for (int i = 0; i < 2; ++i) {
-            HostProcess host;
-            receive(host, carrier(11000.0, i == 0 ? 0.001 : 0.1), "--tune 14.01M " + agc);
-            rms[i] = test::rms(settledLeft(host.audio("a.wav")));
-        }
-        return test::decibels(rms[1] / rms[0]);
-    };
-    EXPECT_NEAR(change("--agc off --agc-gain 0"), 40.0, kToleranceDb);
-    EXPECT_NEAR(change("--agc fast --agc-gain 120"), 0.0, kToleranceDb);
-}
-
-TEST(ReceptionTest, NeighboursAndTheOtherSideBandAreSuppressed)
-{
-    constexpr int kRateHz = 192000;
-    constexpr double kTuneOffsetHz = 9000.0;
-    constexpr double kStationHz = 1000.0;
-    constexpr double kStronger = 100.0; // than the station, so the gain control cannot hide it
-    constexpr double kRejectionDb = 60.0;
-    for (const double interfererHz : {2000.0, -1200.0}) { // from the tuned frequency
-        HostProcess host;
-        auto iq = test::tone(kRateHz, (kTuneOffsetHz + kStationHz) / kRateHz, 0.005);
-        test::add(
-            iq, test::tone(kRateHz, (kTuneOffsetHz + interfererHz) / kRateHz, 0.005 * kStronger));
-        host.run(QString("--scene %1 --scene-rate 192k --scene-frequency 14M --rate 192k --tune "
-                         "14.009M --filter 500:1500 --free-run --out a.wav")
-                     .arg(host.writeScene("scene.f64", iq)));
-        ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
-        const auto left = settledLeft(host.audio("a.wav"));
-        const double ratio = levelAt(left, std::abs(interfererHz)) / levelAt(left, kStationHz);
-        EXPECT_LT(test::decibels(ratio / kStronger), -kRejectionDb) << interfererHz;
-    }
-}
-
 TEST(ReceptionTest, FreeRunsGiveTheSameFile)
 {
-    constexpr int kRuns = 4;
-    for (const char *rate : {"48k", "192k", "1.536M"}) {
+    constexpr int kRuns = 2;
+    for (const char *rate : {"192k", "1.536M"}) {
         HostProcess host;
         for (int i = 0; i < kRuns; ++i) {
             host.run(QString("--rate %1 --tune 7.105M --seconds 2 --free-run --out %2.wav")
@@ -242,13 +144,34 @@ TEST(ReceptionTest, AFreeRunThatLosesSamplesStillEnds)
     }
 }
 
-TEST(ReceptionTest, SecondsEndAnEndlessScene)
+TEST(ReceptionTest, TheReportTellsHowMuchLaterTheAudioIs)
 {
-    HostProcess host;
-    host.run("--seconds 1.5 --free-run --out a.wav --report r.json");
-    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
-    EXPECT_NEAR(double(host.audio("a.wav").size()), 1.5 * kAudioRateHz, 0.02 * kAudioRateHz);
-    EXPECT_EQ(host.report("r.json")["ending"].toString(), "duration reached");
+    constexpr double kToleranceMs = 0.4; // a window is 1 ms, the told figure is good to 0.2
+    constexpr double kOnsetSeconds = 1.0;
+    for (const int rateHz : {48000, 192000}) {
+        auto iq = test::tone(2 * rateHz, 6000.0 / rateHz, 0.01);
+        std::fill_n(iq.begin(), int(kOnsetSeconds * rateHz), COMPLEX{});
+        HostProcess host;
+        host.run(QString("--scene %1 --scene-rate %2 --scene-frequency 14M --rate %2 --tune "
+                         "14.004M --agc off --agc-gain 0 --free-run --out a.wav --report r.json")
+                     .arg(host.writeScene("scene.f64", iq))
+                     .arg(rateHz));
+        ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
+        const auto audio = host.audio("a.wav");
+        // A filter of linear phase lets half of the amplitude through at the very onset. Two
+        // periods of the tone are one window.
+        constexpr std::size_t kWindow = 48;
+        const auto level = [&](std::size_t at) {
+            return test::rms({audio.begin() + long(at), audio.begin() + long(at + kWindow)});
+        };
+        const double half = level(audio.size() - 4800) / 2.0;
+        std::size_t at = 4800;
+        while (at + 2 * kWindow < audio.size() && level(at) < half)
+            ++at;
+        const double onset = double(at + kWindow / 2) / kAudioRateHz;
+        const double delayMs = host.report("r.json")["audio"].toObject()["delay_ms"].toDouble();
+        EXPECT_NEAR(delayMs, 1e3 * (onset - kOnsetSeconds), kToleranceMs) << rateHz;
+    }
 }
 
 TEST(ReceptionTest, RealTimeTakesItsTime)
@@ -337,6 +260,21 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
     }
     host.run("--seconds 0.5 --free-run --out a.wav --agc-gain 60");
     EXPECT_EQ(host.bytes("a.wav"), plain["USB"]); // the host's own ceiling
+}
+
+/// A carrier at 10 kHz whose phase swings by a tone: 2.5 kHz deviation at 1 kHz.
+std::vector<COMPLEX> narrowFm()
+{
+    constexpr double kToneHz = 1000.0;
+    constexpr double kIndex = 2.5;
+    std::vector<COMPLEX> iq(2 * kSceneRateHz);
+    for (int n = 0; n < 2 * kSceneRateHz; ++n) {
+        const double time = double(n) / kSceneRateHz;
+        const double phase =
+            2.0 * M_PI * 10000.0 * time + kIndex * std::sin(2.0 * M_PI * kToneHz * time);
+        iq[std::size_t(n)] = {0.1 * std::cos(phase), 0.1 * std::sin(phase)};
+    }
+    return iq;
 }
 
 TEST(ReceptionTest, TheAudioOfFilesIsShaped)
@@ -428,6 +366,8 @@ TEST(ReceptionTest, WhatCannotBeUsedIsNamedInOneLine)
         {"--fault sunshine", "sunshine"},
         {"--out no/such/folder/a.wav", "no/such/folder/a.wav"},
         {"--report no/such/folder/r.json", "no/such/folder/r.json"},
+        {"--record wave --record-path no/such/folder", "no/such/folder"},
+        {"--scene empty.f64 --scene-rate 192k --out empty.f64", "--scene"},
     };
     for (const auto &c : cases) {
         HostProcess host;

@@ -116,8 +116,10 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
     constexpr unsigned kBlock = 1024;
     std::vector<COMPLEX> audio;
     std::vector<float> in, out(2 * kBlock);
+    CreditPump pump = makePump();
+    const std::uint64_t start = m_ledger.processedSamples();
     while (double(audio.size()) < seconds * kAudioRateHz) {
-        waitForAudio(kBlock);
+        waitForAudio(kBlock, pump, start);
         m_bridge->soundOut()->pull(in, out, kBlock, 2);
         m_ledger.took(kBlock);
         for (unsigned i = 0; i < kBlock; ++i)
@@ -126,21 +128,28 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
     return audio;
 }
 
-/// Lets the receiver send for one block after the other. The next one follows when the engine has
-/// stood still for a while, so nothing piles up however long it takes.
-void PluginRig::waitForAudio(std::uint64_t frames)
+/// Counts from here on: what was sent before has been processed or never will be.
+CreditPump PluginRig::makePump() const
 {
-    constexpr int kStepMs = 2;
-    constexpr int kStillMs = 20;
-    std::uint64_t before = m_ledger.processedSamples();
-    for (int still = kStillMs; m_ledger.readyFrames() < frames; still += kStepMs) {
-        if (m_ledger.processedSamples() != before)
-            still = 0;
-        before = m_ledger.processedSamples();
-        if (still >= kStillMs) {
-            vr_add_credit(std::uint64_t(receiver().sample_rate_hz) * frames / kAudioRateHz);
-            still = 0;
-        }
+    const std::uint64_t before = receiver().samples_sent;
+    return {receiver().sample_rate_hz,
+        {vr_add_credit, [this, before] { return receiver().samples_sent - before; }},
+        [this](std::uint64_t frames, double share) {
+            return double(m_ledger.waitingFrames() + frames)
+                <= share * double(EngineLimits::kAudioRing);
+        }};
+}
+
+void PluginRig::waitForAudio(std::uint64_t frames, CreditPump &pump, std::uint64_t start)
+{
+    constexpr int kStepMs = 1;
+    while (m_ledger.readyFrames() < frames) {
+        const std::uint64_t processed = m_ledger.processedSamples() - start;
+        // No more than it takes: a test may change something before it listens again.
+        const double missing = double(frames - m_ledger.readyFrames());
+        const auto wanted = std::uint64_t(missing * receiver().sample_rate_hz / kAudioRateHz);
+        while (pump.granted() < processed + wanted && pump.grant(processed)) { }
+        pump.nudge(processed, pump.granted() >= processed + wanted);
         wait(kStepMs);
     }
 }

@@ -8,6 +8,7 @@
 #include "stream/StreamLedger.h"
 #include "support/TemporarySettings.h"
 
+#include "host_interfaces/CreditPump.h"
 #include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 #include "virtual_receiver/virtual_receiver.h"
@@ -66,7 +67,8 @@ public:
     vr_status receiver() const;
 
 private:
-    void waitForAudio(std::uint64_t frames);
+    CreditPump makePump() const;
+    void waitForAudio(std::uint64_t frames, CreditPump &pump, std::uint64_t start);
 
     TemporarySettings m_folder;
     host::StreamLedger m_ledger;

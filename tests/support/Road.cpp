@@ -17,9 +17,6 @@ namespace test
 {
 namespace
 {
-// In flight at most.
-constexpr std::uint64_t kInFlight = EngineLimits::kInputRing * 3 / 4;
-constexpr std::uint64_t kFrameSamples = EngineLimits::kFrameSamples;
 constexpr auto kPoll = std::chrono::microseconds(200);
 constexpr auto kGiveUp = std::chrono::seconds(20);
 
@@ -34,7 +31,7 @@ int codeOf(double rateHz)
 } // namespace
 
 Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
-    : m_settings(settings), m_grant(std::move(grant)),
+    : m_pump(settings.rateHz, {std::move(grant)}),
       m_engine(std::make_shared<ZephrinMDSP>(m_bridge.threadPool(), m_bridge, nullptr)),
       m_driver(std::make_unique<HardwareZephrinNANO>(m_engine))
 {
@@ -89,14 +86,7 @@ Road::~Road()
 
 void Road::keepGranted()
 {
-    // Whole read windows, so that no read ends short; the first one has nothing left from before.
-    const std::uint64_t window =
-        EngineLimits::readWindow(codeOf(m_settings.rateHz)) / EngineLimits::kFrameBytes;
-    while (m_granted + window * kFrameSamples <= m_processed + kInFlight) {
-        const std::uint64_t frames = m_granted == 0 ? window : window - 1;
-        m_grant(frames * kFrameSamples);
-        m_granted += frames * kFrameSamples;
-    }
+    while (m_pump.grant(m_processed)) { }
 }
 
 std::vector<COMPLEX> Road::receive(std::size_t frames)

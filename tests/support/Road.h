@@ -4,6 +4,7 @@
 #include "support/TestHost.h"
 
 #include "DspCore/types.h"
+#include "host_interfaces/CreditPump.h"
 
 #include <cstdint>
 #include <ctime>
@@ -58,14 +59,12 @@ public:
 private:
     void keepGranted();
 
-    Settings m_settings;
-    std::function<void(std::uint64_t)> m_grant;
+    CreditPump m_pump;
     TestBridge m_bridge;
     TestIqServer m_iqServer;
     TestSensors m_sensors;
     std::shared_ptr<ZephrinMDSP> m_engine;
     std::unique_ptr<HardwareZephrinNANO> m_driver;
-    std::uint64_t m_granted = 0;
 
     // Written by the engine thread.
     std::atomic<std::uint64_t> m_processed{0};

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "settings/FileCheck.h"
+
+#include "settings/HostSettings.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+class FileCheckTest : public testing::Test
+{
+protected:
+    FileCheckTest()
+    {
+        for (const char *name : {"scene.wav", "other.wav"}) {
+            QFile file(path(name));
+            file.open(QIODevice::WriteOnly);
+        }
+        QDir(m_folder.path()).mkdir("folder");
+        link(qPrintable(path("scene.wav")), qPrintable(path("hard.wav")));
+        symlink("../scene.wav", qPrintable(path("folder/soft.wav")));
+        symlink("new.wav", qPrintable(path("ahead.wav"))); // to what is not there yet
+        mkfifo(qPrintable(path("pipe")), 0600);
+    }
+
+    QString path(const QString &name) const
+    {
+        return name.isEmpty() || name.startsWith('/') ? name : m_folder.filePath(name);
+    }
+
+    const QTemporaryDir m_folder;
+};
+
+TEST_F(FileCheckTest, AnOutputIsNeitherAnInputNorAnotherOutput)
+{
+    const struct
+    {
+        const char *scene;
+        const char *out;
+        const char *vacOut;
+        const char *report;
+        QStringList named; // empty: all is well
+    } cases[] = {
+        {"scene.wav", "a.wav", "b.wav", "r.json", {}},
+        {"scene.wav", "other.wav", "", "", {}},
+        {"scene.wav", "scene.wav", "", "", {"--out", "--scene", "scene.wav"}},
+        {"scene.wav", "hard.wav", "", "", {"--out", "--scene", "hard.wav"}},
+        {"scene.wav", "folder/soft.wav", "", "", {"--out", "--scene"}},
+        {"folder/soft.wav", "", "", "scene.wav", {"--report", "--scene"}},
+        {"", "a.wav", "a.wav", "", {"--vac-out", "--out", "a.wav"}},
+        {"", "a.wav", "folder/../a.wav", "", {"--vac-out", "--out"}},
+        {"", "ahead.wav", "", "new.wav", {"--report", "--out"}},
+        {"", "a.wav", "", "settings.ini", {"--report", "--settings"}},
+        {"", "pipe", "pipe", "", {}},
+        {"", "/dev/null", "/dev/null", "/dev/null", {}},
+    };
+    for (const auto &c : cases) {
+        host::HostSettings settings;
+        settings.settingsFile = path("settings.ini");
+        settings.sceneFile = path(c.scene);
+        settings.outFile = path(c.out);
+        settings.vac.file = path(c.vacOut);
+        settings.reportFile = path(c.report);
+        const QString problem = host::checkFiles(settings);
+        EXPECT_EQ(problem.isEmpty(), c.named.isEmpty()) << c.out << ": " << qPrintable(problem);
+        for (const QString &name : c.named)
+            EXPECT_TRUE(problem.contains(name)) << qPrintable(problem);
+    }
+}
+
+TEST_F(FileCheckTest, EachOutputNeedsAFolderThatTakesIt)
+{
+    const auto lines = [this](const QString &name) {
+        host::HostSettings settings;
+        QStringList problems;
+        for (QString *output : {&settings.outFile, &settings.vac.file, &settings.lineOut.file,
+                 &settings.spectrum.panoramaFile, &settings.spectrum.waterfallFile,
+                 &settings.spectrum.audioSpectrumFile, &settings.reportFile}) {
+            *output = path(name);
+            problems += host::checkFiles(settings);
+            output->clear();
+        }
+        settings.recording.format = vm::file::IQFile::HDSDR;
+        settings.recording.folder = path(name) + "/..";
+        return problems << host::checkFiles(settings);
+    };
+    EXPECT_EQ(lines("new.wav").filter("new.wav"),
+        QStringList("--record-path: the folder " + path("new.wav") + "/.. does not exist"));
+    EXPECT_EQ(lines("none/a.wav").filter("does not exist").size(), 8);
+    EXPECT_EQ(lines("folder").filter("is a folder").size(), 7);
+    EXPECT_EQ(lines("scene.wav/a.wav").filter("is no folder").size(), 7);
+}
+} // namespace
