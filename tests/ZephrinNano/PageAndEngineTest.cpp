@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The page's controls and the engine behind them, joined as the plugin joins them. What the engine
+// The page's controls and the engine, joined as the plugin joins them. What the engine
 // holds is heard: two engines agree if they make the same of the same stream, sample for sample.
 #include "Options/OptionsTest.h"
 #include "Options/ZephrinMOptions.h"

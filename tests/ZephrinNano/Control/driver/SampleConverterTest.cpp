@@ -42,7 +42,7 @@ TEST(SampleConverterTest, LargestPositiveCodeIsOneAndTheSignIsKept)
     }
 }
 
-// Buffers end with the last component, so that a sanitizer sees a load or a store behind them.
+// Buffers end with the last component, so that a sanitizer sees a load or a store after them.
 TEST(SampleConverterTest, FastFormGivesTheBitsOfThePlainOneAtEveryLength)
 {
     std::mt19937 random(3);

@@ -35,8 +35,8 @@ Range framesHit(const Fault &fault)
     return {offset < kMarker ? frame - 1 : frame, between ? frame : last + 1};
 }
 
-// The most samples that one fault may cost. A single byte behind the frame's head leaves a frame of
-// 511 or 513 bytes, which keeps what is ahead of the lost byte or behind the added one; everything
+// The most samples that one fault may cost. A single byte after the frame's head leaves a frame of
+// 511 or 513 bytes, which keeps what is before the lost byte or after the added one; everything
 // else costs the frames it hits.
 std::size_t mostSamplesLost(const Fault &fault)
 {
@@ -93,7 +93,7 @@ Bytes damaged(const Bytes &whole, const std::vector<Fault> &faults, std::mt19937
     return stream;
 }
 
-// Reads the stream in windows, each behind the tail of the one before.
+// Reads the stream in windows, each after the tail of the one before.
 std::vector<long long> numbersRead(const Bytes &stream, std::size_t window)
 {
     std::vector<long long> numbers;
@@ -125,7 +125,7 @@ TEST_P(StreamRecoveryTest, FaultCostsNoMoreThanTheFramesItHits)
     std::mt19937 random(unsigned(window) + 5);
     const auto faults = randomFaults(random);
     const std::size_t last = framesHit(faults.back()).end;
-    // Enough frames behind the last fault that the tail of the last window is whole.
+    // Enough frames after the last fault that the tail of the last window is whole.
     const Bytes whole = test::frames(last + 3 * window / test::kFrame);
     const auto numbers = numbersRead(damaged(whole, faults, random), window);
 

@@ -22,7 +22,7 @@
 ///
 ///   512      a whole frame
 ///   513      a byte came in: samples are read one byte later, the peak word where it always is
-///   511      a byte was lost, taken to be behind the samples kept: all but the last sample
+///   511      a byte was lost, taken to be after the samples kept: all but the last sample
 ///   other    not a frame; dropped
 ///
 /// So a lost or added byte costs at most its own frame, or two frames if it hits a marker, and the

@@ -9,7 +9,7 @@ namespace
 {
 #if defined(__x86_64__)
 // Eight components (24 bytes) a turn. Two overlapping 16-byte loads cover exactly those bytes, so
-// nothing behind them is touched:
+// nothing after them is touched:
 //
 //   byte   0           8     12       16                24
 //   low    |--- components 0..3 --|...|
