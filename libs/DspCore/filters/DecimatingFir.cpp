@@ -5,6 +5,7 @@
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/LowpassDesign.h"
 #include "DspCore/filters/Resampler.h"
+#include "signal_primitives/ipps.h"
 
 #include <algorithm>
 #include <cassert>
@@ -14,10 +15,10 @@ namespace DspCore
 namespace
 {
 constexpr int kMostSets = 3;
-constexpr int kLeastDecimation = 8; // at 4 it costs as much as the two blocks; measured
+constexpr int kLargestTransformed = 8; // from 16 on the sums over windows cost less; measured
 
-// A window is this many samples longer than a multiple of a cache line, and its room in front of
-// the line as well: at even decimations each window begins on a cache line.
+// A window is a multiple of a cache line, and its room in front of the line one sample less, so
+// that at even decimations each window begins on a cache line.
 constexpr int kLineSamples = 4;
 constexpr int kLineLength = 2 * SIGNAL_MAX_SIZE;
 
@@ -42,7 +43,14 @@ std::vector<double> bandLimit(double edge, int taps)
 
 bool DecimatingFir::pays(int up, int down)
 {
-    return up >= 1 && up <= kMostSets && down >= kLeastDecimation * up;
+    return up >= 1 && up <= kMostSets
+        && (isTransformed(up, down) || down > kLargestTransformed * up);
+}
+
+/// Decimations that a block of 512 leaves at the phase where it began.
+bool DecimatingFir::isTransformed(int up, int down)
+{
+    return up == 1 && down >= 1 && down <= kLargestTransformed && kBlock % down == 0;
 }
 
 void DecimatingFir::init(double edge, int taps, int up, int down)
@@ -55,6 +63,7 @@ void DecimatingFir::init(double edge, int taps, int up, int down)
     mDown = down;
     mPhase = 0;
     mWindow = roundedUp(taps + perPhase - 1);
+    mTransforms = isTransformed(up, down) && mWindow <= kBlock;
     mTaps.assign(std::size_t(up), Taps(std::size_t(2 * mWindow), 0.0));
     for (int phase = 0; phase < up; ++phase) {
         // Tap i is that of the sample i samples before the newest.
@@ -67,15 +76,47 @@ void DecimatingFir::init(double edge, int taps, int up, int down)
             }
         }
     }
-    mLine.resize(std::size_t(mWindow + kLineLength));
+    if (mTransforms)
+        setUpTransform();
+    // Room for what a transform wants to see in front of a block.
+    mHistory = mTransforms ? kBlock + kLineSamples - 1 : mWindow - 1;
+    mLine.resize(std::size_t(mHistory + kLineLength));
     clear();
+}
+
+void DecimatingFir::setUpTransform()
+{
+    constexpr int kPoints = 2 * kBlock;
+    mForward.init(kPoints);
+    mInverse.init(kPoints / mDown);
+    mWork.resize(kPoints);
+    mSpectrum.assign(kPoints, COMPLEX{0.0, 0.0});
+    // Times the number of points, which the forward transform divides by.
+    const double *const newest = mTaps[0].data() + 2 * (mWindow - 1);
+    for (int i = 0; i < mWindow; ++i)
+        mSpectrum[std::size_t(i)].re = kPoints * newest[-2 * i];
+    mForward.direct(mSpectrum.data());
+}
+
+/// Overlap-save: the second half of the circular convolution is that of the stream.
+void DecimatingFir::transformBlock(const COMPLEX *block, COMPLEX *out)
+{
+    constexpr int kPoints = 2 * kBlock;
+    const int folded = kPoints / mDown;
+    std::copy_n(block - kBlock, kPoints, mWork.begin());
+    mForward.direct(mWork.data());
+    ippsMul_64fc_I(mSpectrum.data(), mWork.data(), kPoints);
+    for (int image = folded; image < kPoints; image += folded)
+        ippsAdd_64fc_I(mWork.data() + image, mWork.data(), folded);
+    mInverse.invers(mWork.data());
+    std::copy_n(mWork.begin() + folded / 2, folded / 2, out);
 }
 
 void DecimatingFir::clear()
 {
     // The first output's window ends with the first input.
-    mEnd = mWindow - 1;
-    std::fill_n(mLine.begin(), mWindow - 1, COMPLEX{0.0, 0.0});
+    mEnd = mHistory;
+    std::fill_n(mLine.begin(), mHistory, COMPLEX{0.0, 0.0});
 }
 
 void DecimatingFir::process(const COMPLEX *in, int length, COMPLEX *out, int &outLength)
@@ -85,12 +126,17 @@ void DecimatingFir::process(const COMPLEX *in, int length, COMPLEX *out, int &ou
     if (mUp == 0 || length < 1)
         return;
     if (mEnd + length > int(mLine.size())) {
-        std::copy(mLine.begin() + mEnd - (mWindow - 1), mLine.begin() + mEnd, mLine.begin());
-        mEnd = mWindow - 1;
+        std::copy(mLine.begin() + mEnd - mHistory, mLine.begin() + mEnd, mLine.begin());
+        mEnd = mHistory;
     }
     std::copy_n(in, length, mLine.begin() + mEnd);
 
     outLength = Resampler::outputsOf(length, mUp, mPhase, mDown);
+    if (mTransforms && length == kBlock && mPhase == 0) {
+        transformBlock(mLine.data() + mEnd, out);
+        mEnd += length;
+        return;
+    }
     const COMPLEX *const oldest =
         mLine.data() + mEnd - (mWindow - 1); // of the first input's window
     for (int first = 0; first < std::min(mUp, outLength); ++first) {

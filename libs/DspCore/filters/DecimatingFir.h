@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DspCore/AlignedVector.h"
+#include "DspCore/fft/FFT64.h"
 #include "DspCore/types.h"
 
 #include <vector>
@@ -19,8 +20,15 @@ namespace DspCore
 /// At 3.072 MHz one sample in 64 goes on to the receiver: the two blocks filter all of them, this
 /// one spends 507 products of a real tap on each that goes on. Outputs with the same place between
 /// two inputs have the same taps; `up` such sets are kept, and outputs of one set are summed side
-/// by side. Length and timing of the output are Resampler's, its values too but for the rounding of
-/// single precision, which this block does without. Not thread-safe.
+/// by side.
+///
+/// At a low decimation the window's products are more than a transform costs: of a block of 512
+/// samples that begins with an output, together with the 512 before it, the spectrum is multiplied
+/// by the filter's and folded, bins that fall onto each other after the decimation summed, and a
+/// transform `down` times shorter gives the outputs.
+///
+/// Length and timing of the output are Resampler's, its values too but for the rounding of single
+/// precision, which this block does without. Not thread-safe.
 class DecimatingFir
 {
 public:
@@ -39,14 +47,26 @@ public:
     void clear();
 
 private:
+    static constexpr int kBlock = 512; // that is worth a transform, with as much history
+
+    static bool isTransformed(int up, int down);
+    void setUpTransform();
+    void transformBlock(const COMPLEX *newest, COMPLEX *out);
+
     using Taps = AlignedVector<double>; // oldest sample's first, each twice: for both parts
 
     int mUp = 0;
     int mDown = 0;
-    int mPhase = 0;  // steps from the next input to the next output; one input is `up` steps
-    int mWindow = 0; // samples that an output sees
+    int mPhase = 0;   // steps from the next input to the next output; one input is `up` steps
+    int mWindow = 0;  // samples that an output sees
+    int mHistory = 0; // samples kept in front of a block
     std::vector<Taps> mTaps;
     AlignedVector<COMPLEX> mLine; // inputs, the oldest first
     int mEnd = 0;                 // of the inputs
+    bool mTransforms = false;
+    AlignedVector<COMPLEX> mSpectrum; // of the filter
+    AlignedVector<COMPLEX> mWork;
+    FFT64 mForward;
+    FFT64 mInverse;
 };
 } // namespace DspCore
