@@ -11,7 +11,6 @@ namespace host
 {
 namespace
 {
-constexpr double kLowestTopHz = 100.0;
 constexpr float kSameDb = 0.05f;
 
 bool isSame(const std::vector<float> &left, const std::vector<float> &right)
@@ -21,15 +20,11 @@ bool isSame(const std::vector<float> &left, const std::vector<float> &right)
 }
 } // namespace
 
-void AudioSpectrumPicture::setHighestHz(double hertz)
-{
-    m_highestHz = std::clamp(hertz, kLowestTopHz, AudioSpectrum::kRateHz / 2.0);
-}
-
 QImage AudioSpectrumPicture::image() const
 {
     // An even number of bins, with the middle one as the centre of the axis.
-    const auto bins = 2 * std::size_t(std::ceil(m_highestHz / AudioSpectrum::kBinHz / 2.0));
+    const auto bins =
+        2 * std::size_t(std::ceil(AudioSpectrum::kRateHz / 2.0 / AudioSpectrum::kBinHz / 2.0));
     const double topHz = double(bins) * AudioSpectrum::kBinHz;
     std::vector<float> left = m_spectrum.left();
     std::vector<float> right = m_spectrum.right();

@@ -22,9 +22,6 @@ public:
 
     void setTitle(const QString &title) { m_title = title; }
 
-    /// The upper end of the frequency axis, 100 to 24000 Hz.
-    void setHighestHz(double hertz);
-
     /// Brought inside 320 x 200 to 8192 x 8192.
     void setSize(QSize size) { m_size = size; }
 
@@ -37,7 +34,6 @@ public:
 private:
     AudioSpectrum m_spectrum;
     QString m_title;
-    double m_highestHz = AudioSpectrum::kRateHz / 2.0;
     QSize m_size = PictureLayout::kDefaultSize;
 };
 } // namespace host

@@ -30,12 +30,9 @@ public:
         {
             const std::lock_guard lock(m_mutex);
             m_function.swap(function);
-            m_isSet = bool(m_function);
         }
         --m_changes;
     }
-
-    bool isSet() const { return m_isSet; }
 
     /// Result() without a function.
     Result call(Args... args)
@@ -48,8 +45,7 @@ public:
 
 private:
     std::mutex m_mutex;
-    Function m_function; // guarded by m_mutex
-    std::atomic<bool> m_isSet = false;
+    Function m_function;            // guarded by m_mutex
     std::atomic<int> m_changes = 0; // set() calls under way
 };
 } // namespace host

@@ -1,46 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "services/AudioSource.h"
+#include "services/HostOutlet.h"
 
 #include "host_interfaces/LineOutAbstract.h"
 
-#include <atomic>
-
 namespace host
 {
-/// A line output: off until the host opens it at a rate of its choice.
-///
-/// Threads: open() and close() on the GUI thread, pull() on the audio thread.
-class HostLineOut : public LineOutAbstract
+/// The line output.
+class HostLineOut : public HostOutlet<LineOutAbstract>
 {
-    Q_OBJECT
-
 public:
-    using LineOutAbstract::LineOutAbstract;
-
-    /// Raises opened(), after closed() if it was open at another rate. False for a rate of 0.
-    bool open(quint64 sampleRateHz);
-
-    /// Raises closed() if it was open.
-    void close();
-
-    bool isOpen() const { return m_isOpen; }
-
-    /// Hertz; valid while open.
-    quint64 sampleRateHz() const { return m_sampleRateHz; }
-
-    void setAudioCallback(AudioCallback callback) override
-    {
-        m_source.setCallback(std::move(callback));
-    }
-
-    /// See AudioSource::pull(); false also while closed.
-    bool pull(std::vector<float> &in, std::vector<float> &out, unsigned long frames,
-        unsigned long channels)
-    {
-        return m_isOpen && m_source.pull(in, out, frames, channels);
-    }
+    using HostOutlet::HostOutlet;
 
     void reserved2() override { }
     void reserved3() override { }
@@ -52,10 +23,5 @@ public:
     void reserved9() override { }
     void reserved10() override { }
     void reserved11() override { }
-
-private:
-    AudioSource m_source;
-    quint64 m_sampleRateHz = 0;
-    std::atomic<bool> m_isOpen = false;
 };
 } // namespace host

@@ -13,20 +13,4 @@ HostManager::HostManager(
     connect(&m_preamp, &PreampControl::preampValueChanged, this,
         &DeviceManagerAbstract::preampValueChanged);
 }
-
-void HostManager::setDeviceMenu(QMenu *menu)
-{
-    if (m_deviceMenu == menu)
-        return;
-    m_deviceMenu = menu;
-    Q_EMIT deviceMenuChanged(menu);
-}
-
-void HostManager::setServerStatus(int status)
-{
-    if (m_serverStatus == status)
-        return;
-    m_serverStatus = status;
-    Q_EMIT serverStatusChanged(status);
-}
 } // namespace host

@@ -18,37 +18,28 @@ class HostManager : public DeviceManagerAbstract
     Q_OBJECT
 
 public:
-    static constexpr int kDisconnected = 0;
-    static constexpr int kConnected = 2;
-
     /// The sensors must outlive the manager; the parent of message boxes may be null.
     HostManager(SensorsAbstract *sensors, const PreampControl::Limits &preampLimits,
         QWidget *parentWidget = nullptr);
 
     /// The device's menu; null before there is one and after the device has deleted it.
     QMenu *deviceMenu() const { return m_deviceMenu; }
-    void setDeviceMenu(QMenu *menu) override;
+    void setDeviceMenu(QMenu *menu) override { m_deviceMenu = menu; }
 
     QWidget *parentWidget() override { return m_parentWidget; }
 
     /// Asks the device whether a receiver is plugged in; false without a device.
     bool isDeviceAvailable() { return Q_EMIT sDeviceAvalible(); }
 
-    int serverStatus() const { return m_serverStatus; }
-
     PreampControl &preamp() { return m_preamp; }
 
 public Q_SLOTS:
-    void setServerStatus(int status) override;
-
-Q_SIGNALS:
-    void deviceMenuChanged(QMenu *menu);
-    void serverStatusChanged(int status);
+    /// Nobody listens: the device's servers have no clients here.
+    void setServerStatus(int) override { }
 
 private:
     PreampControl m_preamp;
     QPointer<QMenu> m_deviceMenu;
     QPointer<QWidget> m_parentWidget;
-    int m_serverStatus = kDisconnected;
 };
 } // namespace host

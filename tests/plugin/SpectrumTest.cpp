@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
-#include "pictures/PeakFinder.h"
+#include "support/Peak.h"
 #include "support/Signals.h"
 
 #include <QFile>
@@ -69,8 +69,7 @@ protected:
     double levelAt(const std::vector<float> &line, double hz, double centreHz = kCentreHz)
     {
         constexpr double kReachHz = 100.0;
-        const auto peak = host::PeakFinder({centreHz, kRateHz}, line).peakNear(hz, kReachHz);
-        return peak ? peak->levelDb : -200.0;
+        return test::peakNear(centreHz, kRateHz, line, hz, kReachHz).levelDb;
     }
 
     double audioLevelAt(double hz) const

@@ -2,7 +2,7 @@
 #include "pictures/AudioSpectrum.h"
 
 #include "pictures/AudioSpectrumPicture.h"
-#include "pictures/PeakFinder.h"
+#include "support/Peak.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,7 +13,11 @@ namespace
 {
 using host::AudioSpectrum;
 
-constexpr host::PictureAxis kAxis{12000.0, 24000.0};
+constexpr struct
+{
+    double centerHz;
+    double spanHz;
+} kAxis{12000.0, 24000.0};
 constexpr std::size_t kSecond = 48000;
 
 /// One second; each channel a sine of its own.
@@ -38,13 +42,15 @@ TEST(AudioSpectrumTest, ReadsEachChannelsToneInItsOwnChannelOnly)
     const auto right = spectrum.right();
     constexpr double kErrorDb = 0.1;
     constexpr double kCrosstalkDb = -130.0; // rounding of single-precision audio
-    const auto atLeft = host::PeakFinder(kAxis, left).peakNear(1000.0, 50.0);
-    const auto atRight = host::PeakFinder(kAxis, right).peakNear(15000.0, 50.0);
-    EXPECT_NEAR(atLeft->levelDb, -6.02, kErrorDb);
-    EXPECT_NEAR(atLeft->frequencyHz, 1001.3, 0.2);
-    EXPECT_NEAR(atRight->levelDb, -40.0, kErrorDb);
-    EXPECT_LT(host::PeakFinder(kAxis, right).peakNear(1000.0, 50.0)->levelDb, kCrosstalkDb);
-    EXPECT_LT(host::PeakFinder(kAxis, left).peakNear(15000.0, 50.0)->levelDb, kCrosstalkDb);
+    const auto atLeft = test::peakNear(kAxis.centerHz, kAxis.spanHz, left, 1000.0, 50.0);
+    const auto atRight = test::peakNear(kAxis.centerHz, kAxis.spanHz, right, 15000.0, 50.0);
+    EXPECT_NEAR(atLeft.levelDb, -6.02, kErrorDb);
+    EXPECT_NEAR(atLeft.frequencyHz, 1001.3, 0.2);
+    EXPECT_NEAR(atRight.levelDb, -40.0, kErrorDb);
+    EXPECT_LT(
+        test::peakNear(kAxis.centerHz, kAxis.spanHz, right, 1000.0, 50.0).levelDb, kCrosstalkDb);
+    EXPECT_LT(
+        test::peakNear(kAxis.centerHz, kAxis.spanHz, left, 15000.0, 50.0).levelDb, kCrosstalkDb);
 }
 
 TEST(AudioSpectrumTest, HoldsThePowerOfNoise)

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "services/HostAudioServer.h"
 #include "services/HostBridge.h"
 #include "services/HostIqServer.h"
 #include "services/HostSensors.h"
@@ -33,23 +32,6 @@ TEST(HostServicesTest, OneBlockOfTheEngineIsBookedFromItsIqToItsMeters)
     EXPECT_EQ(sensors.inputImDb(), -21.0);
     EXPECT_EQ(sensors.channelDbm(1), -73.0);
     EXPECT_EQ(stereoChanges, 1);
-}
-
-TEST(HostServicesTest, ASinkHearsItsChannelUntilItIsTakenAway)
-{
-    host::HostAudioServer server;
-    std::vector<COMPLEX> block(64);
-    int heard = 0;
-    EXPECT_FALSE(server.isOpen(0));
-    server.setSink([&](const COMPLEX *, int count) { heard += count; });
-    EXPECT_TRUE(server.isOpen(0));
-    EXPECT_FALSE(server.isOpen(1));
-    server.write(0, block.data(), 64);
-    server.write(1, block.data(), 64);
-    server.setSink({});
-    server.write(0, block.data(), 64);
-    EXPECT_FALSE(server.isOpen(0));
-    EXPECT_EQ(heard, 64);
 }
 
 TEST(HostServicesTest, RecordingsGoWhereTheUserWantsThemAfterTheFirstLookToo)
