@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FmSoft/DotProduct.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 namespace FmSoft
 {
-SIGNAL_PRIMITIVES_CLONES double dotProduct(const double *a, const double *b, std::size_t length)
+PROCESSOR_CLONES double dotProduct(const double *a, const double *b, std::size_t length)
 {
     constexpr std::size_t kLanes = 16;
     double lanes[kLanes] = {};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FmSoft/FilterFM.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include "FmSoft/DotProduct.h"
 
@@ -51,7 +51,7 @@ void keepHistory(std::vector<T> &work, std::size_t history)
 }
 
 // out += gain * in over n numbers.
-SIGNAL_PRIMITIVES_CLONES void accumulate(
+PROCESSOR_CLONES void accumulate(
     float *__restrict out, const float *__restrict in, float gain, std::size_t n)
 {
     for (std::size_t i = 0; i < n; ++i)

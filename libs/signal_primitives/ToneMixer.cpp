@@ -10,7 +10,7 @@ namespace
 {
 constexpr int kAnchorSpacing = 1024;
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void rotate(Ipp64fc *block, int length, Ipp64fc z, const double *wRe, const double *wIm)
 {
 #pragma GCC ivdep

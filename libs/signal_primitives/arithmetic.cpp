@@ -119,25 +119,25 @@ template <typename T>
 }
 } // namespace
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsAdd_32f_I(const Ipp32f *pSrc, Ipp32f *pSrcDst, int len)
 {
     return add(pSrc, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsAdd_32fc_I(const Ipp32fc *pSrc, Ipp32fc *pSrcDst, int len)
 {
     return add(pSrc, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsAdd_64fc_I(const Ipp64fc *pSrc, Ipp64fc *pSrcDst, int len)
 {
     return add(pSrc, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsAddC_32f_I(Ipp32f val, Ipp32f *pSrcDst, int len)
 {
     if (const IppStatus bad = check(len, pSrcDst))
@@ -147,79 +147,79 @@ IppStatus ippsAddC_32f_I(Ipp32f val, Ipp32f *pSrcDst, int len)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMul_32f_I(const Ipp32f *pSrc, Ipp32f *pSrcDst, int len)
 {
     return multiply(pSrc, pSrcDst, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMul_64f_I(const Ipp64f *pSrc, Ipp64f *pSrcDst, int len)
 {
     return multiply(pSrc, pSrcDst, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMul_32fc_I(const Ipp32fc *pSrc, Ipp32fc *pSrcDst, int len)
 {
     return multiply(pSrc, pSrcDst, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMul_64fc_I(const Ipp64fc *pSrc, Ipp64fc *pSrcDst, int len)
 {
     return multiply(pSrc, pSrcDst, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMul_32f_A24(const Ipp32f *pSrc1, const Ipp32f *pSrc2, Ipp32f *pDst, Ipp32s len)
 {
     return multiply(pSrc1, pSrc2, pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMulC_32f_I(Ipp32f val, Ipp32f *pSrcDst, int len)
 {
     return multiplyBy(val, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMulC_64f_I(Ipp64f val, Ipp64f *pSrcDst, int len)
 {
     return multiplyBy(val, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMulC_32fc_I(Ipp32fc val, Ipp32fc *pSrcDst, int len)
 {
     return multiplyBy(val, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMulC_64fc_I(Ipp64fc val, Ipp64fc *pSrcDst, int len)
 {
     return multiplyBy(val, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMax_32f(const Ipp32f *pSrc, int len, Ipp32f *pMax)
 {
     return largest(pSrc, len, pMax);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMax_64f(const Ipp64f *pSrc, int len, Ipp64f *pMax)
 {
     return largest(pSrc, len, pMax);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSum_64f(const Ipp64f *pSrc, int len, Ipp64f *pSum)
 {
     return total(pSrc, len, pSum);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMean_64f(const Ipp64f *pSrc, int len, Ipp64f *pMean)
 {
     if (const IppStatus bad = total(pSrc, len, pMean))
@@ -228,13 +228,13 @@ IppStatus ippsMean_64f(const Ipp64f *pSrc, int len, Ipp64f *pMean)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSqr_64f_I(Ipp64f *pSrcDst, int len)
 {
     return multiply(pSrcDst, pSrcDst, pSrcDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSqrt_32f_I(Ipp32f *pSrcDst, int len)
 {
     if (const IppStatus bad = check(len, pSrcDst))
@@ -244,7 +244,7 @@ IppStatus ippsSqrt_32f_I(Ipp32f *pSrcDst, int len)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsMagnitude_64fc(const Ipp64fc *pSrc, Ipp64f *pDst, int len)
 {
     if (const IppStatus bad = check(len, pSrc, pDst))
@@ -255,19 +255,19 @@ IppStatus ippsMagnitude_64fc(const Ipp64fc *pSrc, Ipp64f *pDst, int len)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsPowerSpectr_32fc(const Ipp32fc *pSrc, Ipp32f *pDst, int len)
 {
     return power(pSrc, pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsPowerSpectr_64fc(const Ipp64fc *pSrc, Ipp64f *pDst, int len)
 {
     return power(pSrc, pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsConvert_64f32f(const Ipp64f *pSrc, Ipp32f *pDst, int len)
 {
     if (const IppStatus bad = check(len, pSrc, pDst))

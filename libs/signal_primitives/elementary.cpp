@@ -82,7 +82,7 @@ constexpr double kSinLimit = 0x1p20 * std::numbers::pi;
 }
 } // namespace
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsLog10_32f_A11(const Ipp32f *pSrc, Ipp32f *pDst, Ipp32s len)
 {
     if (const IppStatus bad = check(len, pSrc, pDst))
@@ -93,7 +93,7 @@ IppStatus ippsLog10_32f_A11(const Ipp32f *pSrc, Ipp32f *pDst, Ipp32s len)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSin_64f_A26(const Ipp64f *pSrc, Ipp64f *pDst, Ipp32s len)
 {
     if (const IppStatus bad = check(len, pSrc, pDst))

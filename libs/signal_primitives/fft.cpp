@@ -93,7 +93,7 @@ private:
     }
 };
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void scale(const double *src, double *dst, std::int64_t count, double factor)
 {
 #pragma GCC ivdep
@@ -101,7 +101,7 @@ void scale(const double *src, double *dst, std::int64_t count, double factor)
         dst[n] = src[n] * factor;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void scale(const float *src, float *dst, std::int64_t count, float factor)
 {
 #pragma GCC ivdep

@@ -97,7 +97,7 @@ IppStatus ippsIIRInitAlloc_64f(
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsIIR_64f_I(Ipp64f *pSrcDst, int len, IppsIIRState_64f *pState)
 {
     if (pState == nullptr)

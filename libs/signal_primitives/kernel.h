@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 #include "signal_primitives/ipps.h"
 
 // What the sources of this folder share; not for their users.

@@ -95,13 +95,13 @@ IppStatus ippsZero_64fc(Ipp64fc *pDst, int len)
     return zero(pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSet_32f(Ipp32f val, Ipp32f *pDst, int len)
 {
     return set(val, pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsSet_64f(Ipp64f val, Ipp64f *pDst, int len)
 {
     return set(val, pDst, len);
@@ -130,25 +130,25 @@ IppStatus ippsMove_64fc(const Ipp64fc *pSrc, Ipp64fc *pDst, int len)
     return ippStsNoErr;
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsCplxToReal_32fc(const Ipp32fc *pSrc, Ipp32f *pDstRe, Ipp32f *pDstIm, int len)
 {
     return split(pSrc, pDstRe, pDstIm, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsCplxToReal_64fc(const Ipp64fc *pSrc, Ipp64f *pDstRe, Ipp64f *pDstIm, int len)
 {
     return split(pSrc, pDstRe, pDstIm, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsRealToCplx_32f(const Ipp32f *pSrcRe, const Ipp32f *pSrcIm, Ipp32fc *pDst, int len)
 {
     return join(pSrcRe, pSrcIm, pDst, len);
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 IppStatus ippsRealToCplx_64f(const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64fc *pDst, int len)
 {
     return join(pSrcRe, pSrcIm, pDst, len);

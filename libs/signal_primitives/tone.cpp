@@ -46,7 +46,7 @@ void fill(Lanes &lanes, double frequency)
         lanes.jw[l] = {-w[l].im, w[l].re};
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void run(complex<double> *dst, int len, complex<double> z, complex<double> step, const Lanes &lanes)
 {
     const double *w = &lanes.w[0].re;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/agc/LargestPart.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include <array>
 #include <cmath>
@@ -10,7 +10,7 @@ namespace DspCore
 {
 // The gain control scans its whole look-ahead for every block, however short, so the scan runs in
 // independent lanes: one running maximum alone is bound by the latency of the comparison.
-SIGNAL_PRIMITIVES_CLONES double largestPart(const COMPLEX *samples, std::size_t length)
+PROCESSOR_CLONES double largestPart(const COMPLEX *samples, std::size_t length)
 {
     constexpr std::size_t kLanes = 32;
     const auto *parts = reinterpret_cast<const double *>(samples); // null for an empty block

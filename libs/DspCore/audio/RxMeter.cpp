@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/audio/RxMeter.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include <cmath>
 
@@ -14,7 +14,7 @@ constexpr int kLanes = 16; // even: real and imaginary parts keep to lanes of th
 
 // Sums of the squares of the real and of the imaginary parts; in lanes, as the order of plain
 // summation would forbid vectors.
-SIGNAL_PRIMITIVES_CLONES COMPLEX sumOfSquares(const COMPLEX *buffer, int length)
+PROCESSOR_CLONES COMPLEX sumOfSquares(const COMPLEX *buffer, int length)
 {
     const double *parts = &buffer->re;
     const int count = 2 * length;

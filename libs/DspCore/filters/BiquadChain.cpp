@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/BiquadChain.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 
@@ -140,7 +140,7 @@ struct Run
     }
 };
 
-#if SIGNAL_PRIMITIVES_DISPATCH
+#if PROCESSOR_DISPATCH
 #define VERSION(name) __attribute__((target(name)))
 #else
 #define VERSION(name)
@@ -158,7 +158,7 @@ struct Run
 
 // A register of the widest kind would hold four sections; with the ends of a block that is slower.
 CHAIN_VERSION(16, "default")
-#if SIGNAL_PRIMITIVES_DISPATCH
+#if PROCESSOR_DISPATCH
 CHAIN_VERSION(32, "arch=x86-64-v3")
 CHAIN_VERSION(32, "arch=x86-64-v4")
 #endif

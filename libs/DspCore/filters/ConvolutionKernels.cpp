@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/ConvolutionKernels.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 
@@ -219,7 +219,7 @@ template <int kBytes>
         sumSideBySide<kBytes, 1>(&oldest[n * step].re, step, taps, count, out + n * outStep, 0);
 }
 
-#if SIGNAL_PRIMITIVES_DISPATCH
+#if PROCESSOR_DISPATCH
 #define VERSION(name) __attribute__((target(name)))
 #else
 #define VERSION(name)
@@ -250,7 +250,7 @@ template <int kBytes>
 WINDOWS_VERSION(16, "default")
 VERSIONS_FOR(double, 16, "default")
 VERSIONS_FOR(float, 16, "default")
-#if SIGNAL_PRIMITIVES_DISPATCH
+#if PROCESSOR_DISPATCH
 WINDOWS_VERSION(32, "arch=x86-64-v3")
 WINDOWS_VERSION(64, "arch=x86-64-v4")
 VERSIONS_FOR(double, 32, "arch=x86-64-v3")

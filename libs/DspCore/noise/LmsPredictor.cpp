@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/noise/LmsPredictor.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,8 +22,8 @@ struct Sums
 };
 
 // The sums run in independent lanes, as the order of plain summation would forbid vectors.
-SIGNAL_PRIMITIVES_CLONES Sums predict(const double *lineRe, const double *lineIm,
-    const double *weightsRe, const double *weightsIm, int length)
+PROCESSOR_CLONES Sums predict(const double *lineRe, const double *lineIm, const double *weightsRe,
+    const double *weightsIm, int length)
 {
     double re[kLanes] = {};
     double im[kLanes] = {};
@@ -57,9 +57,9 @@ SIGNAL_PRIMITIVES_CLONES Sums predict(const double *lineRe, const double *lineIm
 }
 
 // w = keep w + x step, one stretch.
-SIGNAL_PRIMITIVES_CLONES void adapt(const double *__restrict lineRe,
-    const double *__restrict lineIm, double *__restrict weightsRe, double *__restrict weightsIm,
-    int length, double keep, COMPLEX step)
+PROCESSOR_CLONES void adapt(const double *__restrict lineRe, const double *__restrict lineIm,
+    double *__restrict weightsRe, double *__restrict weightsIm, int length, double keep,
+    COMPLEX step)
 {
     for (int j = 0; j < length; ++j) {
         weightsRe[j] = keep * weightsRe[j] + (lineRe[j] * step.re - lineIm[j] * step.im);

@@ -2,7 +2,7 @@
 #include "DspCore/spectrum/SpectrumExpAverager.h"
 
 #include "DspCore/spectrum/AveragerCommon.h"
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 #include "vm_library/source/log/Log.h"
 
 #include <algorithm>
@@ -61,7 +61,7 @@ void SpectrumExpAverager::reset()
     ippsZero_32f(mOutput.data(), int(mOutput.size()));
 }
 
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void SpectrumExpAverager::update(const REAL32 *line)
 {
     filter(mFilters.data(), line, mOutput.data(), mOutput.size());

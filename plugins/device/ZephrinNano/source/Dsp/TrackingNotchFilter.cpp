@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Dsp/TrackingNotchFilter.h"
 
-#include "signal_primitives/Clones.h"
+#include "processor/Clones.h"
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
@@ -75,7 +75,7 @@ void TrackingNotchFilter::process(COMPLEX *data, int length)
 
 // The output that the next one waits for is a product and a sum away. Two samples a round halve
 // that way: y[n+1] = d[n+1] + p d[n] + p^2 y[n-1], d the differences of the input.
-SIGNAL_PRIMITIVES_CLONES
+PROCESSOR_CLONES
 void TrackingNotchFilter::removeDc(COMPLEX *data, int length)
 {
     const double pole = m_decay;
