@@ -171,6 +171,23 @@ TEST(AgcTest, GainLimitsAreKept)
     }
 }
 
+TEST(AgcTest, TheAttackIsLimited)
+{
+    for (const auto &[ms, limited] : {std::pair{0.01, 0.1}, {10.0, 5.0}}) {
+        Agc agc;
+        agc.setAttack(ms);
+        EXPECT_EQ(agc.lookAhead(), std::lround(limited * kRate * 0.03)) << ms;
+    }
+}
+
+TEST(AgcTest, ANewRateStartsAtAGainOfOne)
+{
+    Agc agc;
+    ASSERT_LT(gainsAt(agc, 8.0, 5000).back(), 0.2);
+    agc.setSampleRate(2.0 * kRate);
+    EXPECT_EQ(agc.gain(), 1.0);
+}
+
 TEST(AgcTest, TheGainLivesThroughAClearAndThePeakDoesNot)
 {
     Agc agc;

@@ -217,6 +217,18 @@ TEST(NoiseBlankerTest, Nb1MutesSevenSamplesFromTwoAheadOfThePeak)
     }
 }
 
+TEST(NoiseBlankerTest, AClearEndsAMuteThatHasBegun)
+{
+    DspCore::NoiseBlanker blanker;
+    blanker.setEnableNb1(true);
+    COMPLEX peak{30.0, 0.0};
+    blanker.process(&peak, 1);
+    blanker.clear();
+    COMPLEX block[] = {{1.0, 0.0}, {1.0, 0.0}, {1.0, 0.0}};
+    blanker.process(block, 3);
+    EXPECT_EQ(block[2].re, 1.0);
+}
+
 TEST(NoiseBlankerTest, Nb2ReplacesSinglePeaksByAShortMeanWithoutDelay)
 {
     DspCore::NoiseBlanker blanker;

@@ -41,6 +41,9 @@ protected:
     double remains(double hz = kCarrier, double dds = kDds, double rate = 48000.0)
     {
         play(test::tone(20 * kBlock, (hz - dds) / rate));
+        std::vector<COMPLEX> tapped(engine.iqBuffer()->count());
+        engine.iqBuffer()->read(tapped.data(), int(tapped.size()));
+        EXPECT_EQ(test::rms({tapped.end() - kBlock, tapped.end()}), test::rms(seen));
         return test::decibels(test::rms(seen));
     }
 
