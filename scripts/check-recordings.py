@@ -63,7 +63,7 @@ NFM = '-8000:8000'
 
 CASES = [
     Case('FT8', 'ft8/*.wav', 'ft8', 'ft8', 'jt9', 'wsjtx', 'USB', '100:3500', 14.074e6,
-         allowed_loss=1, start_s=1.0, rates=ALL_RATES),
+         allowed_loss=1, start_s=1.0, rates=ALL_RATES, host_options=LEVEL),
     Case('FT4', 'ft4/*.wav', 'ft8', 'ft4', 'jt9', 'wsjtx', 'USB', '100:3500', 14.080e6,
          allowed_loss=1, start_s=1.0),
     # The weakest of the nine stands at the decoder's limit: it comes and goes with the file's cut.
