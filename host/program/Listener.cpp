@@ -2,10 +2,12 @@
 #include "program/Listener.h"
 
 #include "program/HostLog.h"
+#include "report/Report.h"
 #include "settings/FileCheck.h"
 #include "settings/Numbers.h"
 
 #include <QCoreApplication>
+#include <QJsonDocument>
 
 #include <algorithm>
 #include <cstdio>
@@ -15,18 +17,10 @@ namespace host
 namespace
 {
 constexpr int kTickMs = 250; // progress line
-
-template <typename Outlet>
-AudioCallback pullFrom(Outlet &outlet)
-{
-    return [&outlet](std::vector<float> &in, std::vector<float> &out, unsigned long frames,
-               unsigned long channels) { return outlet.pull(in, out, frames, channels); };
-}
 } // namespace
 
 Listener::Listener(const HostSettings &settings) : m_settings(settings)
 {
-    m_mainThread.attach();
     connect(&m_stopSignal, &StopSignal::raised, this, [this] { finish("interrupted"); });
     connect(&m_tick, &QTimer::timeout, this, &Listener::onTick);
 }
@@ -36,7 +30,7 @@ Listener::~Listener() = default;
 int Listener::run()
 {
     for (const QString &notice : qAsConst(m_settings.notices))
-        tell(notice);
+        m_terminal.print(notice);
     if (!openLibrary() || !loadPlugin() || !openFiles() || !openReceiver() || !openOutlets()
         || !startStream())
         return m_status;
@@ -48,15 +42,15 @@ int Listener::run()
 bool Listener::openLibrary()
 {
     if (const QString problem = checkFiles(m_settings); !problem.isEmpty())
-        return refuse(problem, kBadInput);
+        return fail(problem, kBadInput);
     if (!m_d2xx.open(m_settings.d2xxFile))
-        return refuse(m_d2xx.error(), kBadInput);
+        return fail(m_d2xx.error(), kBadInput);
     m_virtualReceiver = ReceiverControls::of(m_d2xx);
     m_scene.emplace(virtualReceiver());
     if (!m_scene->open(m_settings))
-        return refuse(m_scene->error(), kBadInput);
+        return fail(m_scene->error(), kBadInput);
     for (const QString &notice : m_scene->notices())
-        tell(notice);
+        m_terminal.print(notice);
     return true;
 }
 
@@ -68,14 +62,14 @@ bool Listener::loadPlugin()
         HostLog::tellOfLostReceiver();
         finish(kReceiverLost);
     });
-    return m_receiver->load(m_settings) || refuse(m_receiver->error(), kBadInput);
+    return m_receiver->load(m_settings) || fail(m_receiver->error(), kBadInput);
 }
 
 bool Listener::openFiles()
 {
     if (!m_settings.outFile.isEmpty()
         && !m_audioFile.open(m_settings.outFile, AudioFile::Format::of(m_settings)))
-        return refuse(m_audioFile.error(), kBadInput);
+        return fail(m_audioFile.error(), kBadInput);
     if (!m_settings.spectrum.audioSpectrumFile.isEmpty()) {
         // Plans its transform here, while nobody else does.
         m_audioPicture.emplace();
@@ -86,62 +80,47 @@ bool Listener::openFiles()
         return true;
     m_reportFile.emplace(m_settings.reportFile);
     return m_reportFile->open(QIODevice::WriteOnly)
-        || refuse(m_settings.reportFile + ": " + m_reportFile->errorString(), kBadInput);
+        || fail(m_settings.reportFile + ": " + m_reportFile->errorString(), kBadInput);
 }
 
 bool Listener::openReceiver()
 {
     if (!m_receiver->initialise(m_settings))
-        return refuse(m_receiver->error(), kBadInput);
+        return fail(m_receiver->error(), kBadInput);
     const bool isOpen = m_receiver->open(m_settings);
-    tell(m_receiver->notice());
-    return isOpen || refuse(m_receiver->error(), kFailure);
+    m_terminal.print(m_receiver->notice());
+    return isOpen || fail(m_receiver->error(), kFailure);
 }
 
-// The outlets are open before the stream begins, which is where their count of frames begins.
 bool Listener::openOutlets()
 {
-    HostBridge &bridge = m_receiver->bridge();
-    if (const OutletSettings &vac = m_settings.vac; vac.isOn()) {
-        m_vac.emplace(pullFrom(bridge.vac()), m_ledger, vac.rateHz);
-        if (!m_vac->open(vac.file, m_settings))
-            return refuse(m_vac->error(), kBadInput);
-        bridge.vac().open(quint64(vac.rateHz));
-    }
-    if (const OutletSettings &lineOut = m_settings.lineOut; lineOut.isOn()) {
-        m_lineOut.emplace(pullFrom(bridge.lineOut()), m_ledger, lineOut.rateHz);
-        if (!m_lineOut->open(lineOut.file, m_settings))
-            return refuse(m_lineOut->error(), kBadInput);
-        bridge.lineOut().open(quint64(lineOut.rateHz));
-    }
-    return true;
+    return m_outlets.open(m_settings, m_receiver->bridge(), m_ledger)
+        || fail(m_outlets.error(), kBadInput);
 }
 
 bool Listener::startStream()
 {
     m_feed.emplace(m_settings, m_scene->seconds(), virtualReceiver(), m_ledger);
-    for (const auto *outlet : {&m_vac, &m_lineOut})
-        if (*outlet)
-            m_feed->respect((*outlet)->ring());
+    m_outlets.addTo(*m_feed);
     m_feed->prepare();
     m_pictures.emplace(m_receiver->device(), m_settings, m_ledger, m_receiver->panoramaHz());
-    m_sound.emplace(pullFrom(*m_receiver->bridge().soundOut()), *m_feed, m_ledger,
+    const auto source = [&soundOut = *m_receiver->bridge().soundOut()](
+                            auto &&...block) { return soundOut.pull(block...); };
+    m_sound.emplace(source, *m_feed, m_ledger,
         SoundDevice::Sinks{m_settings.outFile.isEmpty() ? nullptr : &m_audioFile,
             m_audioPicture ? &*m_audioPicture : nullptr},
         m_settings.freeRun);
-    m_cpuAtStart = cpuTimes();
+    m_cpu.start(m_sound->thread());
     m_wallClock.start();
     if (!m_receiver->start(m_settings))
-        return refuse(m_receiver->error(), kFailure);
+        return fail(m_receiver->error(), kFailure);
     if (m_settings.recording.isOn()) {
         m_recording.emplace(
             m_receiver->device(), *m_receiver->bridge().iqRecorderConfigure(), m_ledger);
         if (!m_recording->start())
-            return refuse(m_recording->error(), kFailure);
+            return fail(m_recording->error(), kFailure);
     }
-    for (auto *outlet : {&m_vac, &m_lineOut})
-        if (*outlet)
-            (*outlet)->start();
+    m_outlets.start();
     m_sound->start(
         [this] { QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection); });
     m_tick.start(kTickMs);
@@ -160,10 +139,10 @@ void Listener::finish(const QString &ending)
 
 void Listener::onTick()
 {
-    tellOfFiles(); // now, not after hours
+    failOnFiles(); // now, not after hours
     const double seconds = double(m_ledger.processedSamples()) / m_settings.deviceRateHz;
     const double planned = m_feed->plannedSeconds();
-    m_progress.show(
+    m_terminal.showProgress(
         QString("%1 of %2 s   IQ %3 dBFS   audio %4 dBFS   %5 times real time")
             .arg(seconds, 0, 'f', 1)
             .arg(planned, 0, 'f', 1)
@@ -178,39 +157,123 @@ void Listener::onEnd()
     m_result.wallSeconds = double(m_wallClock.nsecsElapsed()) * 1e-9;
     m_tick.stop();
     m_sound->join();
-    endOutlets();
+    // Before the stream ends, and with it the device's answers.
+    m_outlets.finish();
+    if (m_recording)
+        m_recording->stop();
     if (m_result.ending.isEmpty())
         m_result.ending = m_feed->status().scene_ended ? "scene ended" : "duration reached";
     m_result = measurement();
     m_receiver->stop();
-    m_progress.clear();
+    m_terminal.clearProgress();
     QCoreApplication::exit();
 }
 
-// Before the stream ends, and with it the device's answers.
-void Listener::endOutlets()
+Measurement Listener::measurement() const
 {
-    for (auto *outlet : {&m_vac, &m_lineOut})
-        if (*outlet)
-            (*outlet)->finish();
-    m_receiver->bridge().vac().close();
-    m_receiver->bridge().lineOut().close();
+    Measurement m = m_result;
+    const vr_status &receiver = m_feed->status();
+    m.scene = m_scene->name();
+    m.plugin = m_receiver->pluginFile();
+    m.d2xxFile = m_d2xx.file();
+    m.isVirtual = m_virtualReceiver.has_value();
+    m.samplesSent = receiver.samples_sent;
+    m.samplesProcessed = m_ledger.isGoalReached() ? m_feed->goal() : m_ledger.processedSamples();
+    m.shortReads = receiver.short_reads;
+    m.fifoOverruns = receiver.fifo_overruns;
+    m.clippedSamples = receiver.clipped_samples;
+    m.samplesLostInShortReads = m_feed->lostSamples();
+    m.samplesDropped = m_feed->droppedSamples();
+    m.blocksDropped = m_feed->droppedBlocks();
+    m.inputRmsDbfs = m_ledger.inputLevel().rmsDb();
+    m.inputPeakDbfs = m_ledger.inputLevel().peakDb();
+    const HostSensors &meters = m_receiver->meters();
+    m.channelDbm = meters.channelDbm(0);
+    m.channelBDbm = meters.channelDbm(1);
+    m.inputReDb = meters.inputReDb();
+    m.inputImDb = meters.inputImDb();
+    m.isStereo = meters.isStereo();
+    m.audioFrames = m_sound->frames();
+    m.audioFramesLost = m_ledger.lostFrames();
+    m.shortBlocks = m_sound->shortBlocks();
+    m.audioRmsDbfs = m_sound->level().rmsDb();
+    m.audioPeakDbfs = m_sound->level().peakDb();
+    m.outputs = outputs();
+    m.cpu = m_cpu.used(m_sound->thread());
+    return m;
+}
+
+OutputResults Listener::outputs() const
+{
+    OutputResults results;
+    const PreampControl &preamp = m_receiver->manager().preamp();
+    results.preamp = {
+        preamp.db(), preamp.overflows(), {preamp.steps().begin(), preamp.steps().end()}};
     if (m_recording)
-        m_recording->stop();
+        results.recording = {
+            m_recording->file(), m_recording->samples(), m_recording->lostBlocks()};
+    results.vac = m_outlets.vac();
+    results.lineOut = m_outlets.lineOut();
+    if (m_settings.spectrum.isWanted())
+        results.spectrum = {m_pictures->lines(), m_pictures->points(), m_pictures->widthHz()};
+    return results;
 }
 
-void Listener::tell(const QString &text)
+/// Everything is tried, whatever failed before.
+void Listener::keepResults()
 {
-    if (text.isEmpty() || m_told.contains(text))
+    std::FILE *where = m_settings.outFile == kStandardOutput ? stderr : stdout;
+    std::fputs(Report(m_settings, m_result).text().toLocal8Bit().constData(), where);
+    if (m_result.ending == kReceiverLost)
+        fail("the receiver was lost", kFailure);
+    if (!m_receiver->close())
+        fail(m_receiver->error(), kFailure);
+    m_result.audioDelayMs = m_receiver->delayMs(m_settings);
+    keepAudio();
+    keepPictures();
+    keepReport();
+}
+
+void Listener::failOnFiles()
+{
+    if (!m_audioFile.isGood())
+        fail(m_audioFile.error(), kFailure);
+    for (const QString &problem : m_outlets.problems())
+        fail(problem, kFailure);
+    if (m_recording && !m_recording->error().isEmpty())
+        fail(m_recording->error(), kFailure);
+}
+
+void Listener::keepAudio()
+{
+    m_audioFile.close();
+    m_outlets.closeFiles();
+    failOnFiles();
+}
+
+void Listener::keepPictures()
+{
+    if (!m_pictures->save())
+        fail(m_pictures->error(), kFailure);
+    QString error;
+    if (m_audioPicture && !m_audioPicture->save(m_settings.spectrum.audioSpectrumFile, &error))
+        fail(error, kFailure);
+}
+
+void Listener::keepReport()
+{
+    if (!m_reportFile)
         return;
-    m_told.insert(text);
-    m_progress.clear();
-    std::fputs(("velmora-host: " + text + '\n').toLocal8Bit().constData(), stderr);
+    // A full disk shows when the text is flushed, which commit() does not look at.
+    const QByteArray text = QJsonDocument(Report(m_settings, m_result).json()).toJson();
+    if (m_reportFile->write(text) != text.size() || !m_reportFile->flush()
+        || !m_reportFile->commit())
+        fail(m_settings.reportFile + ": " + m_reportFile->errorString(), kFailure);
 }
 
-bool Listener::refuse(const QString &text, int status)
+bool Listener::fail(const QString &text, int status)
 {
-    tell(text);
+    m_terminal.print(text);
     m_status = status;
     return false;
 }

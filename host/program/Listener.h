@@ -5,25 +5,25 @@
 #include "device/SceneSetup.h"
 #include "library/D2xxLibrary.h"
 #include "library/ReceiverControls.h"
-#include "program/Progress.h"
+#include "program/CpuMeter.h"
+#include "program/DialogGuard.h"
+#include "program/Outlets.h"
 #include "program/StopSignal.h"
+#include "program/Terminal.h"
 #include "report/Measurement.h"
 #include "settings/HostSettings.h"
 #include "stream/AudioFile.h"
 #include "stream/BandPictures.h"
 #include "stream/IqRecording.h"
-#include "stream/OutletFile.h"
 #include "stream/SoundDevice.h"
 #include "stream/StreamFeed.h"
 #include "stream/StreamLedger.h"
 
 #include "pictures/AudioSpectrumPicture.h"
-#include "program/DialogGuard.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QSaveFile>
-#include <QSet>
 #include <QTimer>
 
 #include <optional>
@@ -66,14 +66,12 @@ private:
     void finish(const QString &ending);
     void onTick();
     void onEnd();
-    void endOutlets();
 
-    // ListenerResults.cpp: what comes after the stream.
-    CpuTimes cpuTimes() const;
+    // What comes after the stream.
     Measurement measurement() const;
     OutputResults outputs() const;
     void keepResults();
-    void tellOfFiles();
+    void failOnFiles();
     void keepAudio();
     void keepPictures();
     void keepReport();
@@ -83,9 +81,8 @@ private:
         return m_virtualReceiver ? &*m_virtualReceiver : nullptr;
     }
 
-    /// Each text once.
-    void tell(const QString &text);
-    bool refuse(const QString &text, int status);
+    /// Prints the reason of a status. False.
+    bool fail(const QString &text, int status);
 
     static constexpr const char *kReceiverLost = "receiver lost";
 
@@ -102,17 +99,14 @@ private:
     std::optional<BandPictures> m_pictures;
     std::optional<IqRecording> m_recording;
     std::optional<StreamFeed> m_feed;
-    std::optional<OutletFile> m_vac;
-    std::optional<OutletFile> m_lineOut;
+    Outlets m_outlets;
     std::optional<SoundDevice> m_sound;
-    Progress m_progress;
+    Terminal m_terminal;
     StopSignal m_stopSignal;
     QTimer m_tick;
     QElapsedTimer m_wallClock;
-    ThreadClock m_mainThread;
-    CpuTimes m_cpuAtStart;
+    CpuMeter m_cpu{m_ledger};
     Measurement m_result;
-    QSet<QString> m_told;
     int m_status = kSuccess;
 };
 } // namespace host

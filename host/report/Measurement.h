@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "report/OutputResults.h"
+#include "services/PreampControl.h"
 #include "settings/HostSettings.h"
 
-#include <QJsonObject>
 #include <QString>
+
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace host
 {
@@ -21,9 +23,50 @@ struct CpuTimes
     double main = 0.0;
     double process = 0.0; ///< everything, threads that are not named here included
 
-    CpuTimes operator-(const CpuTimes &start) const;
+    CpuTimes operator-(const CpuTimes &start) const
+    {
+        return {reader - start.reader, device - start.device, engine - start.engine,
+            sound - start.sound, main - start.main, process - start.process};
+    }
 };
 
+/// What came out of a run beside the sound card's audio. What is empty was not asked for.
+struct OutputResults
+{
+    struct Preamp
+    {
+        double db = 0.0; ///< in the end
+        std::uint64_t overflows = 0;
+        std::vector<PreampControl::Step> steps; ///< of the automatic preamp
+    };
+
+    struct Recording
+    {
+        QString file;
+        std::uint64_t samples = 0;
+        std::uint64_t lostBlocks = 0; ///< of the engine, refused by the recorder
+    };
+
+    struct Outlet
+    {
+        std::uint64_t frames = 0;
+        double rmsDbfs = 0.0;
+        double peakDbfs = 0.0;
+    };
+
+    struct Spectrum
+    {
+        std::size_t lines = 0;
+        std::size_t points = 0;
+        double widthHz = 0.0;
+    };
+
+    Preamp preamp;
+    std::optional<Recording> recording;
+    std::optional<Outlet> vac;
+    std::optional<Outlet> lineOut;
+    std::optional<Spectrum> spectrum;
+};
 /// What was measured between the start and the end of a stream.
 struct Measurement
 {
@@ -63,12 +106,9 @@ struct Measurement
     double wallSeconds = 0.0;
     CpuTimes cpu;
 
-    double iqSeconds(const HostSettings &settings) const;
+    double iqSeconds(const HostSettings &settings) const
+    {
+        return double(samplesProcessed) / settings.deviceRateHz;
+    }
 };
-
-/// Everything, with the settings it was measured under.
-QJsonObject toJson(const HostSettings &settings, const Measurement &measurement);
-
-/// A few lines for a reader.
-QString toText(const HostSettings &settings, const Measurement &measurement);
 } // namespace host

@@ -6,8 +6,10 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QThread>
+#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -192,7 +194,10 @@ TEST(ReceptionTest, AnInterruptStillCompletesTheFiles)
     HostProcess hosts[2];
     for (HostProcess &host : hosts)
         host.start("--seconds 60 --out a.wav --report r.json");
-    QThread::sleep(2);
+    constexpr qint64 kEnough = qint64(kAudioRateHz / 2) * 8 + 1000; // half a second and a header
+    const auto has = [](HostProcess &host) { return QFileInfo(host.path("a.wav")).size(); };
+    for (int i = 0; i < 300 && std::min(has(hosts[0]), has(hosts[1])) < kEnough; ++i)
+        QThread::msleep(100);
     kill(pid_t(hosts[0].id()), SIGINT);
     kill(pid_t(hosts[1].id()), SIGHUP);
     for (HostProcess &host : hosts) {
@@ -250,7 +255,7 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
     QMap<QString, QByteArray> plain;
     for (const auto &c : cases) {
         const auto audio = [&](const QString &options) {
-            host.run(QString("--seconds 0.5 --free-run --out a.wav --mode ") + c.mode + options);
+            host.run(QString("--seconds 0.3 --free-run --out a.wav --mode ") + c.mode + options);
             EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
             return host.bytes("a.wav");
         };
@@ -258,7 +263,7 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
             plain[c.mode] = audio({});
         EXPECT_NE(audio(QString(" ") + c.tool), plain[c.mode]) << c.tool;
     }
-    host.run("--seconds 0.5 --free-run --out a.wav --agc-gain 60");
+    host.run("--seconds 0.3 --free-run --out a.wav --agc-gain 60");
     EXPECT_EQ(host.bytes("a.wav"), plain["USB"]); // the host's own ceiling
 }
 
