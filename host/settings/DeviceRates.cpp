@@ -3,23 +3,25 @@
 
 #include "settings/Numbers.h"
 
+#include "host_interfaces/EngineLimits.h"
+
 #include <QStringList>
 
 #include <algorithm>
-#include <iterator>
 
 namespace host
 {
 int deviceRateCode(double rateHz)
 {
-    const auto *rate = std::find(std::begin(kDeviceRatesHz), std::end(kDeviceRatesHz), rateHz);
-    return rate == std::end(kDeviceRatesHz) ? -1 : int(rate - std::begin(kDeviceRatesHz));
+    const auto &rates = EngineLimits::kRatesHz;
+    const auto *const rate = std::find(rates.begin(), rates.end(), rateHz);
+    return rate == rates.end() ? -1 : int(rate - rates.begin());
 }
 
 QString deviceRateNames()
 {
     QStringList names;
-    for (const int rate : kDeviceRatesHz)
+    for (const int rate : EngineLimits::kRatesHz)
         names += formatNumber(rate);
     return names.join(", ");
 }

@@ -5,12 +5,7 @@
 
 namespace host
 {
-/// The rates at which the receiver can send IQ, in hertz; the place in this list is the code that
-/// the driver takes.
-constexpr int kDeviceRatesHz[] = {
-    48000, 96000, 192000, 384000, 768000, 1536000, 1920000, 2560000, 3072000};
-
-/// Code of a rate, -1 if the receiver does not have it.
+/// Code of one of EngineLimits::kRatesHz, -1 if the receiver does not have the rate.
 int deviceRateCode(double rateHz);
 inline bool isDeviceRate(double rateHz)
 {

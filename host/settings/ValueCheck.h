@@ -9,7 +9,7 @@
 
 namespace host
 {
-/// How the text behind an option becomes its value.
+/// How the text after an option becomes its value.
 struct ValueCheck
 {
     /// Throws a UsageError, which need not name the option.

@@ -255,7 +255,7 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
     QMap<QString, QByteArray> plain;
     for (const auto &c : cases) {
         const auto audio = [&](const QString &options) {
-            host.run(QString("--seconds 0.3 --free-run --out a.wav --mode ") + c.mode + options);
+            host.run(QString("--seconds 0.5 --free-run --out a.wav --mode ") + c.mode + options);
             EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
             return host.bytes("a.wav");
         };
@@ -263,7 +263,7 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
             plain[c.mode] = audio({});
         EXPECT_NE(audio(QString(" ") + c.tool), plain[c.mode]) << c.tool;
     }
-    host.run("--seconds 0.3 --free-run --out a.wav --agc-gain 60");
+    host.run("--seconds 0.5 --free-run --out a.wav --agc-gain 60");
     EXPECT_EQ(host.bytes("a.wav"), plain["USB"]); // the host's own ceiling
 }
 
