@@ -3,33 +3,23 @@
 
 #include "signal_primitives/ipps.h"
 
-#include <algorithm>
 #include <cassert>
-#include <utility>
+#include <cmath>
 
 namespace
 {
 constexpr double kFixedGain = 0.7; // linear, of each channel before the volume controls
-
-bool isDigital(DspCore::Modulation modulation)
-{
-    return modulation == DspCore::Modulation::DIGL || modulation == DspCore::Modulation::DIGU
-        || modulation == DspCore::Modulation::DRM;
-}
+constexpr double kVolumeFadeMs = 50.0;
+constexpr double kMinMainVolume = -60.0; // dB
 } // namespace
 
 namespace DspCore
 {
-Receiver::Receiver(QObject *parent)
-    : QObject(parent), mBuffer(kOutletSize), mVac(kOutletSize), mLineOut(kOutletSize)
+Receiver::Receiver(QObject *parent) : QObject(parent)
 {
     setUpVolumeRamp();
-    setUpRates();
-    setUpPreFilters();
-    setUpBandFilters();
-    setUpWideBandFilter();
-    setUpMixers();
-    setUpTools();
+    mWideFm.setRates(mInputRate, mOutputRate);
+    setUpWideBand();
 }
 
 void Receiver::process(COMPLEX *buffer, int len)
@@ -38,232 +28,62 @@ void Receiver::process(COMPLEX *buffer, int len)
     if (buffer == nullptr || len < 1)
         return;
 
-    takeInput(buffer, len);
-    mInputMeter.process(a().input.data(), len);
+    mInputMeter.process(buffer, len);
     const Modulation modulation = mSwitcher.modulation(); // of the whole block
     if (mSwitcher.takeClear())
         clearInFade();
-    tune(len);
-    if (modulation == Modulation::WFM)
-        runWide(len);
-    else
-        runNarrow(modulation, len);
-    runTail();
-}
-
-void Receiver::takeInput(const COMPLEX *buffer, int len)
-{
-    for (ReceiverChannel &channel : mChannels) {
-        ippsCopy_64fc(buffer, channel.input.data(), len);
-        channel.length = 0; // wide FM leaves channel B at that
+    for (ReceiverChannel &channel : mChannels)
+        channel.tune(buffer, len);
+    if (modulation == Modulation::WFM) {
+        a().process(mWideFm);
+    } else {
+        for (ReceiverChannel &channel : mChannels)
+            channel.process(modulation);
     }
+    runTail();
 }
 
 void Receiver::clearInFade()
 {
-    clearFilters();
-    for (ReceiverChannel &channel : mChannels)
-        channel.sqlCtcss.clear();
-    applyAgcParams();
-    clearAgc();
-}
-
-void Receiver::applyAgcParams()
-{
-    if (mAgcQueue.empty())
-        return;
-    // Only the newest counts, as it does when someone turns a knob through many values.
-    const AgcParam newest = mAgcQueue.back();
-    mAgcQueue.clear();
-    for (ReceiverChannel &channel : mChannels)
-        channel.agc.setOn(newest.on);
-    setAgcTimes(newest);
-}
-
-void Receiver::tune(int len)
-{
-    for (ReceiverChannel &channel : mChannels)
-        channel.oscillator.process(channel.input.data(), len);
-}
-
-void Receiver::runNarrow(Modulation modulation, int len)
-{
-    for (ReceiverChannel &channel : mChannels)
-        channel.decimate(std::min(len, mLongestInput));
-    shiftDigital(modulation);
-    filterBand();
-    demodulate(modulation);
-    if (!isDigital(modulation))
-        cleanUp();
-    mVac.write(a().output.data(), a().length);
-    if (modulation == Modulation::LSB)
-        swapParts();
-    if (modulation != Modulation::NFM)
-        controlLevel();
-    finish(modulation);
-}
-
-void Receiver::runWide(int len)
-{
-    mWideFm.process(a(), len);
-    if (a().length > 0)
-        a().equalizer.process(a().output.data(), unsigned(a().length));
-}
-
-/// A block of a few input samples may give none at the output rate, and the filters take no empty
-/// block.
-template <typename Step>
-void Receiver::forEachWithSamples(Step step)
-{
-    for (ReceiverChannel &channel : mChannels) {
-        if (channel.length > 0)
-            step(channel);
+    if (!mAgcQueue.empty()) {
+        // Only the newest counts, as it does when someone turns a knob through many values.
+        both(&ReceiverChannel::agc, &Velmora::CppDsp::Vm_Agc<REAL>::setOn, mAgcQueue.back().on);
+        both(&ReceiverChannel::setAgcTimes, mAgcQueue.back());
+        mAgcQueue.clear();
     }
-}
-
-void Receiver::shiftDigital(Modulation modulation)
-{
-    if (modulation == Modulation::DIGU) {
-        forEachWithSamples(
-            [](ReceiverChannel &c) { c.diguMixer.process(c.output.data(), c.length); });
-    } else if (modulation == Modulation::DIGL) {
-        forEachWithSamples(
-            [](ReceiverChannel &c) { c.diglMixer.process(c.output.data(), c.length); });
-    }
-}
-
-void Receiver::filterBand()
-{
-    forEachWithSamples([](ReceiverChannel &c) {
-        c.bandFilter.process(c.output.data(), c.length);
-        c.meter.process(c.output.data(), c.length);
-    });
-}
-
-void Receiver::demodulate(Modulation modulation)
-{
-    switch (modulation) {
-    case Modulation::AM:
-        return forEachWithSamples(
-            [](ReceiverChannel &c) { c.am.process(c.output.data(), c.length); });
-    case Modulation::SAM:
-        return forEachWithSamples(
-            [](ReceiverChannel &c) { c.sam.process(c.output.data(), c.length); });
-    case Modulation::LSB:
-    case Modulation::USB:
-        return forEachWithSamples(
-            [](ReceiverChannel &c) { c.ssbApf.process(c.output.data(), c.length); });
-    case Modulation::CW:
-        return forEachWithSamples([](ReceiverChannel &c) {
-            c.cw.process(c.output.data(), c.length);
-            c.cwApf.process(c.output.data(), c.length);
-        });
-    case Modulation::NFM:
-        return forEachWithSamples([](ReceiverChannel &c) {
-            c.nfm.process(c.output.data(), c.length);
-            c.sqlCtcss.process(c.output.data(), c.length, c.level);
-        });
-    case Modulation::DRM:
-        if (a().length > 0)
-            mDrmMixer.process(a().output.data(), a().length);
-        return;
-    default: // DSB and the mixed digital modes are what the band filter gives
-        return;
-    }
-}
-
-void Receiver::cleanUp()
-{
-    forEachWithSamples([](ReceiverChannel &c) {
-        c.anf.process(c.output.data(), c.length);
-        c.nr.process(c.output.data(), c.length);
-        c.equalizer.process(c.output.data(), unsigned(c.length));
-    });
-}
-
-/// The squelch knows the level of the last block only, so it opens and closes one block late.
-void Receiver::controlLevel()
-{
-    forEachWithSamples([](ReceiverChannel &c) {
-        c.agc.process(c.output.data(), unsigned(c.length));
-        c.sql.process(c.output.data(), c.length, c.level);
-    });
-}
-
-/// Mirrors the spectrum, so that the lower sideband goes on as an upper one.
-void Receiver::swapParts()
-{
-    for (ReceiverChannel &channel : mChannels) {
-        for (int i = 0; i < channel.length; ++i)
-            std::swap(channel.output[i].re, channel.output[i].im);
-    }
-}
-
-/// Digital modes hand out the complex signal. Binaural sideband modes and CW do so too, to the two
-/// ears; the other modes are mono, and binaural delays one ear.
-void Receiver::finish(Modulation modulation)
-{
-    switch (modulation) {
-    case Modulation::DIGL:
-    case Modulation::DIGU:
-    case Modulation::DRM:
-        return;
-    case Modulation::LSB:
-    case Modulation::USB:
-        if (!mBin)
-            copyToBothEars();
-        return;
-    case Modulation::CW:
-        return finishCw();
-    default:
-        copyToBothEars();
-        for (ReceiverChannel &channel : mChannels)
-            channel.binaural.process(channel.output.data(), unsigned(channel.length));
-    }
-}
-
-void Receiver::finishCw()
-{
-    if (mBin)
-        return;
-    if (a().dse.enable())
-        forEachWithSamples([](ReceiverChannel &c) { c.dse.process(c.output.data(), c.length); });
-    else
-        copyToBothEars();
-}
-
-void Receiver::copyToBothEars()
-{
-    for (ReceiverChannel &channel : mChannels)
-        channel.copyLeftToRight();
+    mWideFm.clear();
+    both(&ReceiverChannel::clear);
+    both(&ReceiverChannel::sqlCtcss, &SqlCtcss::clear);
 }
 
 void Receiver::runTail()
 {
-    mSwitcher.process(a().output.data(), b().output.data(), a().length);
-    mLineOut.write(a().output.data(), a().length);
+    mSwitcher.process(a().audio(), b().audio(), a().length());
+    mLineOut.write(a().audio(), a().length());
     applyFixedGain();
     applyMainVolume();
     if (mChannelBInUse)
         addChannelB();
-    mClipper.process(a().output.data(), unsigned(a().length));
+    mClipper.process(a().audio(), unsigned(a().length()));
     if (mSoundCardCallback)
-        mSoundCardCallback(gsl::span<COMPLEX>(a().output.data(), std::size_t(a().length)));
-    mBuffer.write(a().output.data(), a().length);
+        mSoundCardCallback(gsl::span<COMPLEX>(a().audio(), std::size_t(a().length())));
+    mBuffer.write(a().audio(), a().length());
     readMeters();
 }
 
 void Receiver::applyFixedGain()
 {
-    forEachWithSamples(
-        [](ReceiverChannel &c) { ippsMulC_64f_I(kFixedGain, &c.output.data()->re, 2 * c.length); });
+    for (ReceiverChannel &channel : mChannels) {
+        if (channel.length() > 0)
+            ippsMulC_64f_I(kFixedGain, &channel.audio()->re, 2 * channel.length());
+    }
 }
 
 void Receiver::applyMainVolume()
 {
-    COMPLEX *left = a().output.data();
-    COMPLEX *right = b().output.data();
-    mMainVolume.run(mMainMute, a().length, [left, right](int i, double gain) {
+    COMPLEX *left = a().audio();
+    COMPLEX *right = b().audio();
+    mMainVolume.run(mMainMute, a().length(), [left, right](int i, double gain) {
         left[i].re *= gain;
         left[i].im *= gain;
         right[i].re *= gain;
@@ -274,51 +94,107 @@ void Receiver::applyMainVolume()
 /// A's length rules both: in wide FM channel B adds what its array still holds.
 void Receiver::addChannelB()
 {
-    const int length = a().length;
-    a().gain.process(a().output.data(), length);
-    b().gain.process(b().output.data(), length);
+    const int length = a().length();
+    a().gain.process(a().audio(), length);
+    b().gain.process(b().audio(), length);
     if (length > 0)
-        ippsAdd_64fc_I(b().output.data(), a().output.data(), length);
+        ippsAdd_64fc_I(b().audio(), a().audio(), length);
 }
 
 void Receiver::readMeters()
 {
     mAdcRe = mInputMeter.adcRe();
     mAdcIm = mInputMeter.adcIm();
-    for (ReceiverChannel &channel : mChannels)
-        channel.level = channel.meter.dbm();
+    both(&ReceiverChannel::readLevel);
     mWfmStereoSeen = mWideFm.isStereo();
 }
 
 void Receiver::clear()
 {
-    clearFilters();
-    clearAgc();
+    mWideFm.clear();
+    both(&ReceiverChannel::clear);
     mSwitcher.clear();
 }
 
-void Receiver::clearFilters()
+void Receiver::setInputSampleRate(double rate)
 {
-    mWideFm.clear();
-    for (ReceiverChannel &channel : mChannels) {
-        channel.preFilter.clear();
-        channel.decimator.clear();
-        channel.bandFilter.clear();
-        channel.ssbApf.clear();
-        channel.am.clear();
-        channel.sam.clear();
-        channel.nfm.clear();
-        channel.equalizer.clear();
-        channel.nr.clear();
-        channel.anf.clear();
-        channel.cwApf.clear();
-        channel.dse.clear();
-    }
+    if (qFuzzyCompare(rate, mInputRate))
+        return;
+    mInputRate = rate;
+    mMainVolume.setCurrent(0.0f);
+    both(&ReceiverChannel::setInputRate, rate);
+    mWideFm.setInputRate(rate, mOutputRate);
+    clear();
+    mBuffer.clear();
 }
 
-void Receiver::clearAgc()
+void Receiver::setOutputSampleRate(double rate)
 {
-    for (ReceiverChannel &channel : mChannels)
-        channel.agc.clear();
+    if (qFuzzyCompare(rate, mOutputRate))
+        return;
+    mOutputRate = rate;
+    setUpVolumeRamp();
+    // The times are samples at the new rate from here on; the switch waits for its fade.
+    both(&ReceiverChannel::setAgcTimes, mAgcParam);
+    both(&ReceiverChannel::setOutputRate, rate);
+    mWideFm.setRates(mInputRate, rate);
+    clear();
+}
+
+void Receiver::setUpVolumeRamp()
+{
+    const auto pole = float(std::exp(-1000.0 / (mOutputRate * kVolumeFadeMs)));
+    mMainVolume.setPole(pole, 1.0f - pole);
+}
+
+void Receiver::setRit(unsigned int channel, double frequency)
+{
+    if (channel == 0)
+        a().setRit(frequency);
+}
+
+void Receiver::setBandFilterIf(unsigned int, double low, double high)
+{
+    mBandLow = low;
+    mBandHigh = high;
+    both(&ReceiverChannel::setBand, low, high);
+    setUpWideBand();
+}
+
+void Receiver::setUpWideBand()
+{
+    mWideFm.setBand(mBandLow / mInputRate, mBandHigh / mInputRate, mFilterTaps);
+}
+
+void Receiver::setFilterTaps(int taps)
+{
+    if (taps == mFilterTaps)
+        return;
+    mFilterTaps = taps;
+    both(&ReceiverChannel::setFilterTaps, taps);
+}
+
+void Receiver::setAgcParam(bool on, double attack, double decay, double hang)
+{
+    mAgcParam = {attack, decay, quint32(hang), on};
+    mAgcQueue.push_back(mAgcParam);
+    mSwitcher.setAgcParam();
+}
+
+void Receiver::setMainVolume(double db)
+{
+    mMainVolume.setTarget(volumeGain(std::clamp(db, kMinMainVolume, 0.0)));
+}
+
+void Receiver::getAdc(unsigned int, double &re, double &im) const
+{
+    re = mAdcRe;
+    im = mAdcIm;
+}
+
+void Receiver::getDbm(unsigned int, double &a, double &b) const
+{
+    a = mChannels[0].level();
+    b = mChannels[1].level();
 }
 } // namespace DspCore

@@ -3,7 +3,6 @@
 
 #include "DspCore/agc/Vm_Clipper.h"
 #include "DspCore/audio/RxMeter.h"
-#include "DspCore/filters/DownConverter.h"
 #include "DspCore/receiver/AgcParam.h"
 #include "DspCore/receiver/GainRamp.h"
 #include "DspCore/receiver/ModulationSwitcher.h"
@@ -17,36 +16,28 @@
 
 #include <gsl/span>
 
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace DspCore
 {
 /// Turns blocks of IQ samples into audio for two tuned frequencies, channels A and B.
 ///
 ///     block ─┬─ input meter
-///            ├─ A: oscillator ─┬─ (wide FM) band filter ─ meter ─ decoder ─ equalizer ─> tail
-///            │                 └─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
-///            └─ B: the same without wide FM                                              │
-///      ┌─────────────────────────────────────────────────────────────────────────────────┘
-///      └─ meter ─┬─ demodulator ─ peak filter (SSB, CW) ─ tone squelch (NFM) ─┐
-///                │   ┌────────────────────────────────────────────────────────┘
-///                │   └─ auto notch ─ noise reduction ─ equalizer ─┐
-///                └─ (digital modes) DRM mixer on A ───────────────┴─┬─> vac()
-///      ┌────────────────────────────────────────────────────────────┘
-///      └─ swap of the parts (LSB) ─ AGC ─ squelch (neither in NFM) ─ both ears ─> tail
-///     tail ─ mode fade ─┬─> lineout()
-///                       └─ fixed gain ─ main volume ─ A + B ─ clipper ─┬─> sound-card hook
-///                                                                      └─> buffer()
+///            ├─ A: its road, see ReceiverChannel ─┬─> vac(), ahead of the gain control
+///            │                                    └──────────────┐
+///            └─ B: the same, but for wide FM and DRM's shift ────┤
+///      ┌─────────────────────────────────────────────────────────┘
+///      └─ mode fade ─┬─> lineout()
+///                    └─ fixed gain ─ main volume ─ A + B ─ clipper ─┬─> sound-card hook
+///                                                                   └─> buffer()
 ///
-/// "Both ears": mono, or the two halves of the spectrum around the CW tone (DSE), or in binaural
-/// the complex signal (SSB, CW) and mono with one ear late (AM, SAM, DSB, NFM). Digital modes hand
-/// out the complex signal.
-///
-/// The blocks up to the decimator run at the input rate, all others at the output rate. Channel B
-/// always runs; it joins the sum, and the gains of the channels act, while setEnableVfob() is on.
-/// The main volume starts at silence, so that a new receiver fades in.
+/// In wide FM the input of A goes through WideFm. Channel B always runs; it joins the sum, and the
+/// gains of the channels act, while setEnableVfob() is on. The main volume starts at silence, so
+/// that a new receiver fades in.
 ///
 /// Frequencies, edges and offsets are in Hz, levels and volumes in dB, times in ms. `channel` is 0
 /// for A and 1 for B; any other number is ignored by every setter that looks at it.
@@ -84,10 +75,13 @@ public:
     double inputSampleRate() const { return mInputRate; }
 
     /// Moves the station at `frequency` to 0 Hz until the next change of the input rate.
-    void setDownConverter(unsigned int channel, double frequency);
+    void setDownConverter(unsigned int channel, double frequency)
+    {
+        one(channel, &ReceiverChannel::setTuning, frequency);
+    }
 
     /// Always 0.0: the tuning lives with the caller, and this is the offset on top of it.
-    double downConverter(unsigned int channel) const;
+    double downConverter(unsigned int) const { return 0.0; }
 
     /// Fine tuning on top of setDownConverter(); channel A only.
     void setRit(unsigned int channel, double frequency);
@@ -99,8 +93,8 @@ public:
     /// Taps of the band filters. Wide FM takes them over with the next setBandFilterIf().
     void setFilterTaps(int taps);
 
-    /// Takes effect behind a fade; the mode asked for already is left alone.
-    void setModulation(Modulation modulation);
+    /// Takes effect after a fade; the mode asked for already is left alone.
+    void setModulation(Modulation modulation) { mSwitcher.setModulation(modulation); }
 
     /// Takes effect at the bottom of a fade, also with unchanged values. Attack, decay and hang in
     /// ms, hang truncated.
@@ -108,72 +102,105 @@ public:
 
     /// Highest gain of the gain control and its gain while off, of both channels whatever the
     /// channel: -19..120 and -60..120 dB.
-    void setAgcGain(unsigned int channel, int gain);
+    void setAgcGain(unsigned int, int gain) { both(&ReceiverChannel::setAgcGain, gain); }
 
     /// Pitch of a CW station in tune; the CW peak filter and the DSE sit there as well.
-    void setCwTone(int tone);
+    void setCwTone(int tone) { both(&ReceiverChannel::setCwTone, tone); }
 
-    void setDiglOffset(int offset);
-    void setDiguOffset(int offset);
+    void setDiglOffset(int offset) { both(&ReceiverChannel::setDiglOffset, offset); }
+    void setDiguOffset(int offset) { both(&ReceiverChannel::setDiguOffset, offset); }
 
     /// Limited to -60..0; -60 is silence.
     void setMainVolume(double db);
-    void setVolume(unsigned int channel, double db);
+    void setVolume(unsigned int channel, double db)
+    {
+        one(channel, &ReceiverChannel::gain, &ChannelGain::setVolume, db);
+    }
 
     /// See ChannelGain::setBalance().
-    void setBalance(unsigned int channel, double db);
-    void setMainMute(bool mute);
-    void setMute(unsigned int channel, bool mute);
+    void setBalance(unsigned int channel, double db)
+    {
+        one(channel, &ReceiverChannel::gain, &ChannelGain::setBalance, db);
+    }
+    void setMainMute(bool mute) { mMainMute = mute; }
+    void setMute(unsigned int channel, bool mute)
+    {
+        one(channel, &ReceiverChannel::gain, &ChannelGain::setMute, mute);
+    }
 
     /// Whether channel B is heard.
-    void setEnableVfob(bool enable);
+    void setEnableVfob(bool enable) { mChannelBInUse = enable; }
 
     /// Complex signal or delayed ear instead of mono, see above.
-    void setBin(bool enable);
+    void setBin(bool enable) { both(&ReceiverChannel::setBin, enable); }
 
     /// Peak filters of SSB and of CW. Quality at least 0.1; every change empties the filter.
-    void setApf(bool enable);
-    void setSsbApfGain(int gainDb);
-    void setSsbApfQuality(double quality);
-    void setSsbApfFreq(int frequency);
-    void setCwApfGain(int gainDb);
-    void setCwApfQuality(int quality);
+    void setApf(bool enable) { both(&ReceiverChannel::setApf, enable); }
+    void setSsbApfGain(int gainDb) { both(&ReceiverChannel::setSsbApfGain, gainDb); }
+    void setSsbApfQuality(double quality) { both(&ReceiverChannel::setSsbApfQuality, quality); }
+    void setSsbApfFreq(int frequency) { both(&ReceiverChannel::setSsbApfFreq, frequency); }
+    void setCwApfGain(int gainDb) { both(&ReceiverChannel::setCwApfGain, gainDb); }
+    void setCwApfQuality(int quality) { both(&ReceiverChannel::setCwApfQuality, quality); }
 
     /// Noise reduction and auto notch, see LmsPredictor. Switch, taps and delay start them anew.
-    void setNr(bool enable);
-    void setNrTaps(int taps);
-    void setNrDelay(int samples);
-    void setNrRate(double rate);
-    void setNrLeak(double leak);
-    void setAnf(bool enable);
-    void setAnfTaps(int taps);
-    void setAnfDelay(int samples);
-    void setAnfRate(double rate);
-    void setAnfLeak(double leak);
+    void setNr(bool enable) { both(&ReceiverChannel::nr, &NoiseReduction::setEnable, enable); }
+    void setNrTaps(int taps) { both(&ReceiverChannel::nr, &NoiseReduction::setTaps, taps); }
+    void setNrDelay(int samples) { both(&ReceiverChannel::nr, &NoiseReduction::setDelay, samples); }
+    void setNrRate(double rate) { both(&ReceiverChannel::nr, &NoiseReduction::setRate, rate); }
+    void setNrLeak(double leak) { both(&ReceiverChannel::nr, &NoiseReduction::setLeak, leak); }
+    void setAnf(bool enable) { both(&ReceiverChannel::anf, &AutoNotchFilter::setEnable, enable); }
+    void setAnfTaps(int taps) { both(&ReceiverChannel::anf, &AutoNotchFilter::setTaps, taps); }
+    void setAnfDelay(int samples)
+    {
+        both(&ReceiverChannel::anf, &AutoNotchFilter::setDelay, samples);
+    }
+    void setAnfRate(double rate) { both(&ReceiverChannel::anf, &AutoNotchFilter::setRate, rate); }
+    void setAnfLeak(double leak) { both(&ReceiverChannel::anf, &AutoNotchFilter::setLeak, leak); }
 
     /// Spreads CW between the ears while binaural is off; its quality is the length in taps.
-    void setDse(bool enable);
-    void setDseQuality(int taps);
-    void setDseSwap(bool swap);
+    void setDse(bool enable) { both(&ReceiverChannel::dse, &Dse::setEnable, enable); }
+    void setDseQuality(int taps) { both(&ReceiverChannel::dse, &Dse::setTaps, taps); }
+    void setDseSwap(bool swap) { both(&ReceiverChannel::dse, &Dse::setSwap, swap); }
 
     /// Gains in dB, lowest band first; any other number of them than 18 is ignored.
-    void setEqualizerEnable(bool enable);
-    void setEqualizerGains(const QVector<int> &gains);
+    void setEqualizerEnable(bool enable)
+    {
+        both(&ReceiverChannel::equalizer, &Equalizer18::setEnable, enable);
+    }
+    void setEqualizerGains(const QVector<int> &gains)
+    {
+        both(&ReceiverChannel::equalizer, &Equalizer18::init, gains);
+    }
 
     /// Squelch by level, threshold in dBm, of one channel; in NFM by tone as well, of both. A tone
     /// index below 0 counts as 0.
-    void setSqlEnable(unsigned int channel, bool enable);
-    void setSqlValue(unsigned int channel, int threshold);
-    void setEnableCTCSS(bool enable);
-    void setToneCTCSS(int index);
+    void setSqlEnable(unsigned int channel, bool enable)
+    {
+        one(channel, &ReceiverChannel::setSqlEnable, enable);
+    }
+    void setSqlValue(unsigned int channel, int threshold)
+    {
+        one(channel, &ReceiverChannel::setSqlValue, threshold);
+    }
+    void setEnableCTCSS(bool enable)
+    {
+        both(&ReceiverChannel::sqlCtcss, &SqlCtcss::setEnable, enable);
+    }
+    void setToneCTCSS(int index)
+    {
+        both(&ReceiverChannel::sqlCtcss, &SqlCtcss::setTone, std::max(index, 0));
+    }
 
     /// Wide FM in stereo where a pilot is; a change of a rate switches it on again. The region
-    /// changes nothing that is heard.
-    void setWfmStereo(bool stereo);
-    void setWfmUsa(bool usa);
+    /// changes nothing: the decoder keeps its 50 us in all of them.
+    void setWfmStereo(bool stereo) { mWideFm.setStereo(stereo); }
+    void setWfmUsa(bool) { }
 
     /// Called inside process() with the block that goes to buffer(), whether or not it fits there.
-    void setSoundCardCallback(SoundCardCallback callback);
+    void setSoundCardCallback(SoundCardCallback callback)
+    {
+        mSoundCardCallback = std::move(callback);
+    }
 
     /// Final audio.
     CircularBuffer<COMPLEX> &buffer() { return mBuffer; }
@@ -185,7 +212,7 @@ public:
     CircularBuffer<COMPLEX> &lineout() { return mLineOut; }
 
     /// Always -120.0; getDbm() has the levels.
-    double signalLevel(Channel channel) const;
+    double signalLevel(Channel) const { return kNoLevel; }
 
     /// Levels of the last block, whatever the channel: dB of the two parts of the input, dBm of A
     /// and B.
@@ -196,91 +223,78 @@ public:
     bool wfmIsStereo() const { return mWfmStereoSeen; }
 
 private:
+    static constexpr double kNoLevel = -120.0; // dB or dBm, floor of the level displays
+
     ReceiverChannel &a() { return mChannels[0]; }
     ReceiverChannel &b() { return mChannels[1]; }
-    bool exists(unsigned int channel) const { return channel < mChannels.size(); }
 
-    /// Of a peak filter.
-    struct ApfSetting
+    /// Calls a setter of both channels, or of one of their blocks.
+    template <typename... Arguments, typename... Values>
+    void both(void (ReceiverChannel::*setter)(Arguments...), const Values &...values)
     {
-        double frequency; // Hz
-        double quality;
-        double gainDb;
-    };
+        for (ReceiverChannel &channel : mChannels)
+            (channel.*setter)(values...);
+    }
+    template <typename Block, typename Setter, typename... Values>
+    void both(Block ReceiverChannel::*block, Setter Block::*setter, const Values &...values)
+    {
+        for (ReceiverChannel &channel : mChannels)
+            ((channel.*block).*setter)(values...);
+    }
 
-    template <typename Step>
-    void forEachWithSamples(Step step);
+    /// The same for one channel, if there is one of this number.
+    template <typename... Arguments, typename... Values>
+    void one(unsigned int channel, void (ReceiverChannel::*setter)(Arguments...),
+        const Values &...values)
+    {
+        if (channel < mChannels.size())
+            (mChannels[channel].*setter)(values...);
+    }
+    template <typename Block, typename Setter, typename... Values>
+    void one(unsigned int channel, Block ReceiverChannel::*block, Setter Block::*setter,
+        const Values &...values)
+    {
+        if (channel < mChannels.size())
+            ((mChannels[channel].*block).*setter)(values...);
+    }
 
     // The steps of process(), in its order.
-    void takeInput(const COMPLEX *buffer, int len);
     void clearInFade();
-    void applyAgcParams();
-    void tune(int len);
-    void runWide(int len);
-    void runNarrow(Modulation modulation, int len);
-    void shiftDigital(Modulation modulation);
-    void filterBand();
-    void demodulate(Modulation modulation);
-    void cleanUp();
-    void swapParts();
-    void controlLevel();
-    void finish(Modulation modulation);
-    void finishCw();
-    void copyToBothEars();
     void runTail();
     void applyFixedGain();
     void applyMainVolume();
     void addChannelB();
     void readMeters();
 
-    void clearFilters();
-    void clearAgc();
     void setUpVolumeRamp();
-    void setUpRates();
-    void setUpPreFilters();
-    void setUpBandFilters();
-    void setUpWideBandFilter();
-    void setUpMixers();
-    void setUpTools();
-    void setUpSsbApf();
-    void setUpCwApf();
-    void setToolRates();
-    void setAgcTimes(const AgcParam &param);
+    void setUpWideBand();
 
-    double mInputRate = 192000.0;        // Hz
-    double mOutputRate = 48000.0;        // Hz
-    int mLongestInput = SIGNAL_MAX_SIZE; // samples of a block whose output fits the arrays
+    double mInputRate = 192000.0; // Hz
+    double mOutputRate = 48000.0; // Hz
+    double mBandLow = 0.0;        // Hz
+    double mBandHigh = 3000.0;    // Hz
     int mFilterTaps = 1000;
-    double mBandLow = 0.0;       // Hz
-    double mBandHigh = 3000.0;   // Hz
-    double mDiglOffset = 2200.0; // Hz
-    double mDiguOffset = 1500.0; // Hz
-    double mRit = 0.0;           // Hz, channel A
     bool mChannelBInUse = false;
     bool mMainMute = false;
-
-    bool mBin = false;
-    ApfSetting mSsbApf{500.0, 1.0, 20.0};
-    ApfSetting mCwApf{700.0, 6.0, 30.0}; // the frequency is the CW tone
 
     AgcParam mAgcParam;             // as asked for
     std::deque<AgcParam> mAgcQueue; // waiting for the bottom of a fade, newest at the back
 
-    double mAdcRe = -120.0; // dB
-    double mAdcIm = -120.0; // dB
+    double mAdcRe = kNoLevel; // dB
+    double mAdcIm = kNoLevel; // dB
     bool mWfmStereoSeen = false;
 
+    CircularBuffer<COMPLEX> mBuffer{kOutletSize};
+    CircularBuffer<COMPLEX> mVac{kOutletSize};
+    CircularBuffer<COMPLEX> mLineOut{kOutletSize};
+
     RxMeter mInputMeter;
-    std::array<ReceiverChannel, 2> mChannels;
-    DownConverter mDrmMixer; // channel A
+    std::array<ReceiverChannel, 2> mChannels{
+        ReceiverChannel(Channel::A, &mVac), ReceiverChannel(Channel::B, nullptr)};
     WideFm mWideFm;
     ModulationSwitcher mSwitcher;
     GainRamp mMainVolume{0.0f, 1.0f, 0.0f}; // the pole comes with the output rate
     Velmora::CppDsp::Vm_Clipper<REAL> mClipper;
-
     SoundCardCallback mSoundCardCallback;
-    CircularBuffer<COMPLEX> mBuffer;
-    CircularBuffer<COMPLEX> mVac;
-    CircularBuffer<COMPLEX> mLineOut;
 };
 } // namespace DspCore

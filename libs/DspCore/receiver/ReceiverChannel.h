@@ -18,59 +18,173 @@
 #include "DspCore/noise/AutoNotchFilter.h"
 #include "DspCore/noise/Dse.h"
 #include "DspCore/noise/NoiseReduction.h"
+#include "DspCore/receiver/AgcParam.h"
 #include "DspCore/receiver/ChannelGain.h"
 #include "DspCore/types.h"
+#include "vm_library/source/containers/CircularBuffer.h"
 
 #include <vector>
 
 namespace DspCore
 {
-/// What a receiver holds once per tuned frequency: the blocks, and the block of samples that is on
-/// its way through them.
-struct ReceiverChannel
-{
-    // Input rate.
-    std::vector<COMPLEX> input = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
-    DownConverter oscillator;
-    FastFir preFilter;
-    Resampler decimator;
+class WideFm;
 
-    // Output rate.
-    std::vector<COMPLEX> output = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
-    int length = 0; // samples in `output` that belong to the present block
-    DownConverter diglMixer;
-    DownConverter diguMixer;
-    FastFir bandFilter;
-    RxMeter meter;
-    double level = -120.0; // dBm, as the last block left it
-    DemodulatorAM am;
-    DemodulatorSAM sam;
-    DemodulatorCW cw;
-    DemodulatorNFM nfm;
-    Apf ssbApf;
-    Apf cwApf;
+/// The road of one tuned frequency, from a block of IQ samples to a block of audio.
+///
+///     tune() ─ oscillator ─┬─ (wide FM) decoder ─ equalizer ─> audio()
+///                          └─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
+///      ┌──────────────────────────────────────────────────────────────────────────────┘
+///      └─ meter ─┬─ demodulator ─ peak filter (SSB, CW) ─ tone squelch (NFM) ─┐
+///                │   ┌────────────────────────────────────────────────────────┘
+///                │   └─ auto notch ─ noise reduction ─ equalizer ─┐
+///                └─ (digital modes) DRM mixer of channel A ───────┴─┬─> VAC outlet of channel A
+///      ┌────────────────────────────────────────────────────────────┘
+///      └─ swap of the parts (LSB) ─ AGC ─ squelch (neither in NFM) ─ both ears ─> audio()
+///
+/// "Both ears": mono, or the two halves of the spectrum around the CW tone (DSE), or in binaural
+/// the complex signal (SSB, CW) and mono with one ear late (AM, SAM, DSB, NFM). Digital modes hand
+/// out the complex signal.
+///
+/// The blocks up to the decimator run at the input rate, all others at the output rate. Rates,
+/// frequencies, edges and offsets are in Hz. Not thread-safe; the owner serialises.
+class ReceiverChannel
+{
+public:
+    /// `vac` is the outlet of channel A; null for a channel that has none. At 192 kHz in, 48 kHz
+    /// out.
+    ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac);
+
+    /// Takes a block of 1..SIGNAL_MAX_SIZE samples and moves the station to 0 Hz. There is no audio
+    /// until one of the two process() has made it.
+    void tune(const COMPLEX *block, int length);
+
+    /// Makes audio of the block in any mode but wide FM. If the rate goes up, the end of a block
+    /// whose audio would be longer than SIGNAL_MAX_SIZE is left out. Allocates nothing.
+    void process(Modulation modulation);
+
+    /// The same in wide FM.
+    void process(WideFm &wide);
+
+    /// The audio of the present block, length() stereo pairs of SIGNAL_MAX_SIZE. What stands there
+    /// from block to block stays until it is overwritten.
+    COMPLEX *audio() { return mOutput.data(); }
+    int length() const { return mLength; }
+
+    /// Level in the band at the last readLevel(), in dBm. The squelches go by it.
+    double level() const { return mLevel; }
+    void readLevel() { mLevel = mMeter.dbm(); }
+
+    /// Empties the history of all filters. Oscillators, levels and tone squelch stay.
+    void clear();
+
+    /// Each rate sets up all that counts in its samples. The input rate also drops the tuning, and
+    /// keeps the RIT.
+    void setInputRate(double rate);
+    void setOutputRate(double rate);
+
+    void setTuning(double frequency) { mOscillator.setOsc(frequency / mInputRate); }
+    void setRit(double frequency);
+
+    /// Pass band, and taps of its filter.
+    void setBand(double low, double high);
+    void setFilterTaps(int taps);
+
+    /// Times alone; the switch is AGC's own.
+    void setAgcTimes(const AgcParam &param);
+    void setAgcGain(int gainDb);
+
+    void setCwTone(double tone);
+    void setDiglOffset(double offset);
+    void setDiguOffset(double offset);
+
+    /// Complex signal or delayed ear instead of mono.
+    void setBin(bool enable);
+
+    void setApf(bool enable);
+    void setSsbApfFreq(double frequency);
+    void setSsbApfQuality(double quality);
+    void setSsbApfGain(double gainDb);
+    void setCwApfQuality(double quality);
+    void setCwApfGain(double gainDb);
+
+    void setSqlEnable(bool enable);
+    void setSqlValue(double thresholdDbm);
+
+    // Tools with settings of their own, which are the owner's to make.
     AutoNotchFilter anf;
     NoiseReduction nr;
     Equalizer18 equalizer;
     Dse dse;
     SqlCtcss sqlCtcss;
     Velmora::CppDsp::Vm_Agc<REAL> agc;
-    Sql sql;
-    Velmora::CppDsp::Vm_Binaural<REAL> binaural;
-    ChannelGain gain;
+    ChannelGain gain; // applied by the owner, where channels are added
 
-    /// Filters the first `count` input samples and brings them to the output rate.
-    void decimate(int count)
+private:
+    /// Of a peak filter.
+    struct ApfSetting
     {
-        preFilter.process(input.data(), count);
-        decimator.process(input.data(), count, output.data(), length);
-    }
+        double frequency; // Hz
+        double quality;
+        double gainDb;
+    };
 
-    /// Audio in the real part goes to both ears.
-    void copyLeftToRight()
-    {
-        for (int i = 0; i < length; ++i)
-            output[i].im = output[i].re;
-    }
+    // The steps of process(), in its order.
+    void decimate();
+    void shiftDigital(Modulation modulation);
+    void demodulate(Modulation modulation);
+    void cleanUp();
+    void swapParts();
+    void controlLevel();
+    void finish(Modulation modulation);
+    void copyToBothEars();
+
+    void setUpDecimator();
+    void setUpPreFilter();
+    void setUpBandFilter();
+    void setUpMixers();
+    void setUpSsbApf();
+    void setUpCwApf();
+    void setToolRates();
+
+    const Channel mName;
+    CircularBuffer<COMPLEX> *const mVac; // not owned
+
+    double mInputRate = 192000.0;
+    double mOutputRate = 48000.0;
+    int mLongestInput = SIGNAL_MAX_SIZE; // samples of a block whose audio fits mOutput
+    double mRit = 0.0;
+    double mBandLow = 0.0;
+    double mBandHigh = 3000.0;
+    int mFilterTaps = 1000;
+    double mDiglOffset = 2200.0;
+    double mDiguOffset = 1500.0;
+    ApfSetting mSsbApfSetting{500.0, 1.0, 20.0};
+    ApfSetting mCwApfSetting{700.0, 6.0, 30.0}; // the frequency is the CW tone
+    bool mBin = false;
+    double mLevel = -120.0; // dBm
+
+    // Input rate.
+    std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
+    int mInputLength = 0;
+    DownConverter mOscillator;
+    FastFir mPreFilter;
+    Resampler mDecimator;
+
+    // Output rate.
+    std::vector<COMPLEX> mOutput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
+    int mLength = 0; // samples in mOutput that belong to the present block
+    DownConverter mDiglMixer;
+    DownConverter mDiguMixer;
+    DownConverter mDrmMixer;
+    FastFir mBandFilter;
+    RxMeter mMeter;
+    DemodulatorAM mAm;
+    DemodulatorSAM mSam;
+    DemodulatorCW mCw;
+    DemodulatorNFM mNfm;
+    Apf mSsbApf;
+    Apf mCwApf;
+    Sql mSql;
+    Velmora::CppDsp::Vm_Binaural<REAL> mBinaural;
 };
 } // namespace DspCore

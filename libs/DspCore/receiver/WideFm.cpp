@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/receiver/WideFm.h"
 
+#include "DspCore/receiver/FixedRatio.h"
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
@@ -29,15 +30,17 @@ void WideFm::setRates(double inputRate, double outputRate)
     setUpDecoder(std::min(inputRate, kMaxRate), outputRate);
 }
 
-void WideFm::setRatio(int up, int down, double outputRate)
+void WideFm::setInputRate(double inputRate, double outputRate)
 {
-    mResampler.init(up, down);
+    const FixedRatio *ratio = fixedRatio(inputRate);
+    if (!ratio)
+        return setRates(inputRate, outputRate);
+    mResampler.init(ratio->wideUp, ratio->wideDown);
     setUpDecoder(kMaxRate, outputRate);
 }
 
 void WideFm::setUpDecoder(double rate, double outputRate)
 {
-    mDemodulator.setSampleRate(rate);
     if (rate < outputRate)
         mDecoder.reset();
     else
@@ -56,38 +59,36 @@ bool WideFm::isStereo() const
     return mDecoder && mDecoder->stereoDetected() && mDecoder->stereoEnabled();
 }
 
-void WideFm::process(ReceiverChannel &channel, int count)
+int WideFm::process(COMPLEX *input, int count, RxMeter &meter, COMPLEX *output)
 {
     int wideCount = 0;
-    mBandFilter.process(channel.input.data(), count);
-    mResampler.process(channel.input.data(), count, mWide.data(), wideCount);
-    channel.length = 0;
+    mBandFilter.process(input, count);
+    mResampler.process(input, count, mWide.data(), wideCount);
     if (wideCount < 1 || !mDecoder)
-        return;
-    channel.meter.process(mWide.data(), wideCount);
+        return 0;
+    meter.process(mWide.data(), wideCount);
     mDecoderInput.resize(std::size_t(wideCount));
     ippsConvert_64f32f(&mWide[0].re, &mDecoderInput[0].re, 2 * wideCount);
     mDecoder->process(mDecoderInput, mDecoded);
-    layOut(channel);
+    return layOut(output);
 }
 
 /// In stereo the decoder gives pairs, in mono one value for both ears.
-void WideFm::layOut(ReceiverChannel &channel) const
+int WideFm::layOut(COMPLEX *output) const
 {
-    COMPLEX *output = channel.output.data();
     if (mDecoder->stereoEnabled()) {
-        channel.length = int(mDecoded.size() / 2);
-        ippsCopy_64fc(reinterpret_cast<const COMPLEX *>(mDecoded.data()), output, channel.length);
-    } else {
-        channel.length = int(mDecoded.size());
-        ippsRealToCplx_64f(mDecoded.data(), mDecoded.data(), output, channel.length);
+        const int length = int(mDecoded.size() / 2);
+        ippsCopy_64fc(reinterpret_cast<const COMPLEX *>(mDecoded.data()), output, length);
+        return length;
     }
+    const int length = int(mDecoded.size());
+    ippsRealToCplx_64f(mDecoded.data(), mDecoded.data(), output, length);
+    return length;
 }
 
 void WideFm::clear()
 {
     mBandFilter.clear();
     mResampler.clear();
-    mDemodulator.clear();
 }
 } // namespace DspCore

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/demodulators/DemodulatorWFM.h"
+#include "DspCore/audio/RxMeter.h"
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Resampler.h"
-#include "DspCore/receiver/ReceiverChannel.h"
 #include "DspCore/types.h"
 #include "FmSoft/FmDecode.h"
 
@@ -13,8 +12,7 @@
 
 namespace DspCore
 {
-/// The road of wide FM: the tuned block of channel A, still at the input rate, becomes stereo
-/// audio.
+/// The road of wide FM: a tuned block at the input rate becomes stereo audio.
 ///
 ///     input ─ band filter ─ resampler ─┬─ 192 kHz or less, single precision ─ decoder ─> output
 ///                                      └─ channel meter
@@ -25,7 +23,7 @@ namespace DspCore
 class WideFm
 {
 public:
-    static constexpr double kMaxRate = 192000.0; // Hz, of the signal behind the resampler
+    static constexpr double kMaxRate = 192000.0; // Hz, of the resampled signal
 
     WideFm();
 
@@ -36,29 +34,26 @@ public:
     /// is enabled afterwards.
     void setRates(double inputRate, double outputRate);
 
-    /// The same with the ratio given as integers, for input rates above 192 kHz.
-    void setRatio(int up, int down, double outputRate);
+    /// The same, with the ratio of a rate that has one of its own.
+    void setInputRate(double inputRate, double outputRate);
 
     /// Mono for both ears while off. Lasts until the next change of a rate.
     void setStereo(bool stereo);
 
-    /// Region of the DemodulatorWFM, which is set up along with the rest and never given a sample:
-    /// the decoder keeps its 50 us in all regions.
-    void setUsaRegion(bool usa) { mDemodulator.setUsaRegion(usa); }
-
     /// Whether the pilot was locked at the end of the last block and stereo is enabled.
     bool isStereo() const;
 
-    /// Takes `count` samples of the channel's input and leaves audio in its output; measures the
-    /// channel ahead of the decoder. Allocates nothing but what the decoder's first blocks need.
-    void process(ReceiverChannel &channel, int count);
+    /// Takes `count` samples, whose array becomes work space, measures the channel ahead of the
+    /// decoder and leaves audio in `output`; its length is the result. Allocates nothing but what
+    /// the decoder's first blocks need.
+    int process(COMPLEX *input, int count, RxMeter &meter, COMPLEX *output);
 
     /// Empties the filters. The decoder runs on.
     void clear();
 
 private:
     void setUpDecoder(double rate, double outputRate);
-    void layOut(ReceiverChannel &channel) const;
+    int layOut(COMPLEX *output) const;
 
     FastFir mBandFilter;
     Resampler mResampler;
@@ -66,6 +61,5 @@ private:
     IQSampleVector mDecoderInput;
     SampleVector mDecoded;
     std::unique_ptr<FmDecoder> mDecoder; // none if the signal is slower than the audio
-    DemodulatorWFM mDemodulator;
 };
 } // namespace DspCore

@@ -10,6 +10,7 @@ AudioTap::AudioTap(double gain) : m_gain(gain) { }
 
 void AudioTap::setSampleRates(double inputRate, double outputRate)
 {
+    m_outputRate = outputRate;
     m_resampler.setSampleRates(inputRate, outputRate);
 
     // As the resampler rounds it. Without a ratio nothing comes out.
@@ -27,6 +28,13 @@ void AudioTap::setSampleRates(double inputRate, double outputRate)
     const auto longest = std::size_t(std::ceil(kChunk * ratio));
     if (longest > m_output.size())
         m_output.resize(longest);
+}
+
+void AudioTap::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    if (enabled)
+        clearRing();
 }
 
 void AudioTap::push(COMPLEX *chunk)

@@ -28,6 +28,11 @@ public:
 
     /// Rates in hertz: of the pushed chunks and of the host device.
     void setSampleRates(double inputRate, double outputRate);
+    double outputRate() const { return m_outputRate; }
+
+    /// Whether the host device is there to be fed. It starts with an empty ring.
+    void setEnabled(bool enabled);
+    bool enabled() const { return m_enabled; }
 
     /// Resamples kChunk pairs into the ring. A result that does not fit whole is dropped, so a host
     /// that stopped pulling costs audio and nothing else. Allocates nothing.
@@ -46,6 +51,8 @@ private:
     int resample(COMPLEX *chunk);
 
     double m_gain;
+    double m_outputRate = 48000.0; // hertz
+    bool m_enabled = false;
     DspCore::Resampler m_resampler;
     int m_portion = kChunk; // pairs per resampler call, see setSampleRates()
     std::vector<COMPLEX> m_output = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);

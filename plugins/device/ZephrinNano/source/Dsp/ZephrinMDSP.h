@@ -3,6 +3,7 @@
 
 #include "Dsp/AgcTable.h"
 #include "Dsp/AudioTap.h"
+#include "Dsp/FilterTaps.h"
 #include "Dsp/IQNotchFilter.h"
 #include "Dsp/InputFade.h"
 #include "Dsp/StereoPull.h"
@@ -92,7 +93,7 @@ public:
     /// stopped or the input ring has no room for all of them. Reader thread.
     void processIQ(gsl::span<COMPLEX> block);
 
-    /// The IQ stream behind the IQ notch, for the host to read. Any thread.
+    /// The IQ stream after the IQ notch, for the host to read. Any thread.
     CircularBuffer<COMPLEX> *iqBuffer() { return &m_iqTap; }
 
     /// The last lines of panorama and waterfall in dB, lowest frequency first. Both vectors take
@@ -150,7 +151,7 @@ public:
     void setSpectrumUpdateTime(unsigned int ms) { m_spectrum.setUpdateInterval(int(ms)); }
     void setHideSpectrumSlopes(bool hide) { m_spectrum.setRemoveSide(hide); }
 
-    /// Records the stream behind the IQ notch into a file. False, with a warning, if a recording
+    /// Records the stream after the IQ notch into a file. False, with a warning, if a recording
     /// runs or the file cannot be written.
     bool iqRecorderStart(const QString &path);
 
@@ -170,47 +171,80 @@ public:
     /// Frequencies in hertz from the tuned centre; edges in hertz from the channel's frequency.
     void setDownConverter(unsigned int channel, double hz);
     void setBandFilterIf(unsigned int channel, double low, double high);
-    void setRit(unsigned int receiver, unsigned int channel, double hz);
+    void setRit(unsigned int, unsigned int channel, double hz)
+    {
+        receiver(&DspCore::Receiver::setRit, channel, hz);
+    }
 
     /// Switches channel B into the sum, whatever channel is named.
-    void setChannelEnable(unsigned int receiver, unsigned int channel, bool state);
+    void setChannelEnable(unsigned int, unsigned int, bool state)
+    {
+        receiver(&DspCore::Receiver::setEnableVfob, state);
+    }
 
     /// Levels in decibels, balance in decibels of the quieter side (above 0: right quieter).
-    void setMainVolume(double level);
-    void setVolume(unsigned int receiver, unsigned int channel, double level);
-    void setBalance(unsigned int receiver, unsigned int channel, double balance);
-    void setMainMute(bool state);
-    void setMute(unsigned int receiver, unsigned int channel, bool state);
+    void setMainVolume(double level) { receiver(&DspCore::Receiver::setMainVolume, level); }
+    void setVolume(unsigned int, unsigned int channel, double level)
+    {
+        receiver(&DspCore::Receiver::setVolume, channel, level);
+    }
+    void setBalance(unsigned int, unsigned int channel, double balance)
+    {
+        receiver(&DspCore::Receiver::setBalance, channel, balance);
+    }
+    void setMainMute(bool state) { receiver(&DspCore::Receiver::setMainMute, state); }
+    void setMute(unsigned int, unsigned int channel, bool state)
+    {
+        receiver(&DspCore::Receiver::setMute, channel, state);
+    }
 
     /// Mode of the gain control. A number above User stores User and switches the control off.
     void setAgcMode(AgcMode mode);
 
     /// Highest gain of the control, and its gain while off, in decibels, whatever the channel.
-    void setAgcGain(unsigned int channel, int gain);
+    void setAgcGain(unsigned int channel, int gain)
+    {
+        receiver(&DspCore::Receiver::setAgcGain, channel, gain);
+    }
 
     /// Pitch of a CW station in tune, hertz.
-    void setCwTone(int tone);
+    void setCwTone(int tone) { receiver(&DspCore::Receiver::setCwTone, tone); }
 
     /// Switches of what cleans up the signal: the blankers on the IQ stream, the others on the
     /// audio of both channels.
-    void setNb1(unsigned int receiver, bool state);
-    void setNb2(unsigned int receiver, bool state);
-    void setNr(unsigned int receiver, bool state);
-    void setAnf(unsigned int receiver, bool state);
-    void setBin(unsigned int receiver, bool state);
+    void setNb1(unsigned int, bool state) { blanker(&DspCore::NoiseBlanker::setEnableNb1, state); }
+    void setNb2(unsigned int, bool state) { blanker(&DspCore::NoiseBlanker::setEnableNb2, state); }
+    void setNr(unsigned int, bool state) { receiver(&DspCore::Receiver::setNr, state); }
+    void setAnf(unsigned int, bool state) { receiver(&DspCore::Receiver::setAnf, state); }
+    void setBin(unsigned int, bool state) { receiver(&DspCore::Receiver::setBin, state); }
 
     /// Gains in decibels, lowest band first; anything but 18 of them is ignored.
-    void setEqualizerEnable(unsigned int receiver, bool state);
-    void setEqualizerGains(unsigned int receiver, const QVector<int> &gains);
+    void setEqualizerEnable(unsigned int, bool state)
+    {
+        receiver(&DspCore::Receiver::setEqualizerEnable, state);
+    }
+    void setEqualizerGains(unsigned int, const QVector<int> &gains)
+    {
+        receiver(&DspCore::Receiver::setEqualizerGains, gains);
+    }
 
     /// Level squelch of one channel, threshold in dBm; tone squelch of narrow FM, of both channels.
-    void setSqlEnable(unsigned int receiver, unsigned int channel, bool state);
-    void setSqlValue(unsigned int receiver, unsigned int channel, int threshold);
-    void setEnableCTCSS(int receiver, bool state);
-    void setToneCTCSS(int receiver, int index);
+    void setSqlEnable(unsigned int, unsigned int channel, bool state)
+    {
+        receiver(&DspCore::Receiver::setSqlEnable, channel, state);
+    }
+    void setSqlValue(unsigned int, unsigned int channel, int threshold)
+    {
+        receiver(&DspCore::Receiver::setSqlValue, channel, threshold);
+    }
+    void setEnableCTCSS(int, bool state) { receiver(&DspCore::Receiver::setEnableCTCSS, state); }
+    void setToneCTCSS(int, int index) { receiver(&DspCore::Receiver::setToneCTCSS, index); }
 
     /// Stereo of wide FM, until the next change of a rate, which switches it on.
-    void setWfmStereo(unsigned int receiver, bool state);
+    void setWfmStereo(unsigned int, bool state)
+    {
+        receiver(&DspCore::Receiver::setWfmStereo, state);
+    }
 
     /// The line out starts with an empty ring.
     void setLineOutEnable(bool on);
@@ -231,48 +265,57 @@ public slots:
 
     /// Filter lengths of the mode classes, limited to 200..8000 taps. The length of the current
     /// mode's class acts at once, and so does that of AM in any mode.
-    void setSsbFilterTaps(int taps);
-    void setAmFilterTaps(int taps);
-    void setDigFilterTaps(int taps);
-    void setCwFilterTaps(int taps);
+    void setSsbFilterTaps(int taps) { setFilterTaps(FilterTaps::Ssb, taps); }
+    void setAmFilterTaps(int taps) { setFilterTaps(FilterTaps::Am, taps); }
+    void setDigFilterTaps(int taps) { setFilterTaps(FilterTaps::Dig, taps); }
+    void setCwFilterTaps(int taps) { setFilterTaps(FilterTaps::Cw, taps); }
 
     /// Offsets in hertz.
-    void setDiglOffset(int offset);
-    void setDiguOffset(int offset);
+    void setDiglOffset(int offset) { receiver(&DspCore::Receiver::setDiglOffset, offset); }
+    void setDiguOffset(int offset) { receiver(&DspCore::Receiver::setDiguOffset, offset); }
 
     /// Times of one gain control mode in milliseconds; those of the current mode act at once. A
     /// mode beyond the table throws std::out_of_range.
-    void setAgcAttack(AgcMode mode, REAL ms);
-    void setAgcDecay(AgcMode mode, REAL ms);
-    void setAgcHangTime(AgcMode mode, REAL ms);
+    void setAgcAttack(AgcMode mode, REAL ms) { setAgcTime(mode, &AgcParam::attack, ms); }
+    void setAgcDecay(AgcMode mode, REAL ms) { setAgcTime(mode, &AgcParam::decay, ms); }
+    void setAgcHangTime(AgcMode mode, REAL ms) { setAgcTime(mode, &AgcParam::hangTime, ms); }
 
     /// Peak filters of SSB and CW, and the CW spread between the ears.
-    void setApf(quint32 receiver, bool state);
-    void setDse(quint32 receiver, bool state);
+    void setApf(quint32, bool state) { receiver(&DspCore::Receiver::setApf, state); }
+    void setDse(quint32, bool state) { receiver(&DspCore::Receiver::setDse, state); }
 
     /// Settings of the tools, on both channels; units as at DspCore::Receiver, the thresholds as at
     /// DspCore::NoiseBlanker.
-    void setNrTaps(int taps);
-    void setNrDelay(int samples);
-    void setNrRate(double rate);
-    void setNrLeak(double leak);
-    void setAnfTaps(int taps);
-    void setAnfDelay(int samples);
-    void setAnfRate(double rate);
-    void setAnfLeak(double leak);
-    void setCwApfGain(int gain);
-    void setCwApfQuality(int quality);
-    void setSsbApfGain(int gain);
-    void setSsbApfQuality(double quality);
-    void setSsbApfFreq(int frequency);
-    void setNb1Threshold(double threshold);
-    void setNb2Threshold(double threshold);
-    void setDseQuality(int taps);
-    void setDseSwap(bool swap);
-    void setWfmUsa(bool usa);
+    void setNrTaps(int taps) { receiver(&DspCore::Receiver::setNrTaps, taps); }
+    void setNrDelay(int samples) { receiver(&DspCore::Receiver::setNrDelay, samples); }
+    void setNrRate(double rate) { receiver(&DspCore::Receiver::setNrRate, rate); }
+    void setNrLeak(double leak) { receiver(&DspCore::Receiver::setNrLeak, leak); }
+    void setAnfTaps(int taps) { receiver(&DspCore::Receiver::setAnfTaps, taps); }
+    void setAnfDelay(int samples) { receiver(&DspCore::Receiver::setAnfDelay, samples); }
+    void setAnfRate(double rate) { receiver(&DspCore::Receiver::setAnfRate, rate); }
+    void setAnfLeak(double leak) { receiver(&DspCore::Receiver::setAnfLeak, leak); }
+    void setCwApfGain(int gain) { receiver(&DspCore::Receiver::setCwApfGain, gain); }
+    void setCwApfQuality(int quality) { receiver(&DspCore::Receiver::setCwApfQuality, quality); }
+    void setSsbApfGain(int gain) { receiver(&DspCore::Receiver::setSsbApfGain, gain); }
+    void setSsbApfQuality(double quality)
+    {
+        receiver(&DspCore::Receiver::setSsbApfQuality, quality);
+    }
+    void setSsbApfFreq(int frequency) { receiver(&DspCore::Receiver::setSsbApfFreq, frequency); }
+    void setNb1Threshold(double threshold)
+    {
+        blanker(&DspCore::NoiseBlanker::setThresholdNb1, threshold);
+    }
+    void setNb2Threshold(double threshold)
+    {
+        blanker(&DspCore::NoiseBlanker::setThresholdNb2, threshold);
+    }
+    void setDseQuality(int taps) { receiver(&DspCore::Receiver::setDseQuality, taps); }
+    void setDseSwap(bool swap) { receiver(&DspCore::Receiver::setDseSwap, swap); }
+    void setWfmUsa(bool usa) { receiver(&DspCore::Receiver::setWfmUsa, usa); }
 
-    void lineoutOpen();
-    void lineoutClose();
+    void lineoutOpen() { setLineOutEnable(true); }
+    void lineoutClose() { setLineOutEnable(false); }
     void vacOpen();
     void vacClose();
 
@@ -288,15 +331,29 @@ private:
     void feedIqTap(std::vector<COMPLEX> &block);
     void feedIqServer(std::vector<COMPLEX> &block);
     void feedRecorder(std::vector<COMPLEX> &block);
+    void feedSoundCard(gsl::span<COMPLEX> audio); // called inside the receiver
     void feedLineOut();
     void feedVac();
     void feedSensors();
-    void feedSoundCard(gsl::span<COMPLEX> audio);
+    bool takeChunk(CircularBuffer<COMPLEX> &ring);
+
+    /// Calls a setter under the engine mutex.
+    template <typename... Arguments, typename... Values>
+    void receiver(void (DspCore::Receiver::*setter)(Arguments...), const Values &...values)
+    {
+        const Lock lock(m_mutex);
+        (m_receiver.*setter)(values...);
+    }
+    template <typename Value>
+    void blanker(void (DspCore::NoiseBlanker::*setter)(Value), Value value)
+    {
+        const Lock lock(m_mutex);
+        (m_noiseBlanker.*setter)(value);
+    }
 
     void tuneReceiver();
     bool isCurrentBand(unsigned long band) const;
-    bool takeChunk(CircularBuffer<COMPLEX> &ring);
-    void setFilterTaps(std::size_t tapsClass, int taps, bool apply);
+    void setFilterTaps(FilterTaps::Class modes, int taps);
     void setAgcTime(AgcMode mode, double AgcParam::*field, double ms);
     void applyAgc(const AgcTable::Setting &setting);
 
@@ -328,12 +385,7 @@ private:
     std::array<double, 2> m_downConverter{}; // hertz from the centre, channels A and B
     std::optional<BandEdges> m_bandEdges;    // of both channels; none before the host's first
     double m_soundCardRate = 48000.0;        // hertz
-    bool m_lineOutEnabled = false;
-    double m_lineOutRate = 48000.0; // hertz
-    bool m_vacEnabled = false;
-    double m_vacRate = 48000.0; // hertz
-    DspCore::Modulation m_modulation = DspCore::Modulation::AM;
-    std::vector<int> m_filterTaps;
+    FilterTaps m_filterTaps;
     AgcTable m_agc;
     DspCore::Receiver m_receiver;
     DspCore::NoiseBlanker m_noiseBlanker;
