@@ -36,12 +36,9 @@ bool isDigital(Modulation modulation)
 }
 
 /// Going up in rate the decimator makes more samples than it takes, and they must fit the output
-/// array. Counted with the ratio as the decimator rounds it.
-int longestInput(double inputRate, double outputRate)
+/// array.
+int longestInput(int up, int down)
 {
-    int up = 0;
-    int down = 0;
-    DspCore::Resampler::gdc(inputRate, outputRate, up, down);
     return up > down ? int(SIGNAL_MAX_SIZE * (long long)down / up) : SIGNAL_MAX_SIZE;
 }
 } // namespace
@@ -52,7 +49,6 @@ ReceiverChannel::ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac)
     : mName(name), mVac(vac)
 {
     setUpDecimator();
-    setUpPreFilter();
     setUpBandFilter();
     setUpMixers();
     setUpSsbApf();
@@ -112,7 +108,6 @@ void ReceiverChannel::process(WideFm &wide)
 void ReceiverChannel::decimate()
 {
     const int length = std::min(mInputLength, mLongestInput);
-    mPreFilter.process(mInput.data(), length);
     mDecimator.process(mInput.data(), length, mOutput.data(), mLength);
 }
 
@@ -205,7 +200,6 @@ void ReceiverChannel::copyToBothEars()
 
 void ReceiverChannel::clear()
 {
-    mPreFilter.clear();
     mDecimator.clear();
     mBandFilter.clear();
     mAm.clear();
@@ -225,20 +219,16 @@ void ReceiverChannel::setInputRate(double rate)
     mInputRate = rate;
     setTuning(0.0); // an offset in the old panorama: the owner tunes anew
     setRit(mRit);
-    if (const FixedRatio *ratio = fixedRatio(rate)) {
-        mDecimator.init(ratio->up, ratio->down);
-        mLongestInput = SIGNAL_MAX_SIZE;
-    } else {
+    if (const FixedRatio *ratio = fixedRatio(rate))
+        setUpDecimator(ratio->up, ratio->down);
+    else
         setUpDecimator();
-    }
-    setUpPreFilter();
 }
 
 void ReceiverChannel::setOutputRate(double rate)
 {
     mOutputRate = rate;
     setUpDecimator();
-    setUpPreFilter();
     setUpBandFilter();
     setUpMixers();
     setUpSsbApf();
@@ -248,14 +238,17 @@ void ReceiverChannel::setOutputRate(double rate)
 
 void ReceiverChannel::setUpDecimator()
 {
-    mDecimator.setSampleRates(mInputRate, mOutputRate);
-    mLongestInput = longestInput(mInputRate, mOutputRate);
+    int up = 0;
+    int down = 0;
+    Resampler::gdc(mInputRate, mOutputRate, up, down);
+    setUpDecimator(up, down);
 }
 
-void ReceiverChannel::setUpPreFilter()
+void ReceiverChannel::setUpDecimator(int up, int down)
 {
     const double edge = (mOutputRate * 0.5 - kPreFilterMargin) / mInputRate;
-    mPreFilter.init(-edge, edge, kPreFilterTaps);
+    mDecimator.init(edge, kPreFilterTaps, up, down);
+    mLongestInput = longestInput(up, down);
 }
 
 void ReceiverChannel::setUpBandFilter()

@@ -11,9 +11,9 @@
 #include "DspCore/demodulators/DemodulatorCW.h"
 #include "DspCore/demodulators/DemodulatorNFM.h"
 #include "DspCore/demodulators/DemodulatorSAM.h"
+#include "DspCore/filters/BandDecimator.h"
 #include "DspCore/filters/DownConverter.h"
 #include "DspCore/filters/FastFir.h"
-#include "DspCore/filters/Resampler.h"
 #include "DspCore/noise/Apf.h"
 #include "DspCore/noise/AutoNotchFilter.h"
 #include "DspCore/noise/Dse.h"
@@ -139,7 +139,7 @@ private:
     void copyToBothEars();
 
     void setUpDecimator();
-    void setUpPreFilter();
+    void setUpDecimator(int up, int down);
     void setUpBandFilter();
     void setUpMixers();
     void setUpSsbApf();
@@ -167,8 +167,7 @@ private:
     std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
     int mInputLength = 0;
     DownConverter mOscillator;
-    FastFir mPreFilter;
-    Resampler mDecimator;
+    BandDecimator mDecimator;
 
     // Output rate.
     std::vector<COMPLEX> mOutput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
