@@ -10,12 +10,10 @@ namespace host
 namespace
 {
 constexpr double kAudioRateHz = 48000.0;
-constexpr double kPreFilterTaps = 500.0; // at the device's rate
-constexpr double kAttacksAhead = 30.0;   // the look-ahead, in attack times
-
-// Measured with band-limited noise at 48 kHz, 192 kHz, 1.536 and 2.56 MHz, where it lies between
-// 0.44 and 0.55: the decimator's first output is that of its filter's middle.
-constexpr double kDecimatorLeadMs = 0.48;
+// At the device's rate. The decimator adds nothing: its first output is that of its filter's
+// middle.
+constexpr double kPreFilterTaps = 500.0;
+constexpr double kAttacksAhead = 30.0; // the look-ahead, in attack times
 
 /// The device has one length of the band filter for each of four kinds of modes.
 const char *tapsKey(Mode mode)
@@ -50,6 +48,6 @@ std::optional<double> receiverDelayMs(const HostSettings &settings, const QSetti
     const double taps = stored.value(tapsKey(settings.mode->mode)).toDouble();
     const double seconds =
         kPreFilterTaps / 2.0 / settings.deviceRateHz + (taps - 1.0) / 2.0 / kAudioRateHz;
-    return 1e3 * seconds - kDecimatorLeadMs + lookAheadMs(settings, stored);
+    return 1e3 * seconds + lookAheadMs(settings, stored);
 }
 } // namespace host
