@@ -10,7 +10,7 @@
 /// A receiver that repeats a stretch of ready-made stream frames, behind the FT_ functions.
 ///
 /// For measuring the road alone: a read costs one copy, and no signal is made while the clock runs.
-/// The stream waits while what was granted is used up, so that no ring behind it overflows.
+/// The stream waits while what was granted is used up, so that no ring downstream overflows.
 namespace replay
 {
 /// Packs samples (full scale 1.0, a multiple of 84) into stream frames and loads them.

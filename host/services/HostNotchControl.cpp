@@ -65,7 +65,7 @@ std::optional<Filter> toFilter(const QStringList &text)
     return isFreq && isWidth && enable && isValid(filter) ? std::optional(filter) : std::nullopt;
 }
 
-// The value behind a key, the default if there is none; of one that cannot be used it warns.
+// The value of a key, the default if there is none; of one that cannot be used it warns.
 template <typename Value, typename Text>
 Value read(const QSettings &settings, const QString &key, Value otherwise,
     std::optional<Value> (*convert)(const Text &))

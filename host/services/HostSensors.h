@@ -24,7 +24,7 @@ public:
     /// ledger must outlive the meters.
     explicit HostSensors(StreamLedger &ledger) : m_ledger(ledger) { }
 
-    /// Level behind the band filter, dBm, of channel 0 (A) or 1 (B).
+    /// Level after the band filter, dBm, of channel 0 (A) or 1 (B).
     double channelDbm(uint channel) const { return m_channelDbm.at(channel); }
 
     /// Levels of the two parts of the input, dB.

@@ -33,7 +33,7 @@ public:
     /// Once the outlet is open, before the stream begins.
     void start();
 
-    /// Behind the last block of the engine: pulls what is left and ends.
+    /// After the last block of the engine: pulls what is left and ends.
     void finish();
 
     /// Completes the file. False if it is not whole.
@@ -43,7 +43,7 @@ public:
     const OutletFill &ring() const { return m_ring; }
     const QString &error() const { return m_file.error(); }
 
-    /// Valid behind finish().
+    /// Valid after finish().
     std::uint64_t frames() const { return m_frames; }
     const Level &level() const { return m_level; }
 

@@ -16,7 +16,7 @@ namespace host
 /// came out of it, how much of that is still waiting. The engine's audio ring answers a request
 /// that it cannot fill with silence, so who wants to lose nothing has to know before asking.
 ///
-/// A run may be given a goal: so many IQ samples belong to it. What the engine processes behind the
+/// A run may be given a goal: so many IQ samples belong to it. What the engine processes after the
 /// goal is neither metered nor wanted, so a run that happened to get more gives the same results.
 ///
 /// Threads: setGoal() before the stream; the engine calls beginBlock(), addAudio() and endBlock(),

@@ -133,7 +133,7 @@ void DownsampleFilter::processInteger(std::size_t length, SampleVector &samples_
     std::size_t position = mPositionInteger;
     samples_out.resize((length + step - position - 1) / step);
 
-    // Coefficients 1..order meet the samples behind the position.
+    // Coefficients 1..order meet the samples before the position.
     std::size_t i = 0;
     for (; position < length; position += step)
         samples_out[i++] = FmSoft::dotProduct(&mReversed[1], &mWork[position], mOrder);

@@ -86,7 +86,7 @@ TEST(DownsampleFilterTest, FractionalFollowsTheInterpolatedFilterHoweverTheStrea
                 break;
             double y = 0.0;
             for (int j = 0; j <= kOrder; ++j) {
-                // A zero stands ahead of the first and behind the last tap.
+                // A zero stands before the first and after the last tap.
                 const double c = (1.0 - (position - whole)) * tap(kOrder, kCutoff, j - 1)
                     + (position - whole) * tap(kOrder, kCutoff, j);
                 y += whole - j < 0 ? 0.0 : c * in[std::size_t(whole - j)];

@@ -137,7 +137,7 @@ TEST(OutputTest, CableAndLineOutputGiveTheSameTone)
     }
 }
 
-TEST(OutputTest, ThePreampSetsTheLevelAtTheConverterAndNotBehindIt)
+TEST(OutputTest, ThePreampSetsTheLevelAtTheConverterAndNotAfterIt)
 {
     constexpr double kToleranceDb = 0.1;
     const auto overload = carrier(11000.0, 1.5);

@@ -11,7 +11,7 @@ namespace DspCore
 {
 /// Squelch of the narrow-FM channel by level and by sub-audible tone.
 ///
-/// The tone is looked for in a copy of the audio behind a 4 Hz wide filter: the periods between
+/// The tone is looked for in a copy of the audio after a 4 Hz wide filter: the periods between
 /// falling zero crossings give a smoothed frequency, and every period that fits the wanted tone
 /// counts for the whole block it lies in. The audio itself loses everything below 350 Hz while the
 /// tone squelch is on. Not thread-safe; the owner serialises.

@@ -70,7 +70,7 @@ private:
     void run(COMPLEX *buffer, int length);
     static double step(const Coefficients &c, double x, double &state1, double &state2);
 
-    double mScale = 0.0; // gain behind the filter, of the complex process() only
+    double mScale = 0.0; // gain after the filter, of the complex process() only
     Coefficients mCoefficients;
     COMPLEX mState1{0.0, 0.0};
     COMPLEX mState2{0.0, 0.0};

@@ -29,7 +29,7 @@ public:
     void process(COMPLEX *buffer, int length);
     void process(std::vector<COMPLEX> &buffer);
 
-    /// Takes one step of the gain towards half the ratio of the levels in front of and behind the
+    /// Takes one step of the gain towards half the ratio of the levels before and after the
     /// predictor, as calcRms() gives them, and returns the gain.
     double newGain(double in, double out);
 

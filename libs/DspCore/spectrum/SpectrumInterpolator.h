@@ -43,7 +43,7 @@ private:
     template <typename Real>
     unsigned int fillScratch(const Real *in, unsigned int inCount);
 
-    double mPosition = 0.0;   // of the next output behind the present input, in lengths of the line
+    double mPosition = 0.0;   // of the next output after the present input, in lengths of the line
     double mInputStep = 0.0;  // in lengths of the line
     double mOutputStep = 0.0; // in lengths of the line
     double mInputCount = 0.0;

@@ -70,7 +70,7 @@ double audioGain(double rate, double hz, double tau)
     return deemphasis * lowPass * notch * 0.3 * rate / 192000.0;
 }
 
-TEST(DemodulatorWFMTest, MonoIsThePhaseStepBehindDeemphasisAndLowPassInBothEars)
+TEST(DemodulatorWFMTest, MonoIsThePhaseStepAfterDeemphasisAndLowPassInBothEars)
 {
     constexpr double kTolerance = 0.01; // of the level: the discriminator's approximate arctangent
     constexpr double kStep = 0.4;       // radians

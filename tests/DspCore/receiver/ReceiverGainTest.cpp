@@ -20,7 +20,7 @@ std::vector<COMPLEX> carrier(int length)
     return std::vector<COMPLEX>(std::size_t(length), {0.2, 0.2});
 }
 
-/// A receiver with a steady carrier behind its filters.
+/// A receiver with a steady carrier after its filters.
 void settle(Receiver &receiver)
 {
     test::holdGain(receiver);
@@ -50,7 +50,7 @@ TEST_P(MainVolumeTest, GlidesInFiftyMilliseconds)
     const auto heard = test::feed(receiver, carrier(kSecond / 2));
     const double timeConstant = 0.050 * c.audioRate; // samples
     const int settled = int(heard.audio.size());
-    for (int n : {2400, 3600, 6000, settled}) { // the carrier is back behind every delay
+    for (int n : {2400, 3600, 6000, settled}) { // the carrier is back after every delay
         const double expected = c.to + (c.from - c.to) * std::exp(-n / timeConstant);
         EXPECT_NEAR(heard.audio[n - 1].re / heard.lineout[n - 1].re, kFixedGain * expected,
             kSinglePrecision)

@@ -100,7 +100,7 @@ TEST(ReceiverModesTest, AmplitudeModulationIsHeardInProportion)
 
 TEST(ReceiverModesTest, NarrowFmGivesTheDeviationWhateverTheLevelAndTheTuningError)
 {
-    // Loop frequency over its scale, 0.45 / pi of 6250 Hz, times 4 behind the demodulator and 0.7
+    // Loop frequency over its scale, 0.45 / pi of 6250 Hz, times 4 after the demodulator and 0.7
     // in front of the volume; a critically damped loop of 937.5 Hz follows 300 Hz that far.
     constexpr double kTuned = 500.0 * 2.0 * 0.45 / 6250.0 * 4.0 * 0.7;
     const double expected = kTuned / (1.0 + std::pow(300.0 / 937.5, 2));

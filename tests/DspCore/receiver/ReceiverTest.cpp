@@ -15,7 +15,7 @@ namespace
 constexpr double kInputRate = 192000.0; // Hz
 constexpr double kRate = 48000.0;       // Hz, audio
 constexpr int kSecond = 192000;
-constexpr int kTail = 9600;           // audio samples judged, 0.2 s: behind every delay and ramp
+constexpr int kTail = 9600;           // audio samples judged, 0.2 s: after every delay and ramp
 constexpr double kTuned = 30000.0;    // Hz from the middle of the panorama
 constexpr double kStopBandDb = -70.0; // a 1000-tap filter 1 kHz off its edge
 
@@ -153,7 +153,7 @@ TEST(ReceiverTest, ModeChangeClearsInTheOldModeAndStartsTheNewOneInTheNextBlock)
     EXPECT_NEAR(line[clearAt - 1].re / steady, kSilence, 2e-5 * kSilence);
     for (int n = clearAt; n < clearAt + test::kLookAhead; ++n)
         ASSERT_EQ(test::magnitude(line[n]), 0.0) << n; // an empty look-ahead
-    // Behind empty filters the carrier grows from nothing, in DSB with its parts in proportion for
+    // After empty filters the carrier grows from nothing, in DSB with its parts in proportion for
     // one block more; the shift of DRM turns it.
     const auto proportion = [&](int block) {
         const COMPLEX sample =
@@ -165,8 +165,7 @@ TEST(ReceiverTest, ModeChangeClearsInTheOldModeAndStartsTheNewOneInTheNextBlock)
     EXPECT_GT(std::abs(proportion(1) - 0.5), 0.1);
 
     const double full = test::magnitude(line.back());
-    constexpr double kRipple =
-        1e-4; // of the carrier behind the filters' delay, in single precision
+    constexpr double kRipple = 1e-4; // of the carrier after the filters' delay, in single precision
     for (int n : {3000, 4000, 6000})
         EXPECT_NEAR(test::magnitude(line[clearAt + n - 1]) / full, 1 - std::pow(kPole, n), kRipple);
 }

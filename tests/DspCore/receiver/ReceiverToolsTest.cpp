@@ -139,7 +139,7 @@ double toneLevel(Receiver &receiver, double hz, double tone = 0.0)
     return test::level(test::last(test::feed(receiver, stream).audio, kTail), hz / kRate);
 }
 
-/// Gain in dB of an analog peak (s^2 + s v / q + 1) / (s^2 + s / q + 1) behind the bilinear
+/// Gain in dB of an analog peak (s^2 + s v / q + 1) / (s^2 + s / q + 1) after the bilinear
 /// transform, less its gain.
 double peakDb(double hz, double centre, double quality, double gainDb)
 {
@@ -408,7 +408,7 @@ TEST(ReceiverToolsTest, MetersFollowTheInputOverAHundredDecibels)
     }
 }
 
-TEST(ReceiverToolsTest, ChannelMeterReadsThePowerBehindItsOwnBandFilter)
+TEST(ReceiverToolsTest, ChannelMeterReadsThePowerAfterItsOwnBandFilter)
 {
     Receiver receiver;
     setUp(receiver, Modulation::DRM, -2000.0, 2000.0);
@@ -423,7 +423,7 @@ TEST(ReceiverToolsTest, ChannelMeterReadsThePowerBehindItsOwnBandFilter)
     EXPECT_NEAR(b, a - 20.0, 0.01);
 }
 
-/// Where a fade through silence ends: the first line-out sample behind the empty look-ahead.
+/// Where a fade through silence ends: the first line-out sample after the empty look-ahead.
 std::size_t fadeBottom(const std::vector<COMPLEX> &line)
 {
     std::size_t at = 1;

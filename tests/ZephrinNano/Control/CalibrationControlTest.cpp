@@ -23,7 +23,7 @@ class CalibrationValueTest : public testing::TestWithParam<Value>
 { };
 
 // 1e-12 of the smaller value is the border: beyond it a value counts as changed. 0 is only 0.
-TEST_P(CalibrationValueTest, ChangeIsSignalledWithTheStreamCorrectionBehindIt)
+TEST_P(CalibrationValueTest, ChangeIsSignalledWithTheStreamCorrectionAfterIt)
 {
     const Value &row = GetParam();
     Control control;

@@ -47,7 +47,7 @@ TEST_F(EngineRecorderTest, RecordsTheStreamInEachLayout)
     {
         IQFile::Format format;
         int header;      // bytes ahead of the samples
-        const char *tag; // of the chunk behind the first
+        const char *tag; // of the chunk after the first
     } rows[] = {{IQFile::VelmoraSDR2, 112, "vsdr"}, {IQFile::StandartWave, 44, "data"},
         {IQFile::HDSDR, 216, "auxi"}};
     constexpr int kBlocks = 20; // they fit into the file's ring

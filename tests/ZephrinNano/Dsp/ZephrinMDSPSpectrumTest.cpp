@@ -161,7 +161,7 @@ TEST(EngineFullPoolTest, ARefusedJobEndsTheThreadAndTheEngineStartsAgain)
 
     engine.close();
     EXPECT_EQ(sensors.blocks, processed);
-    EXPECT_EQ(begun, processed + 1) << "ends behind the server of the IQ stream";
+    EXPECT_EQ(begun, processed + 1) << "ends after the server of the IQ stream";
     EXPECT_EQ(heard, processed) << "and ahead of the receiver";
     EXPECT_EQ(bridge.sink.switches, (std::vector<bool>{true, false}));
     busy.release();

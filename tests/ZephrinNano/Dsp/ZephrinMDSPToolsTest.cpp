@@ -227,7 +227,7 @@ TEST_F(EngineToolsTest, NoiseBlankersWorkAheadOfEverythingThatReadsTheStream)
     {
         const char *name;
         void (*set)(ZephrinMDSP &);
-        double first, rest; // the pulse's sample and the six behind it
+        double first, rest; // the pulse's sample and the six after it
         int delay;          // of the stream around them
     };
     for (const Row &row : {Row{"off", [](ZephrinMDSP &) {}, 1.0, 0.1, 0},

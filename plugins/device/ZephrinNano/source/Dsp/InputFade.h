@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// Fades the IQ stream in at a start, so that the filters behind it see no step.
+/// Fades the IQ stream in at a start, so that the filters after it see no step.
 ///
 /// A one-pole smoother in single precision: g = 0.05 g + 0.95 target, once per sample, so the gain
 /// reads 0.95, 0.9975, ... and stands at exactly 1 after a handful of samples. Not thread-safe; the
