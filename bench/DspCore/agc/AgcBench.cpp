@@ -3,8 +3,6 @@
 // which leaves 8 at the highest rate.
 #include "../RunBlocks.h"
 #include "DspCore/agc/Vm_Agc.h"
-#include "DspCore/agc/Vm_Binaural.h"
-#include "DspCore/agc/Vm_Clipper.h"
 
 namespace
 {
@@ -16,23 +14,6 @@ void BM_Agc(benchmark::State &state) // second argument: on; the ring is scanned
     bench::runBlocks(
         state, [&](auto &block) { agc.process(block.data(), unsigned(block.size())); });
 }
-
-void BM_Binaural(benchmark::State &state)
-{
-    Velmora::CppDsp::Vm_Binaural<double> binaural;
-    binaural.setDelaySamples(480);
-    binaural.setOn(true);
-    bench::runBlocks(state, [&](auto &block) { binaural.process(block.data(), block.size()); });
-}
-
-void BM_Clipper(benchmark::State &state) // second argument: mode, hard or soft
-{
-    const Velmora::CppDsp::Vm_Clipper<double> clipper(true, int(state.range(1)));
-    bench::runBlocks(
-        state, [&](auto &block) { clipper.process(block.data(), unsigned(block.size())); });
-}
 } // namespace
 
 BENCHMARK(BM_Agc)->ArgNames({"", "on"})->ArgsProduct({{8, 128, 512}, {0, 1}});
-BENCHMARK(BM_Binaural)->Arg(128)->Arg(512);
-BENCHMARK(BM_Clipper)->ArgNames({"", "soft"})->ArgsProduct({{128, 512}, {0, 1}});

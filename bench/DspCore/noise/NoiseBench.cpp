@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Real time needs 48e3 items/s and channel; the blanker runs at the IQ rate, up to 3.072e6.
 #include "../RunBlocks.h"
-#include "DspCore/noise/Apf.h"
 #include "DspCore/noise/AutoNotchFilter.h"
-#include "DspCore/noise/Dse.h"
 #include "DspCore/noise/NoiseBlanker.h"
 #include "DspCore/noise/NoiseReduction.h"
 
@@ -26,20 +24,6 @@ void BM_NoiseBlanker(benchmark::State &state) // arguments two and three: NB1, N
     blanker.setEnableNb2(state.range(2) != 0);
     bench::runBlocks(state, [&](auto &block) { blanker.process(block.data(), int(block.size())); });
 }
-
-void BM_Apf(benchmark::State &state)
-{
-    DspCore::Apf apf;
-    apf.setEnable(true);
-    bench::runBlocks(state, [&](auto &block) { apf.process(block.data(), int(block.size())); });
-}
-
-void BM_Dse(benchmark::State &state)
-{
-    DspCore::Dse dse;
-    dse.setEnable(true);
-    bench::runBlocks(state, [&](auto &block) { dse.process(block.data(), int(block.size())); });
-}
 } // namespace
 
 BENCHMARK_TEMPLATE(BM_Predictor, DspCore::NoiseReduction)
@@ -49,5 +33,3 @@ BENCHMARK_TEMPLATE(BM_Predictor, DspCore::AutoNotchFilter)
     ->ArgNames({"", "taps"})
     ->ArgsProduct({{8, 512}, {60, 257}});
 BENCHMARK(BM_NoiseBlanker)->ArgNames({"", "nb1", "nb2"})->ArgsProduct({{512}, {0, 1}, {0, 1}});
-BENCHMARK(BM_Apf)->Arg(8)->Arg(128)->Arg(512);
-BENCHMARK(BM_Dse)->Arg(8)->Arg(128)->Arg(512);

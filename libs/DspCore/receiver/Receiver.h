@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/agc/Vm_Clipper.h"
 #include "DspCore/audio/RxMeter.h"
+#include "DspCore/audio/Vm_Clipper.h"
 #include "DspCore/receiver/AgcParam.h"
 #include "DspCore/receiver/GainRamp.h"
 #include "DspCore/receiver/ModulationSwitcher.h"

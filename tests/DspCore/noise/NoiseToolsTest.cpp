@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/LogCapture.h"
 #include "support/Signals.h"
 
-#include "DspCore/noise/Apf.h"
 #include "DspCore/noise/AutoNotchFilter.h"
-#include "DspCore/noise/Dse.h"
 #include "DspCore/noise/NoiseBlanker.h"
 #include "DspCore/noise/NoiseReduction.h"
 
@@ -259,79 +256,5 @@ TEST(NoiseBlankerTest, TheFirstThresholdIsNotSquared)
     EXPECT_FALSE(mutes(1.6, false));
     EXPECT_FALSE(mutes(1.7, true));
     EXPECT_TRUE(mutes(2.7, true));
-}
-
-TEST(DseTest, PartsTheEarsByPitch)
-{
-    constexpr double kPassed = 0.9;
-    constexpr double kStopped = 0.01;
-    DspCore::Dse dse;
-    dse.setTaps(1000);
-    dse.setPitch(700.0);
-    dse.setEnable(true);
-    for (const bool swap : {false, true}) {
-        dse.setSwap(swap);
-        for (const double hz : {350.0, 1050.0}) {
-            dse.clear();
-            std::vector<COMPLEX> signal = test::tone(48000, hz / kRate);
-            inBlocks(dse, signal);
-            double left = 0.0;
-            double right = 0.0;
-            for (std::size_t n = 24000; n < signal.size(); ++n) {
-                left = std::max(left, std::abs(signal[n].re));
-                right = std::max(right, std::abs(signal[n].im));
-            }
-            const bool isLeft = (hz < 700.0) != swap;
-            EXPECT_GT(isLeft ? left : right, kPassed) << hz;
-            EXPECT_LT(isLeft ? right : left, kStopped) << hz;
-        }
-    }
-}
-
-TEST(DseTest, ReportsBadInputEvenWhenSwitchedOff)
-{
-    const test::LogCapture log;
-    DspCore::Dse dse;
-    dse.process(nullptr, 4);
-    COMPLEX x{1.0, 2.0};
-    dse.process(&x, 0);
-    EXPECT_EQ(log.warnings().filter("void DspCore::Dse::process(COMPLEX *, int)").size(), 2);
-    EXPECT_TRUE(log.warned("): Incorrect input parameters!"));
-    dse.process(&x, 1);
-    EXPECT_EQ(log.warnings().size(), 2);
-    EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
-}
-
-TEST(ApfTest, BadInputIsPassedOverInSilence)
-{
-    const test::LogCapture log;
-    DspCore::Apf apf;
-    apf.setEnable(true);
-    COMPLEX x{1.0, 2.0};
-    apf.process(nullptr, 4);
-    apf.process(&x, 0);
-    EXPECT_TRUE(log.lines().isEmpty());
-    EXPECT_EQ(x, (COMPLEX{1.0, 2.0}));
-}
-
-TEST(ApfTest, LowersAllButItsPeak)
-{
-    constexpr double kToleranceDb = 0.05;
-    DspCore::Apf apf;
-    apf.setEnable(true);
-    struct Row
-    {
-        double frequency, quality, gainDb;
-    };
-    for (const Row row : {Row{500, 1, 12}, Row{700, 6, 30}, Row{1200, 3, 20}}) {
-        if (row.gainDb != 12.0) // the first row is what the constructor sets
-            apf.init(row.frequency / kRate, row.quality, row.gainDb);
-        std::vector<COMPLEX> peak = test::tone(96000, row.frequency / kRate);
-        inBlocks(apf, peak);
-        EXPECT_NEAR(test::decibels(level(peak, row.frequency)), 0.0, kToleranceDb);
-        std::vector<COMPLEX> far = test::tone(96000, 15000.0 / kRate);
-        inBlocks(apf, far);
-        EXPECT_NEAR(test::decibels(level(far, 15000.0)), -row.gainDb, 0.5);
-    }
 }
 } // namespace

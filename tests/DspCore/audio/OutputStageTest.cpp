@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/Signals.h"
 
-#include "DspCore/agc/Vm_Binaural.h"
-#include "DspCore/agc/Vm_Clipper.h"
+#include "DspCore/audio/Vm_Binaural.h"
+#include "DspCore/audio/Vm_Clipper.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "DspCore/noise/Dse.h"
+#include "DspCore/audio/Dse.h"
 
 #include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
