@@ -7,8 +7,9 @@ set -euo pipefail
 build=$1
 least=${2:-0.1}
 
-# The whole road has a table of its own.
-mapfile -t programs < <(find "$build" -type f -name 'bench_*' ! -name bench_road -executable | sort)
+# The whole road has a table of its own, and bench_peer wants to know what to be set beside.
+mapfile -t programs < <(find "$build" -type f -name 'bench_*' ! -name bench_road \
+    ! -name bench_peer -executable | sort)
 [ ${#programs[@]} -gt 0 ] || { echo "no bench_* programs under $build; build first" >&2; exit 1; }
 
 mkdir -p "$build/bench"
@@ -30,3 +31,11 @@ echo
 "$build/bench/road/bench_road" | tee "$build/bench/bench_road.txt"
 echo
 echo "Results: $build/bench/*.json and bench_road.txt"
+cat <<END
+
+The receiver beside others, where the measuring stands are at hand (PEERS, their folder):
+    scripts/compare-peers.sh PEERS $build
+One comparison by itself:
+    PEERS/compare.py '$build/bench/peer/bench_peer --mode ssb --rate 192000 --sigtool SIGTOOL' \\
+        'rx_liquid ssb 192000 2 one'
+END

@@ -3,13 +3,13 @@
 
 #include "d2xx/ftd2xx.h"
 #include "host_interfaces/EngineLimits.h"
+#include "road/CpuSeconds.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstring>
-#include <ctime>
 #include <thread>
 
 namespace
@@ -39,9 +39,7 @@ void putComponent(std::uint8_t *out, double value)
 
 double threadSeconds()
 {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+    return bench::cpuSeconds(CLOCK_THREAD_CPUTIME_ID);
 }
 
 std::size_t waitForGrant(std::size_t wanted)

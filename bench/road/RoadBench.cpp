@@ -7,7 +7,9 @@
 //   bench_road [--seconds S] [--rate HZ] [--taps N]
 #include "Dsp/ZephrinMDSP.h"
 #include "host_interfaces/EngineLimits.h"
+#include "road/CpuSeconds.h"
 #include "road/ReplayDevice.h"
+#include "road/Tools.h"
 #include "support/Road.h"
 #include "support/Signals.h"
 
@@ -21,13 +23,6 @@
 
 namespace
 {
-double seconds(clockid_t clock)
-{
-    timespec now{};
-    clock_gettime(clock, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
-}
-
 struct Figures
 {
     double all; // CPU seconds per second of IQ
@@ -48,23 +43,6 @@ std::vector<COMPLEX> band(double rate)
     return signal;
 }
 
-// What a listener could switch on all at once.
-void switchToolsOn(ZephrinMDSP &engine)
-{
-    engine.setNb1(0, true);
-    engine.setNb2(0, true);
-    engine.setNr(0, true);
-    engine.setAnf(0, true);
-    engine.setApf(0u, true);
-    engine.setDse(0u, true);
-    engine.setBin(0, true);
-    engine.setEqualizerGains(0, QVector<int>(18, 3));
-    engine.setEqualizerEnable(0, true);
-    engine.setSqlEnable(0, 0, true);
-    engine.setSqlValue(0, 0, -140);
-    engine.setEnableCTCSS(0, true);
-}
-
 Figures measure(double rate, int taps, double length,
     DspCore::Modulation mode = DspCore::Modulation::USB, bool tools = false)
 {
@@ -79,16 +57,17 @@ Figures measure(double rate, int taps, double length,
     settings.highHz = mode == DspCore::Modulation::USB ? 2700.0 : 4000.0;
     test::Road road(settings, replay::grant);
     if (tools)
-        switchToolsOn(road.engine());
+        bench::switchToolsOn(road.engine(), mode, settings.centerHz, rate);
 
     road.drain(static_cast<std::uint64_t>(rate * 0.3)); // fade in, caches, clock frequency
-    const double processStart = seconds(CLOCK_PROCESS_CPUTIME_ID);
-    const double engineStart = seconds(road.engineClock());
+    const double processStart = bench::cpuSeconds(CLOCK_PROCESS_CPUTIME_ID);
+    const double engineStart = bench::cpuSeconds(road.engineClock());
     const std::uint64_t start = road.processed();
     road.drain(static_cast<std::uint64_t>(rate * length));
     const double iqSeconds = static_cast<double>(road.processed() - start) / rate;
-    const Figures figures{(seconds(CLOCK_PROCESS_CPUTIME_ID) - processStart) / iqSeconds,
-        (seconds(road.engineClock()) - engineStart) / iqSeconds, test::rms(road.receive(4800))};
+    const Figures figures{(bench::cpuSeconds(CLOCK_PROCESS_CPUTIME_ID) - processStart) / iqSeconds,
+        (bench::cpuSeconds(road.engineClock()) - engineStart) / iqSeconds,
+        test::rms(road.receive(4800))};
     return figures;
 }
 } // namespace

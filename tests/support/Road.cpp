@@ -3,6 +3,7 @@
 
 #include "Control/driver/HardwareZephrinNANO.h"
 #include "Dsp/ZephrinMDSP.h"
+#include "ZephrinMFunctions.h"
 #include "host_interfaces/EngineLimits.h"
 
 #include <QCoreApplication>
@@ -32,14 +33,15 @@ int codeOf(double rateHz)
 
 Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
     : m_pump(settings.rateHz, {std::move(grant)}),
-      m_engine(std::make_shared<ZephrinMDSP>(m_bridge.threadPool(), m_bridge, nullptr)),
+      m_engine(std::make_shared<ZephrinMDSP>(
+          m_bridge.threadPool(), m_bridge, std::make_shared<ZephrinMFunctions>())),
       m_driver(std::make_unique<HardwareZephrinNANO>(m_engine))
 {
     m_bridge.sink.onWrite = [this](COMPLEX32 *block, int count) {
         m_frames += static_cast<std::uint64_t>(count);
+        const std::lock_guard lock(m_mutex);
         if (!m_keep)
             return;
-        const std::lock_guard lock(m_mutex);
         for (int n = 0; n < count; ++n)
             m_audio.push_back({block[n].re, block[n].im});
     };
@@ -50,7 +52,9 @@ Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
             m_engineClock = clock;
         }
     };
-    m_iqServer.onWrite = [this](COMPLEX *, int count) {
+    m_iqServer.onWrite = [this, onInput = settings.onInput](COMPLEX *block, int count) {
+        if (onInput)
+            onInput(block, count);
         m_processed += static_cast<std::uint64_t>(count);
     };
     m_engine->setIqServer(&m_iqServer);
@@ -91,7 +95,10 @@ void Road::keepGranted()
 
 std::vector<COMPLEX> Road::receive(std::size_t frames)
 {
-    m_keep = true;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_keep = true;
+    }
     auto deadline = std::chrono::steady_clock::now() + kGiveUp;
     std::uint64_t seen = m_processed;
     for (;;) {
@@ -117,16 +124,37 @@ std::vector<COMPLEX> Road::receive(std::size_t frames)
     }
 }
 
-std::uint64_t Road::drain(std::uint64_t inputSamples)
+void Road::pass(std::uint64_t inputSamples)
 {
-    m_keep = false;
     const std::uint64_t target = m_processed + inputSamples;
-    const std::uint64_t before = m_frames;
     while (m_processed < target) {
         keepGranted();
         m_engine->wake();
         std::this_thread::sleep_for(kPoll);
     }
+}
+
+std::uint64_t Road::drain(std::uint64_t inputSamples)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_keep = false;
+    }
+    const std::uint64_t before = m_frames;
+    pass(inputSamples);
     return m_frames - before;
+}
+
+const std::vector<COMPLEX> &Road::record(std::uint64_t inputSamples)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_audio.clear();
+        m_keep = true;
+    }
+    pass(inputSamples);
+    const std::lock_guard lock(m_mutex);
+    m_keep = false;
+    return m_audio;
 }
 } // namespace test

@@ -35,6 +35,7 @@ public:
         double lowHz = 300.0; // band filter, relative to the tuned frequency
         double highHz = 2700.0;
         int taps = 1570;
+        std::function<void(COMPLEX *, int)> onInput = {}; // each block of IQ, engine thread
     };
 
     /// grant lets the device send that many samples more. Opens the device and starts the stream.
@@ -47,6 +48,10 @@ public:
     /// Same, not kept: for measuring. Returns samples that came.
     std::uint64_t drain(std::uint64_t inputSamples);
 
+    /// Same, kept: the audio of those input samples, here until the next call of any of the three.
+    /// From the second time on it takes no new memory.
+    const std::vector<COMPLEX> &record(std::uint64_t inputSamples);
+
     /// Input samples that went through the engine.
     std::uint64_t processed() const { return m_processed; }
 
@@ -58,6 +63,7 @@ public:
 
 private:
     void keepGranted();
+    void pass(std::uint64_t inputSamples);
 
     CreditPump m_pump;
     TestBridge m_bridge;
@@ -69,9 +75,9 @@ private:
     // Written by the engine thread.
     std::atomic<std::uint64_t> m_processed{0};
     std::atomic<std::uint64_t> m_frames{0};
-    std::atomic<bool> m_keep{true};
     std::atomic<clockid_t> m_engineClock{0};
-    std::mutex m_mutex; // guards m_audio
+    std::mutex m_mutex; // guards m_keep and m_audio
+    bool m_keep = true;
     std::vector<COMPLEX> m_audio;
 };
 } // namespace test
