@@ -26,7 +26,7 @@ void Outlets::addTo(StreamFeed &feed) const
 {
     for (const File *file : {&m_vac, &m_lineOut})
         if (*file)
-            feed.respect((*file)->ring());
+            feed.keepRoomIn((*file)->ring());
 }
 
 void Outlets::start()

@@ -46,7 +46,7 @@ bool OutletFile::pull()
     m_out.resize(frames * AudioFile::kChannels);
     if (frames == 0 || !m_source(m_in, m_out, frames, AudioFile::kChannels))
         return false;
-    m_ring.took(frames);
+    m_ring.addPulled(frames);
     m_frames += frames;
     m_level.add(m_out);
     m_file.write(m_out.data(), frames);

@@ -19,7 +19,7 @@ namespace host
 /// drops it if the outlet's ring has no room. The count begins with the stream, so the outlet must
 /// be open by then.
 ///
-/// Threads: the outlet's audio thread calls took(), any thread the others.
+/// Threads: the outlet's audio thread calls addPulled(), any thread the others.
 class OutletFill
 {
 public:
@@ -33,17 +33,18 @@ public:
     {
         const std::uint64_t finished = m_ledger.finishedFrames();
         const std::uint64_t made = atOutlet(std::min(finished, m_ledger.wantedFrames()));
-        return made - std::min(made, m_tookFrames.load());
+        return made - std::min(made, m_pulledFrames.load());
     }
 
-    void took(std::uint64_t frames) { m_tookFrames += frames; }
+    /// Frames that the outlet's thread has taken out of its ring.
+    void addPulled(std::uint64_t frames) { m_pulledFrames += frames; }
 
     /// Whether the ring, filled to that share at most, has room for what becomes of so many more
     /// frames of sound-card audio.
     bool hasRoom(std::uint64_t frames, double share) const
     {
         const std::uint64_t made = atOutlet(m_ledger.madeFrames() + frames);
-        return double(made) - double(m_tookFrames) <= share * double(kCapacity);
+        return double(made) - double(m_pulledFrames) <= share * double(kCapacity);
     }
 
 private:
@@ -59,6 +60,6 @@ private:
 
     const StreamLedger &m_ledger;
     int m_rateHz;
-    std::atomic<std::uint64_t> m_tookFrames = 0;
+    std::atomic<std::uint64_t> m_pulledFrames = 0;
 };
 } // namespace host

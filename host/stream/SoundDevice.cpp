@@ -103,7 +103,7 @@ void SoundDevice::pull(std::size_t frames)
 {
     m_out.resize(frames * AudioFile::kChannels);
     m_source(m_in, m_out, frames, AudioFile::kChannels);
-    m_ledger.took(frames);
+    m_ledger.addPulled(frames);
     keep(frames);
 }
 

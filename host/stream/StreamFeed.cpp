@@ -17,7 +17,7 @@ namespace
 using namespace std::chrono_literals;
 
 // How long the last blocks are waited for on a busy machine.
-constexpr auto kLastLook = 1s;
+constexpr auto kDrainTime = 1s;
 
 constexpr double kNoLimit = std::numeric_limits<double>::infinity();
 
@@ -73,7 +73,7 @@ CreditPump StreamFeed::makePump()
 {
     const auto grant = [this](std::uint64_t samples) { m_receiver->addCredit(samples); };
     const auto sent = [this] {
-        look();
+        readStatus();
         return m_status.samples_sent;
     };
     return {m_rateHz, {grant, sent},
@@ -135,7 +135,7 @@ bool StreamFeed::isFinished()
             m_creditAtGoal = std::min(m_creditAtGoal, m_pump.granted());
         return m_ledger.isGoalReached();
     }
-    look();
+    readStatus();
     if (m_receiver)
         return m_status.samples_sent >= m_goal || m_status.scene_ended != 0;
     return std::chrono::duration<double>(Clock::now() - m_startTime).count() >= m_plannedSeconds;
@@ -148,12 +148,12 @@ void StreamFeed::halt()
     if (m_receiver && !m_freeRun)
         m_receiver->setPace(VR_PACE_CREDIT);
     m_pump.restartClock();
-    look();
+    readStatus();
 }
 
 bool StreamFeed::isDraining()
 {
-    look(); // what was on its way when the feed was halted counts, too
+    readStatus(); // what was on its way when the feed was halted counts, too
     if (droppedSamples() == 0)
         return false;
     m_pump.note(processed());
@@ -162,7 +162,7 @@ bool StreamFeed::isDraining()
         m_pump.nudge(processed(), false);
     if (m_pump.granted() != before)
         --m_lastNudges;
-    return m_pump.standstill() < kLastLook; // what the nudges did not bring out is not there
+    return m_pump.standstill() < kDrainTime; // what the nudges did not bring out is not there
 }
 
 /// What the engine has finished, and what never gets there.
@@ -171,7 +171,7 @@ std::uint64_t StreamFeed::processed() const
     return m_ledger.processedSamples() + lostSamples();
 }
 
-void StreamFeed::look()
+void StreamFeed::readStatus()
 {
     if (m_receiver)
         m_receiver->getStatus(&m_status);

@@ -32,7 +32,7 @@ public:
         StreamLedger &ledger);
 
     /// An outlet whose ring is to have room, too; must outlive the feed.
-    void respect(const OutletFill &outlet) { m_outlets.push_back(&outlet); }
+    void keepRoomIn(const OutletFill &outlet) { m_outlets.push_back(&outlet); }
 
     /// Before the receiver's stream begins. A free run gives the ledger its goal.
     void prepare();
@@ -60,7 +60,7 @@ public:
     std::uint64_t droppedSamples() const;
     std::uint64_t droppedBlocks() const;
 
-    /// Receiver's state when the stream was halted or last looked at; all zero of real hardware.
+    /// The receiver's state as last read; all zero of real hardware.
     const vr_status &status() const { return m_status; }
 
     /// Length of the run in seconds of IQ.
@@ -78,7 +78,7 @@ private:
     bool hasRoom(std::uint64_t frames, double share) const;
     void refillAllowance();
     std::uint64_t processed() const;
-    void look();
+    void readStatus();
 
     const ReceiverControls *m_receiver;
     StreamLedger &m_ledger;

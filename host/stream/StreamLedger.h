@@ -20,7 +20,7 @@ namespace host
 /// goal is neither metered nor wanted, so a run that happened to get more gives the same results.
 ///
 /// Threads: setGoal() before the stream; the engine calls beginBlock(), addAudio() and endBlock(),
-/// in this order for each of its blocks; the sound device calls took(); everything else may be
+/// in this order for each of its blocks; the sound device calls addPulled(); everything else may be
 /// called by any thread.
 class StreamLedger
 {
@@ -31,7 +31,9 @@ public:
     void beginBlock(const COMPLEX *iq, int samples);
     void addAudio(std::uint64_t frames);
     void endBlock();
-    void took(std::uint64_t frames) { m_tookFrames += frames; }
+
+    /// Frames that the sound device has taken out of the engine's audio ring.
+    void addPulled(std::uint64_t frames) { m_pulledFrames += frames; }
 
     /// IQ samples whose processing has been finished.
     std::uint64_t processedSamples() const { return m_processedSamples; }
@@ -48,10 +50,10 @@ public:
     std::uint64_t finishedFrames() const { return m_readyFrames; }
 
     /// Frames that can be pulled now.
-    std::uint64_t readyFrames() const { return m_readyFrames - m_tookFrames; }
+    std::uint64_t readyFrames() const { return m_readyFrames - m_pulledFrames; }
 
     /// Frames made or in the making that nobody pulled.
-    std::uint64_t waitingFrames() const { return m_madeFrames - m_tookFrames; }
+    std::uint64_t waitingFrames() const { return m_madeFrames - m_pulledFrames; }
 
     /// Frames lost because the audio ring was full.
     std::uint64_t lostFrames() const { return m_lostFrames; }
@@ -68,7 +70,7 @@ private:
     std::atomic<std::uint64_t> m_processedSamples = 0;
     std::atomic<std::uint64_t> m_madeFrames = 0;
     std::atomic<std::uint64_t> m_readyFrames = 0;
-    std::atomic<std::uint64_t> m_tookFrames = 0;
+    std::atomic<std::uint64_t> m_pulledFrames = 0;
     std::atomic<std::uint64_t> m_lostFrames = 0;
     Level m_inputLevel;
     ThreadClock m_engineThread;

@@ -121,7 +121,7 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
     while (double(audio.size()) < seconds * kAudioRateHz) {
         waitForAudio(kBlock, pump, start);
         m_bridge->soundOut()->pull(in, out, kBlock, 2);
-        m_ledger.took(kBlock);
+        m_ledger.addPulled(kBlock);
         for (unsigned i = 0; i < kBlock; ++i)
             audio.push_back({double(out[2 * i]), 0.0});
     }

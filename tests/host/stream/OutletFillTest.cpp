@@ -18,7 +18,7 @@ protected:
             m_ledger.beginBlock(m_iq.data(), kBlock);
             m_ledger.addAudio(kBlock);
             m_ledger.endBlock();
-            m_ledger.took(kBlock); // the sound card keeps up
+            m_ledger.addPulled(kBlock); // the sound card keeps up
         }
     }
 
@@ -33,7 +33,7 @@ TEST_F(OutletFillTest, FramesComeInWholeChunksAtTheOutletsRate)
     EXPECT_EQ(cable.readyFrames(), 0u);
     make(1);
     EXPECT_EQ(cable.readyFrames(), 512u);
-    cable.took(500);
+    cable.addPulled(500);
     EXPECT_EQ(cable.readyFrames(), 12u);
     make(4);
     EXPECT_EQ(cable.readyFrames(), 524u);
@@ -47,7 +47,7 @@ TEST_F(OutletFillTest, RoomIsCountedInFramesOfTheOutlet)
     make(4);
     EXPECT_FALSE(cable.hasRoom(2048, 0.5));
     EXPECT_TRUE(cable.hasRoom(2048, 1.0));
-    cable.took(8192);
+    cable.addPulled(8192);
     EXPECT_TRUE(cable.hasRoom(2048, 0.5));
 }
 

@@ -45,7 +45,7 @@ protected:
             m_ledger.beginBlock(m_iq.data(), kBlock);
             m_ledger.addAudio(kBlock / 4);
             m_ledger.endBlock();
-            m_ledger.took(kBlock / 4);
+            m_ledger.addPulled(kBlock / 4);
         }
     }
 

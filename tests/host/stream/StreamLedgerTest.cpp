@@ -28,7 +28,7 @@ TEST(StreamLedgerTest, AudioIsReadyWhenItsBlockIsFinished)
     EXPECT_EQ(ledger.waitingFrames(), 256u);
     EXPECT_EQ(ledger.processedSamples(), 512u);
     ledger.endBlock();
-    ledger.took(100);
+    ledger.addPulled(100);
     EXPECT_EQ(ledger.readyFrames(), 156u);
     EXPECT_EQ(ledger.processedSamples(), 1024u);
 }
@@ -44,7 +44,7 @@ TEST(StreamLedgerTest, ABlockThatTheFullRingRefusesIsCountedAsLost)
     runBlock(ledger, iq, 1);
     EXPECT_EQ(ledger.readyFrames(), 16384u);
     EXPECT_EQ(ledger.lostFrames(), 1u);
-    ledger.took(1);
+    ledger.addPulled(1);
     runBlock(ledger, iq, 1);
     EXPECT_EQ(ledger.readyFrames(), 16384u);
     EXPECT_EQ(ledger.lostFrames(), 1u);
