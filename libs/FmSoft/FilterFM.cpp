@@ -130,21 +130,19 @@ void DownsampleFilter::process(const SampleVector &in, SampleVector &out)
 void DownsampleFilter::processInteger(std::size_t length, SampleVector &samples_out)
 {
     const std::size_t step = mDownsampleInteger;
-    std::size_t position = mPositionInteger;
-    samples_out.resize((length + step - position - 1) / step);
+    samples_out.resize((length + step - mPositionInteger - 1) / step);
 
     // Coefficients 1..order meet the samples before the position.
-    std::size_t i = 0;
-    for (; position < length; position += step)
-        samples_out[i++] = FmSoft::dotProduct(&mReversed[1], &mWork[position], mOrder);
-
-    assert(i == samples_out.size());
-    mPositionInteger = static_cast<unsigned int>(position - length);
+    FmSoft::dotProducts(&mReversed[1], mOrder, mWork.data() + mPositionInteger, step,
+        samples_out.data(), samples_out.size());
+    mPositionInteger += static_cast<unsigned int>(samples_out.size() * step - length);
 }
 
 void DownsampleFilter::processFractional(std::size_t length, SampleVector &out)
 {
     const double end = static_cast<double>(length);
+    if (mPosition == std::trunc(mPosition) && mDownsample == std::trunc(mDownsample))
+        return processOnSamples(length, out);
     const std::size_t n_out = static_cast<unsigned int>(end / mDownsample + 2.0);
     out.resize(n_out);
 
@@ -168,6 +166,17 @@ void DownsampleFilter::processFractional(std::size_t length, SampleVector &out)
     assert(i <= n_out && i + 2 >= n_out);
     out.resize(i);
     mPosition = std::max(position - end, 0.0);
+}
+
+// Every position stands on a sample, as from 192 to 48 kHz: the first of the two products is all.
+void DownsampleFilter::processOnSamples(std::size_t length, SampleVector &out)
+{
+    const auto step = static_cast<std::size_t>(mDownsample);
+    const auto position = static_cast<std::size_t>(mPosition);
+    out.resize(position < length ? (length - position + step - 1) / step : 0);
+    FmSoft::dotProducts(
+        &mReversed[1], mOrder + 1, mWork.data() + position, step, out.data(), out.size());
+    mPosition = static_cast<double>(position + out.size() * step - length);
 }
 
 void LowPassFilterRC::process(const SampleVector &in, SampleVector &out)
@@ -208,15 +217,25 @@ void HighPassFilterIir::process(const SampleVector &in, SampleVector &out)
 
 void HighPassFilterIir::process_inplace(SampleVector &samples)
 {
+    // Locals: what is stored could be a member, for all the compiler knows.
+    const HighPassFilterIir c = *this;
+    double x1 = mX1;
+    double x2 = mX2;
+    double y1 = mY1;
+    double y2 = mY2;
     for (double &sample : samples) {
         const double x = sample;
-        const double y = mB0 * x + mB1 * mX1 + mB2 * mX2 - mA1 * mY1 - mA2 * mY2;
-        mX2 = mX1;
-        mX1 = x;
-        mY2 = mY1;
-        mY1 = y;
+        const double y = (c.mB0 * x + c.mB1 * x1 + c.mB2 * x2 - c.mA2 * y2) - c.mA1 * y1;
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
         sample = y;
     }
+    mX1 = x1;
+    mX2 = x2;
+    mY1 = y1;
+    mY2 = y2;
 }
 
 LowPassFilterIir::LowPassFilterIir(double cutoff)

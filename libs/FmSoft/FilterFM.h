@@ -57,6 +57,7 @@ public:
 private:
     void processInteger(std::size_t length, SampleVector &out);
     void processFractional(std::size_t length, SampleVector &out);
+    void processOnSamples(std::size_t length, SampleVector &out);
 
     double mDownsample;
     unsigned int mDownsampleInteger; // 0 while the factor is fractional

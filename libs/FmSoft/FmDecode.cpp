@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FmSoft/FmDecode.h"
 
+#include "FmSoft/DotProduct.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <cstddef>
+#include <numeric>
 
 namespace
 {
@@ -76,12 +80,16 @@ void FmDecoder::process(const IQSampleVector &in, SampleVector &audio)
 
 void FmDecoder::measureBaseband()
 {
-    double sum = 0.0;
-    double squares = 0.0;
-    for (const double x : mBaseband) {
-        sum += x;
-        squares += x * x;
+    constexpr std::size_t kLanes = 8; // the order of a plain sum would forbid vectors
+    double sums[kLanes] = {};
+    std::size_t n = 0;
+    for (; n + kLanes <= mBaseband.size(); n += kLanes) {
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            sums[lane] += mBaseband[n + lane];
     }
+    double sum = std::accumulate(sums, sums + kLanes, 0.0);
+    sum = std::accumulate(mBaseband.begin() + std::ptrdiff_t(n), mBaseband.end(), sum);
+    const double squares = FmSoft::dotProduct(mBaseband.data(), mBaseband.data(), mBaseband.size());
     const auto count = static_cast<double>(mBaseband.size());
     mBasebandMean = kSmoothing * mBasebandMean + 0.05 * (sum / count);
     mBasebandLevel = kSmoothing * mBasebandLevel + 0.05 * std::sqrt(squares / count);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "FmSoft/FilterFM.h"
+#include "FmSoft/SteadyPhasor.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -42,11 +44,15 @@ public:
     const std::vector<PpsEvent> &ppsEvents() const { return mPpsEvents; }
 
 private:
-    void countPeriod(std::size_t position, std::size_t length);
+    void follow(const double *in, double *out, std::size_t length);
+    void countSecond(std::size_t position, std::size_t length);
     void judgeLock(std::size_t length);
 
-    double mMinimumFrequency; // radians per sample
+    const double mNominalFrequency; // radians per sample
+    double mMinimumFrequency;
     double mMaximumFrequency;
+    FmSoft::SteadyPhasor mPhasor; // of mPhase
+    std::size_t mPhasorSteps;     // that it takes without a new start
     double mPhasorB0;
     double mPhasorA1;
     double mPhasorA2;

@@ -31,6 +31,19 @@ inline float tapSum(const float *h, int up, const float *ring, int newest, int m
     }
     return sum;
 }
+
+/// tapSum() at each of `count` samples, the rate staying as it is. `newest` is that of the first
+/// one; the samples before it lie in front of it. The bits are those of tapSum(): built for the
+/// baseline like it, without fused products.
+void filterEach(const float *h, const float *newest, float *__restrict out, int count)
+{
+    for (int n = 0; n < count; ++n) {
+        float sum = 0.0f;
+        for (int k = 0; k < kTapsPerPhase; ++k)
+            sum += h[k] * newest[n - k];
+        out[n] = sum;
+    }
+}
 } // namespace
 
 int NOK(int a, int b)
@@ -121,7 +134,13 @@ void Resampler::PolyPhaseFIRF(resampleF_state &state)
     const float gain = float(up); // what stuffing with zeros takes away
     int phase = state.phase;      // steps from the newest sample to the next output
     int newest = state.writeIndex;
-    for (int n = 0; n < state.outputLength; ++n) {
+    int n = 0;
+    if (up == 1 && down == 1 && newest >= kTapsPerPhase - 1) {
+        n = std::min(state.outputLength, state.ringSize - newest);
+        filterEach(h, ring + newest, state.output, n);
+        newest = (newest + n) & state.mask;
+    }
+    for (; n < state.outputLength; ++n) {
         if (phase >= up) {
             newest = (newest + phase / up) & state.mask;
             phase %= up;
