@@ -127,21 +127,27 @@ void PluginReceiver::join()
 
 bool PluginReceiver::open(const HostSettings &settings)
 {
-    readSettings(settings);
+    openStore(settings.settingsFile);
+    m_store->overlay("ZephrinMOptions/SampleRate", deviceRateCode(settings.deviceRateHz));
+    m_store->overlay("ZephrinMOptions/PreampAuto", settings.autoPreamp);
+    readStored(settings);
     setUp(settings);
     setUpNotches(settings);
     return findDevice();
 }
 
-void PluginReceiver::readSettings(const HostSettings &settings)
+SettingsStore &PluginReceiver::openStore(const QString &file)
 {
-    if (settings.settingsFile.isEmpty())
+    if (file.isEmpty())
         m_store.emplace();
     else
-        m_store.emplace(settings.settingsFile);
+        m_store.emplace(file);
     m_notice = m_store->error();
-    m_store->overlay("ZephrinMOptions/SampleRate", deviceRateCode(settings.deviceRateHz));
-    m_store->overlay("ZephrinMOptions/PreampAuto", settings.autoPreamp);
+    return *m_store;
+}
+
+void PluginReceiver::readStored(const HostSettings &settings)
+{
     overlayStored(settings);
     device().readSettings(&m_store->settings());
     m_bridge->radioNotchControl()->readSettings(m_store->settings());
@@ -222,16 +228,20 @@ void PluginReceiver::stop()
     device().stop();
 }
 
+bool PluginReceiver::saveSettings()
+{
+    if (!m_store)
+        return true;
+    device().writeSettings(&m_store->settings());
+    return m_store->save() || fail(m_store->error());
+}
+
 bool PluginReceiver::close()
 {
     if (!m_loader.device())
         return true;
     device().close();
-    bool isSaved = true;
-    if (m_store) {
-        device().writeSettings(&m_store->settings());
-        isSaved = m_store->save() || fail(m_store->error());
-    }
+    const bool isSaved = saveSettings();
     device().deinit();
     m_loader.deleteDevice();
     m_manager.reset();

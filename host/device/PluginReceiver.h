@@ -54,6 +54,18 @@ public:
     /// Ends the stream. Whatever the device has queued for the main thread is dropped or done.
     void stop();
 
+    /// The two halves of what open() does with stored settings, for who sets the device up by
+    /// itself: opens the settings file (empty: the user's own), and hands what it holds, with the
+    /// given options of the command line laid over it, to device and notches.
+    SettingsStore &openStore(const QString &file);
+    void readStored(const HostSettings &settings);
+
+    /// After openStore().
+    SettingsStore &store() { return *m_store; }
+
+    /// Has the device write its settings and saves all that changed. False if that failed.
+    bool saveSettings();
+
     /// Gives the device back, saves the settings and takes the plugin out. False if the settings
     /// could not be saved.
     bool close();
@@ -65,6 +77,9 @@ public:
     HostBridge &bridge() const { return *m_bridge; }
     HostManager &manager() const { return *m_manager; }
     const HostSensors &meters() const { return m_sensors; }
+
+    /// The device's options page. Whoever shows it takes it out of his window before it closes.
+    QWidget &optionsPage() { return m_window; }
 
     /// Width of the panorama in hertz.
     double panoramaHz() const { return m_panoramaHz; }
@@ -85,7 +100,6 @@ private:
     bool checkPreamp(double db);
     bool checkReception(const HostSettings &settings);
     void join();
-    void readSettings(const HostSettings &settings);
     void overlayStored(const HostSettings &settings);
     void setUp(const HostSettings &settings);
     void setUpNotches(const HostSettings &settings);
@@ -100,7 +114,7 @@ private:
     std::optional<SettingsStore> m_store;
 
     // What the device is joined to; it ends before any of these.
-    QWidget m_window; // holds the device's options; never shown
+    QWidget m_window; // holds the device's options
     HostIqServer m_iqServer;
     HostAudioServer m_audioServer;
     HostSensors m_sensors;

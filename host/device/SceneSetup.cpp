@@ -25,6 +25,18 @@ bool SceneSetup::open(const HostSettings &settings)
         || isGood(m_receiver->fault(settings.fault.toUtf8()), "--fault " + settings.fault);
 }
 
+bool SceneSetup::change(const HostSettings &settings)
+{
+    const QString before = m_name;
+    m_notices.clear();
+    if (!m_receiver)
+        return checkHardware(settings);
+    if (choose(settings))
+        return true;
+    m_name = before;
+    return false;
+}
+
 bool SceneSetup::checkHardware(const HostSettings &settings)
 {
     m_name = "on the air";

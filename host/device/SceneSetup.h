@@ -21,6 +21,10 @@ public:
     /// virtual receiver has; error() tells which and why, in one line.
     bool open(const HostSettings &settings);
 
+    /// Another scene for a receiver that is set up, its stream may be on. False as open() does,
+    /// with the scene before in place.
+    bool change(const HostSettings &settings);
+
     /// Length in seconds, 0 if it never ends.
     double seconds() const;
 

@@ -4,6 +4,7 @@
 #include "settings/NotchLimits.h"
 #include "settings/Numbers.h"
 #include "settings/OptionTable.h"
+#include "settings/ToolLimits.h"
 #include "settings/UsageError.h"
 
 #include "host_interfaces/DeviceAbstract.h"
@@ -21,8 +22,6 @@ constexpr double kHighestSceneRateHz = 100e6;
 
 constexpr double kShortestRunSeconds = 1e-3;
 constexpr double kLongestRunSeconds = 86400.0; // a day; more is a slip of the finger
-
-constexpr int kMostRitHz = 9999; // what the dials of receivers reach
 
 // The ranges of the controls on the receiver's options page, which would limit a value silently.
 constexpr int kLowestOffsetHz = 2;
@@ -186,7 +185,7 @@ std::vector<Option> receptionOptions()
         {.name = "rit",
             .argument = "HZ",
             .help = "Receive so much beside --tune",
-            .value = wholeNumber(-kMostRitHz, kMostRitHz),
+            .value = wholeNumber(-limits::kMostRitHz, limits::kMostRitHz),
             .setUp =
                 [](const OptionTarget &to, const QVariant &hertz) {
                     to.device.setRit(kReceiver, kChannelA, hertz.toDouble());

@@ -32,6 +32,13 @@ public:
     /// Sets a value of settings(), with its group ("ZephrinMOptions/..."), for this run only.
     void overlay(const QString &key, const QVariant &value);
 
+    /// Sets a value that the file does not have yet.
+    void setDefault(const QString &key, const QVariant &value)
+    {
+        if (!m_working.contains(key))
+            m_working.setValue(key, value);
+    }
+
     /// Merges the changes since construction or the last save() into the file; touches nothing if
     /// there are none. False if that failed, with the file as it was.
     bool save();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/HostSettings.h"
 #include "settings/OptionTable.h"
+#include "settings/ToolLimits.h"
 #include "settings/UsageError.h"
 
 #include "host_interfaces/DeviceAbstract.h"
@@ -16,6 +17,8 @@ namespace host
 {
 namespace
 {
+using namespace limits;
+
 // The device has one receiver with two channels.
 constexpr int kReceiver = 0;
 constexpr int kChannelA = 0;
@@ -24,13 +27,6 @@ constexpr int kChannelB = 1;
 const QStringList kAgcModes = {"off", "long", "slow", "med", "fast", "user"}; // by their numbers
 static_assert(int(DspCore::AgcMode::Off) == 0 && int(DspCore::AgcMode::Med) == 3
     && int(DspCore::AgcMode::User) == 5);
-
-constexpr int kLowestAgcGainDb = -20;
-constexpr int kHighestAgcGainDb = 120;
-
-// The receiver's own is 120 dB, which brings the noise of every pause up beside the speech. With
-// this one a signal of -60 dBFS, which is quiet on any band, is still heard at full level.
-constexpr int kComfortableAgcGainDb = 60;
 
 // The ranges of the controls on the receiver's options page, which would limit a value silently.
 constexpr double kShortestAttackMs = 0.1;
@@ -44,22 +40,8 @@ constexpr double kSmallestStep = 1e-6;
 constexpr int kLowestCwToneHz = 300;
 constexpr int kHighestCwToneHz = 1000;
 
-constexpr int kEqualizerBands = 18;
-constexpr int kMostEqualizerDb = 40; // up or down
-constexpr int kLowestSquelchDbm = -160;
-constexpr int kHighestSquelchDbm = 20;
 constexpr double kCtcssToleranceHz = 0.05; // the tones are given to a tenth of a hertz
-constexpr int kSilenceDb = -60;
 constexpr double kHighestFrequencyHz = 800e6;
-
-// The parts of the receiver's chain, by the modes whose signal goes through them.
-constexpr ModeSet kWithAgc = ModeSet::but({Mode::NFM, Mode::WFM});
-constexpr ModeSet kWithPredictors =
-    ModeSet::but({Mode::DIGL, Mode::DIGU, Mode::DRM, Mode::WFM}); // noise reduction, notch
-constexpr ModeSet kWithEqualizer = ModeSet::but({Mode::DIGL, Mode::DIGU, Mode::DRM});
-constexpr ModeSet kWithBinaural = kWithPredictors;
-constexpr ModeSet kWithSquelch = ModeSet::but({Mode::WFM});
-constexpr ModeSet kWithChannelB = ModeSet::but({Mode::WFM});
 
 ValueCheck equalizerGains()
 {
@@ -254,7 +236,7 @@ std::vector<Option> toolOptions()
         predictorStep("anf-leak", "How fast it forgets", "anf", "dsp_anf_leak"),
         {.name = "apf",
             .help = "Audio peak filter",
-            .modes = {Mode::LSB, Mode::USB, Mode::CW},
+            .modes = kWithPeakFilter,
             .setUp = [](const OptionTarget &to,
                          const QVariant &) { emit to.manager.apfChanged(kReceiver, true); }},
         {.name = "dse",

@@ -35,6 +35,10 @@ public:
     /// Frames that the sound device has taken out of the engine's audio ring.
     void addPulled(std::uint64_t frames) { m_pulledFrames += frames; }
 
+    /// The device has emptied its audio ring, as it does when its stream starts or its rate
+    /// changes.
+    void dropWaiting() { m_pulledFrames = m_madeFrames.load(); }
+
     /// IQ samples whose processing has been finished.
     std::uint64_t processedSamples() const { return m_processedSamples; }
 
@@ -50,10 +54,10 @@ public:
     std::uint64_t finishedFrames() const { return m_readyFrames; }
 
     /// Frames that can be pulled now.
-    std::uint64_t readyFrames() const { return m_readyFrames - m_pulledFrames; }
+    std::uint64_t readyFrames() const { return difference(m_readyFrames, m_pulledFrames); }
 
     /// Frames made or in the making that nobody pulled.
-    std::uint64_t waitingFrames() const { return m_madeFrames - m_pulledFrames; }
+    std::uint64_t waitingFrames() const { return difference(m_madeFrames, m_pulledFrames); }
 
     /// Frames lost because the audio ring was full.
     std::uint64_t lostFrames() const { return m_lostFrames; }
@@ -63,6 +67,9 @@ public:
 
 private:
     static constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+
+    /// 0 where frames were dropped between being made and being taken.
+    static std::uint64_t difference(std::uint64_t a, std::uint64_t b) { return a > b ? a - b : 0; }
 
     std::uint64_t m_goal = kNoLimit;
     std::uint64_t m_blockSamples = 0; // engine only
