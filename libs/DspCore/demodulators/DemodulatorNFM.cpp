@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/demodulators/DemodulatorNFM.h"
 
-#include "signal_primitives/FastArctangent.h"
+#include "DspCore/demodulators/LoopDetector.h"
+#include "processor/Clones.h"
 #include "signal_primitives/ipps.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -67,29 +69,33 @@ void DemodulatorNFM::process(COMPLEX *buffer, int length)
 {
     if (buffer == nullptr || length < 1)
         return;
+    assert(length <= SIGNAL_MAX_SIZE);
 
-    double phase = mPhase;
-    double frequency = mFrequency;
-    double dcEstimate = mDcEstimate;
-    for (int n = 0; n < length; ++n) {
-        const COMPLEX x = buffer[n];
-        const double c = std::cos(phase);
-        const double s = std::sin(phase);
-        const double i = c * x.re - s * x.im;
-        const double q = -(c * x.im + s * x.re);
-        const double error = Velmora::fastArctangent(static_cast<float>(q), static_cast<float>(i));
-        frequency = std::clamp(frequency + mBeta * error, mLowestFrequency, mHighestFrequency);
-        phase += mAlpha * error + frequency;
-        dcEstimate = mDcCoefficient * frequency + mDcComplement * dcEstimate;
-        const double audio = (frequency - dcEstimate) * mOutputScale;
-        buffer[n] = {audio, audio};
-    }
-    mDcEstimate = dcEstimate;
-    mFrequency = frequency;
-    mPhase = std::fmod(phase, kTwoPi);
+    LoopDetector::angles(buffer, mAngles.data(), length);
+    follow(buffer, length);
+    mPhase = std::fmod(mPhase, kTwoPi);
 
     mDcBlock.process(buffer, length);
     mLowPass.process2(buffer, length);
     ippsMulC_64f_I(kOutputGain, &buffer[0].re, 2 * length);
+}
+
+PROCESSOR_CLONES void DemodulatorNFM::follow(COMPLEX *audio, int length)
+{
+    const double *const angles = mAngles.data();
+    double phase = mPhase;
+    double frequency = mFrequency;
+    double dcEstimate = mDcEstimate;
+    for (int n = 0; n < length; ++n) {
+        const double error = -LoopDetector::error(angles[n], phase);
+        frequency = std::clamp(frequency + mBeta * error, mLowestFrequency, mHighestFrequency);
+        phase += mAlpha * error + frequency;
+        dcEstimate = mDcCoefficient * frequency + mDcComplement * dcEstimate;
+        const double value = (frequency - dcEstimate) * mOutputScale;
+        audio[n] = {value, value};
+    }
+    mDcEstimate = dcEstimate;
+    mFrequency = frequency;
+    mPhase = phase;
 }
 } // namespace DspCore

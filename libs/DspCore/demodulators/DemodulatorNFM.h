@@ -5,6 +5,8 @@
 #include "DspCore/filters/DcBlock.h"
 #include "DspCore/types.h"
 
+#include <vector>
+
 namespace DspCore
 {
 /// Narrow FM detector: a second-order phase-locked loop follows the signal, and the audio is the
@@ -33,6 +35,7 @@ public:
 
 private:
     void init();
+    void follow(COMPLEX *audio, int length);
 
     double mSampleRate = 48000.0;
     double mDeviation = 6250.0;
@@ -46,6 +49,7 @@ private:
     double mDcEstimate = 0.0; // radians per sample
     double mDcCoefficient = 0.0;
     double mDcComplement = 0.0;
+    std::vector<double> mAngles = std::vector<double>(SIGNAL_MAX_SIZE);
     DcBlock mDcBlock;
     Biquad mLowPass;
 };
