@@ -31,7 +31,14 @@ protected:
         }
     };
 
-    DriverTest() { vr_reset(); }
+    DriverTest() { resetDevice(); }
+
+    void resetDevice()
+    {
+        vr_reset();
+        m_read = 0;
+        m_calls = 0;
+    }
 
     /// Commands since the last call.
     std::vector<Sent> sent()

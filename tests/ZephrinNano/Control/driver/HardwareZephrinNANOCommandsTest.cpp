@@ -41,51 +41,46 @@ TEST_F(HardwareZephrinNANOTest, OpenSetsUpTheFifoAndThenTheAdc)
     EXPECT_TRUE(calls().isEmpty() && warnings().isEmpty());
 }
 
-struct OpenFailure
+TEST_F(HardwareZephrinNANOTest, AFailureEndsTheAttemptToOpenOrIsLoggedOnly)
 {
-    const char *call;
-    int number; // of the calls of that name, from 1
-    const char *text;
-    bool opens;
-};
-
-class OpenFailureTest : public DriverTest, public testing::WithParamInterface<OpenFailure>
-{ };
-
-TEST_P(OpenFailureTest, EndsTheAttemptOrIsLoggedOnly)
-{
-    const OpenFailure &row = GetParam();
-    const QString fault = QString("fail:%1@%2=9").arg(row.call).arg(row.number);
-    ASSERT_EQ(vr_fault(fault.toUtf8()), 0) << vr_last_error();
-    EXPECT_EQ(driver.open(0), row.opens);
-    EXPECT_EQ(driver.isOpen(), row.opens);
-    EXPECT_TRUE(log.warned("bool HardwareZephrinNANO::open(int)"));
-    EXPECT_TRUE(log.warned(row.text)) << warnings().join('\n').toStdString();
-
-    const QStringList made = calls();
-    if (row.opens) {
-        EXPECT_EQ(made.size(), 8 + 30);
-    } else {
-        EXPECT_TRUE(made.last().startsWith(row.call)); // given up at once,
-        EXPECT_EQ(made.filter(row.call).size(), row.number);
-        EXPECT_EQ(device().open, row.number > 1); // and the handle is not given back
-        driver.close();                           // of a device that does not count as open
-        EXPECT_TRUE(calls().isEmpty());
+    const struct
+    {
+        const char *call;
+        int number; // of the calls of that name, from 1
+        const char *text;
+        bool opens;
+    } rows[] = {{"FT_Open", 1, " failed to open,  9", false},
+        {"FT_ResetDevice", 1, " failed to reset device,  9", true},
+        {"FT_SetBitMode", 1, " failed to reset bit mode,  9", true},
+        {"FT_SetBitMode", 2, " failed to set sync FIFO bit mode,  9", false},
+        {"FT_SetLatencyTimer", 1, " failed to set latency timer,  9", true},
+        {"FT_SetUSBParameters", 1, " failed to set USB parameters,  9", true},
+        {"FT_SetFlowControl", 1, " failed to set Flow Control,  9", true},
+        {"FT_SetTimeouts", 1, " failed to set timeouts,  9", true},
+        {"FT_Write", 2, " failed to init ZephrinNANO", false},
+        {"FT_Write", 30, " failed to init ZephrinNANO", false}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.text);
+        resetDevice();
+        log.clear();
+        ASSERT_EQ(vr_fault(QString("fail:%1@%2=9").arg(row.call).arg(row.number).toUtf8()), 0);
+        EXPECT_EQ(driver.open(0), row.opens);
+        EXPECT_EQ(driver.isOpen(), row.opens);
+        EXPECT_TRUE(log.warned("bool HardwareZephrinNANO::open(int)") && log.warned(row.text))
+            << warnings().join('\n').toStdString();
+        const QStringList made = calls();
+        if (row.opens) {
+            EXPECT_EQ(made.size(), 8 + 30);
+            driver.close();
+        } else {
+            EXPECT_TRUE(made.last().startsWith(row.call)); // given up at once,
+            EXPECT_EQ(made.filter(row.call).size(), row.number);
+            EXPECT_EQ(device().open, row.number > 1); // and the handle is not given back
+            driver.close();                           // of a device that does not count as open
+            EXPECT_TRUE(calls().isEmpty());
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Calls, OpenFailureTest,
-    testing::Values(OpenFailure{"FT_Open", 1, " failed to open,  9", false},
-        OpenFailure{"FT_ResetDevice", 1, " failed to reset device,  9", true},
-        OpenFailure{"FT_SetBitMode", 1, " failed to reset bit mode,  9", true},
-        OpenFailure{"FT_SetBitMode", 2, " failed to set sync FIFO bit mode,  9", false},
-        OpenFailure{"FT_SetLatencyTimer", 1, " failed to set latency timer,  9", true},
-        OpenFailure{"FT_SetUSBParameters", 1, " failed to set USB parameters,  9", true},
-        OpenFailure{"FT_SetFlowControl", 1, " failed to set Flow Control,  9", true},
-        OpenFailure{"FT_SetTimeouts", 1, " failed to set timeouts,  9", true},
-        OpenFailure{"FT_Write", 2, " failed to init ZephrinNANO", false},
-        OpenFailure{"FT_Write", 30, " failed to init ZephrinNANO", false}),
-    [](const auto &info) { return info.param.call + std::to_string(info.param.number); });
 
 TEST_F(HardwareZephrinNANOTest, ClosedDeviceTakesNoCommand)
 {
@@ -216,31 +211,17 @@ TEST_F(HardwareZephrinNANOTest, CalibrationPageNeedsAUserAreaThatMakesSense)
 TEST_F(HardwareZephrinNANOTest, CalibrationFailuresAreNamed)
 {
     open();
-    const struct
-    {
-        const char *call;
-        bool write;
-        const char *text;
-    } rows[] = {
-        {"FT_EE_UASize", false,
-            "bool HardwareZephrinNANO::read(HardwareZephrinNANO::Calibrations &)  Failed read page "
-            "size!"},
-        {"FT_EE_UARead", false,
-            "bool HardwareZephrinNANO::read(HardwareZephrinNANO::Calibrations &)  Failed read "
-            "calibrations!"},
-        {"FT_EE_UASize", true,
-            "bool HardwareZephrinNANO::write(HardwareZephrinNANO::Calibrations &)  Failed read "
-            "page size!"},
-        {"FT_EE_UAWrite", true,
-            "bool HardwareZephrinNANO::write(HardwareZephrinNANO::Calibrations &)  Failed read "
-            "calibrations!"},
-    };
-    for (const auto &row : rows) {
+    const QString read = "bool HardwareZephrinNANO::read(HardwareZephrinNANO::Calibrations &)";
+    const QString write = QString(read).replace("read", "write");
+    for (const auto &[call, text] : {std::pair{"FT_EE_UASize", read + "  Failed read page size!"},
+             {"FT_EE_UARead", read + "  Failed read calibrations!"},
+             {"FT_EE_UASize", write + "  Failed read page size!"},
+             {"FT_EE_UAWrite", write + "  Failed read calibrations!"}}) {
         log.clear();
-        vr_fault(QString("fail:%1@1").arg(row.call).toUtf8());
+        vr_fault(QString("fail:%1@1").arg(call).toUtf8());
         HardwareZephrinNANO::Calibrations page;
-        EXPECT_FALSE(row.write ? driver.write(page) : driver.read(page));
-        EXPECT_EQ(warnings(), QStringList{row.text});
+        EXPECT_FALSE(text.startsWith(write) ? driver.write(page) : driver.read(page));
+        EXPECT_EQ(warnings(), QStringList{text});
         EXPECT_EQ(page.userFreqCoeff, 1.0);
     }
 }

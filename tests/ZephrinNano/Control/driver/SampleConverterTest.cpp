@@ -7,38 +7,23 @@
 
 namespace
 {
-struct Code
-{
-    std::vector<std::uint8_t> bytes;
-    double value;
-};
-
 // Codes of 24 bits are fractions of 2^23 - 1, those of 16 bits of 2^15 - 1.
 TEST(SampleConverterTest, LargestPositiveCodeIsOneAndTheSignIsKept)
 {
     constexpr double kRounding = 1e-15; // the scales have 16 digits
-    const Code codes24[] = {
-        {{0xff, 0xff, 0x7f}, 1.0},
-        {{0x00, 0x00, 0x80}, -8388608.0 / 8388607.0},
-        {{0x01, 0x00, 0x00}, 1.0 / 8388607.0},
-        {{0xff, 0xff, 0xff}, -1.0 / 8388607.0},
-        {{0x56, 0x34, 0x12}, 1193046.0 / 8388607.0},
-    };
-    for (const auto &code : codes24) {
+    const struct
+    {
+        std::vector<std::uint8_t> bytes;
+        double value;
+    } rows[] = {{{0xff, 0xff, 0x7f}, 1.0}, {{0x00, 0x00, 0x80}, -8388608.0 / 8388607.0},
+        {{0xff, 0xff, 0xff}, -1.0 / 8388607.0}, {{0x56, 0x34, 0x12}, 1193046.0 / 8388607.0},
+        {{0xff, 0x7f}, 1.0}, {{0x00, 0x80}, -32768.0 / 32767.0}, {{0xff, 0xff}, -1.0 / 32767.0},
+        {{0x34, 0x12}, 4660.0 / 32767.0}};
+    for (const auto &[bytes, expected] : rows) {
         double value = 0.0;
-        SampleConverter::from24(code.bytes.data(), 1, &value);
-        EXPECT_NEAR(value, code.value, kRounding);
-    }
-    const Code codes16[] = {
-        {{0xff, 0x7f}, 1.0},
-        {{0x00, 0x80}, -32768.0 / 32767.0},
-        {{0xff, 0xff}, -1.0 / 32767.0},
-        {{0x34, 0x12}, 4660.0 / 32767.0},
-    };
-    for (const auto &code : codes16) {
-        double value = 0.0;
-        SampleConverter::from16(code.bytes.data(), 1, &value);
-        EXPECT_NEAR(value, code.value, kRounding);
+        bytes.size() == 3 ? SampleConverter::from24(bytes.data(), 1, &value)
+                          : SampleConverter::from16(bytes.data(), 1, &value);
+        EXPECT_NEAR(value, expected, kRounding);
     }
 }
 

@@ -59,19 +59,8 @@ std::vector<Fault> randomFaults(std::mt19937 &random)
             at = at / test::kFrame * test::kFrame + random() % 9;
         Fault fault{at, 0, 0};
         const std::size_t cut = 1 + random() % (random() % 8 == 0 ? 2500 : 600);
-        switch (random() % 4) {
-        case 0:
-            fault.lost = 1;
-            break;
-        case 1:
-            fault.added = 1;
-            break;
-        case 2:
-            fault.lost = cut;
-            break;
-        default:
-            fault.added = cut;
-        }
+        const std::size_t count = random() % 2 == 0 ? 1 : cut;
+        (random() % 2 == 0 ? fault.lost : fault.added) = count;
         faults.push_back(fault);
         at += fault.lost;
     }
@@ -155,6 +144,6 @@ TEST_P(StreamRecoveryTest, FaultCostsNoMoreThanTheFramesItHits)
     EXPECT_GT(lost, 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, StreamRecoveryTest,
-    testing::Values<std::size_t>(4096, 8192, 16384, 32768), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(Windows, StreamRecoveryTest, testing::Values<std::size_t>(4096, 32768),
+    testing::PrintToStringParamName());
 } // namespace
