@@ -10,28 +10,6 @@ namespace
 {
 using Menu = DeviceMenuZephrinNano;
 
-TEST(DeviceMenuZephrinNanoTest, SettersTellChangesOnly)
-{
-    Menu menu;
-    QStringList told;
-    QObject::connect(
-        &menu, &Menu::autoPreampChanged, [&](bool on) { told << (on ? "on" : "off"); });
-    QObject::connect(
-        &menu, &Menu::sampleRateChanged, [&](int code) { told << QString::number(code); });
-    QObject::connect(
-        &menu, &Menu::serialChanged, [&](QStringView text) { told << text.toString(); });
-    for (int twice = 0; twice < 2; ++twice) {
-        menu.setAutoPreamp(true);
-        menu.setSampleRate(HardwareZephrinNANO::Rate2560000);
-        menu.setSerial(u"ZN000001");
-    }
-    EXPECT_EQ(test::shown(menu, "chbPreamp"), 1.0);
-    EXPECT_EQ(test::shown(menu, "cbSampleRate"), 7.0);
-    test::turn(menu, "chbPreamp", 0); // by the user
-    test::turn(menu, "cbSampleRate", 2);
-    EXPECT_EQ(told, (QStringList{"on", "7", "ZN000001", "off", "2"}));
-}
-
 TEST(DeviceMenuZephrinNanoTest, DevicesAreChosenByPlaceAndKnownByTheirIndex)
 {
     Menu menu;
