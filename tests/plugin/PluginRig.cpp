@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
 
+#include "support/Signals.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -38,10 +40,19 @@ PluginRig::~PluginRig()
     m_loader.unload();
 }
 
-void PluginRig::prepare()
+void PluginRig::prepare(const QVariantMap &settings)
 {
     init();
-    readSettings();
+    readSettings(settings);
+    if (!waitForReceiver())
+        throw std::runtime_error("no receiver");
+}
+
+void PluginRig::start(const QVariantMap &settings)
+{
+    prepare(settings);
+    if (!m_device->start())
+        throw std::runtime_error("start() refused");
 }
 
 void PluginRig::init(bool advanced)
@@ -82,6 +93,24 @@ bool PluginRig::waitForReceiver()
             return opened;
         },
         3000);
+}
+
+void PluginRig::chooseCarriers(const std::vector<Carrier> &carriers)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("carriers.band"));
+    if (!file.open(QIODevice::WriteOnly))
+        throw std::runtime_error("no file for the band");
+    file.write("band centre=7.1M noise=-160\n");
+    for (const auto &[hz, levelDb] : carriers)
+        file.write(QString("station mode=carrier frequency=%1 level=%2\n")
+                       .arg(hz, 0, 'f', 1)
+                       .arg(levelDb)
+                       .toUtf8());
+    file.close();
+    if (vr_scene_band(QFile::encodeName(file.fileName())) != 0)
+        throw std::runtime_error(vr_last_error());
+    vr_set_pace(VR_PACE_CREDIT);
 }
 
 bool PluginRig::waitFor(const std::function<bool()> &condition, int ms)
@@ -126,6 +155,11 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
             audio.push_back({double(out[2 * i]), 0.0});
     }
     return audio;
+}
+
+double PluginRig::level(const std::vector<COMPLEX> &audio, double hz)
+{
+    return decibels(magnitude(component(audio, hz / kAudioRateHz)) + 1e-15);
 }
 
 /// Counts from here on: what was sent before has been processed or never will be.

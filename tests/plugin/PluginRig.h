@@ -33,9 +33,14 @@ public:
     PluginRig();
     ~PluginRig();
 
-    /// init() and empty settings.
-    void prepare();
     void init(bool advanced = true);
+
+    /// init() with settings, whose keys are those of the device's own group, and a scan that has
+    /// found the receiver.
+    void prepare(const QVariantMap &settings = {});
+
+    /// prepare() and a running stream.
+    void start(const QVariantMap &settings = {});
 
     /// The services go while the device is still there.
     void loseHost();
@@ -47,11 +52,18 @@ public:
     host::HostBridge &bridge() { return *m_bridge; }
     host::HostManager &manager() { return *m_manager; }
 
-    /// Gives settings to the device; the keys are those of its own group.
     void readSettings(const QVariantMap &values = {});
 
-    /// Waits for the first scan to find a receiver.
+    /// Waits for a scan to find the receiver.
     bool waitForReceiver();
+
+    struct Carrier
+    {
+        double hz;
+        double levelDb;
+    };
+    /// What the receiver hears around 7.1 MHz; it sends what listen() grants it.
+    static void chooseCarriers(const std::vector<Carrier> &carriers);
 
     /// False if it did not become true in time.
     static bool waitFor(const std::function<bool()> &condition, int ms);
@@ -60,9 +72,12 @@ public:
     /// Tunes to a frequency with 0 Hz of audio there.
     void tune(double centreHz, double stationHz);
 
-    /// Pulls audio; the left side. The receiver's pace must be that of credit, which is granted
-    /// here, so that nothing is lost on a busy machine.
+    /// Pulls audio; the left side. The receiver sends what is granted here, so that nothing is lost
+    /// on a busy machine.
     std::vector<COMPLEX> listen(double seconds);
+
+    /// Of a component of the audio, in decibels.
+    static double level(const std::vector<COMPLEX> &audio, double hz);
 
     vr_status receiver() const;
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
 #include "support/Peak.h"
-#include "support/Signals.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -18,37 +16,14 @@ constexpr double kRateHz = 192e3;
 constexpr double kCentreHz = 7.1e6;
 constexpr double kAveragerDb = 0.7; // what the averaged line stands too high
 
-struct Carrier
-{
-    double hz;
-    double levelDb;
-};
-
-void chooseCarriers(const std::vector<Carrier> &carriers)
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("carriers.band"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("band centre=7.1M noise=-160\n");
-    for (const auto &[hz, levelDb] : carriers)
-        file.write(QByteArray("station mode=carrier frequency=") + QByteArray::number(hz, 'f', 1)
-            + " level=" + QByteArray::number(levelDb) + "\n");
-    file.close();
-    ASSERT_EQ(vr_scene_band(QFile::encodeName(file.fileName())), 0) << vr_last_error();
-}
-
 class PanoramaTest : public testing::Test
 {
 protected:
-    void start(const std::vector<Carrier> &carriers)
+    void start(const std::vector<PluginRig::Carrier> &carriers)
     {
-        chooseCarriers(carriers);
-        vr_set_pace(VR_PACE_CREDIT);
-        m_rig.prepare();
-        ASSERT_TRUE(m_rig.waitForReceiver());
-        m_rig.readSettings({{"SampleRate", 2}, {"PreampAuto", false}});
+        PluginRig::chooseCarriers(carriers);
+        m_rig.start({{"SampleRate", 2}, {"PreampAuto", false}});
         m_rig.tune(kCentreHz, kCentreHz);
-        ASSERT_TRUE(m_rig.device().start());
         m_rig.device().setAgcGain(0, 0, 0); // dB
         m_rig.device().setAgcMode(0, 0, 1); // so that the next is a change
         m_rig.device().setAgcMode(0, 0, 0);
@@ -74,9 +49,7 @@ protected:
 
     double audioLevelAt(double hz) const
     {
-        const std::vector<COMPLEX> settled(m_audio.end() - 8192, m_audio.end());
-        return test::decibels(
-            test::magnitude(test::component(settled, hz / PluginRig::kAudioRateHz)) + 1e-15);
+        return PluginRig::level({m_audio.end() - 8192, m_audio.end()}, hz);
     }
 
     PluginRig m_rig;
@@ -86,26 +59,23 @@ protected:
 TEST_F(PanoramaTest, ShowsEachStationAtItsPlaceAndLevel)
 {
     constexpr double kToleranceDb = 0.2;
-    const std::vector<Carrier> carriers = {
+    const std::vector<PluginRig::Carrier> carriers = {
         {7.03e6, -50.0}, {7.0812e6, -90.0}, {7.1e6, -40.0}, {7.1353e6, -3.0}, {7.18e6, -30.0}};
     start(carriers); // below full scale together
-    const auto spectrum = line();
+    auto spectrum = line();
     ASSERT_EQ(spectrum.size(), 4096u);
     for (const auto &[hz, levelDb] : carriers)
         EXPECT_NEAR(levelAt(spectrum, hz), levelDb + kAveragerDb, kToleranceDb) << hz;
     const auto middle = spectrum.begin() + 2048;
     EXPECT_EQ(std::max_element(middle - 20, middle + 20), middle); // the centre frequency
     EXPECT_LT(levelAt(spectrum, 7.12e6), -110.0);
-}
 
-TEST_F(PanoramaTest, WithoutSlopesItShowsTheMiddle)
-{
-    start({{7.15e6, -20.0}});
     emit m_rig.manager().hideSpectrumSlopesChanged(true);
+    spectrum = line();
     const double shownHz = m_rig.device().getAvalibleFunctions()->getCurrentPanSampleRateRX();
-    const auto spectrum = line();
     const auto peak = std::max_element(spectrum.begin(), spectrum.end()) - spectrum.begin();
-    EXPECT_NEAR(kCentreHz + (double(peak) / 4096.0 - 0.5) * shownHz, 7.15e6, shownHz / 1000.0);
+    EXPECT_LT(shownHz, kRateHz);
+    EXPECT_NEAR(kCentreHz + (double(peak) / 4096.0 - 0.5) * shownHz, 7.1353e6, shownHz / 1000.0);
 }
 
 TEST_F(PanoramaTest, ANotchTakesACarrierOutAndStaysOnIt)
@@ -139,32 +109,5 @@ TEST_F(PanoramaTest, ANotchTakesACarrierOutAndStaysOnIt)
     EXPECT_LT(levelAt(notched, kNotchedHz, kCentreHz + 20e3), -30.0 - kDepthDb);
     EXPECT_LT(audioLevelAt(1500.0), before - kDepthDb);
     EXPECT_NEAR(audioLevelAt(2500.0), neighbourBefore, kNeighbourDb);
-}
-
-TEST_F(PanoramaTest, NotchesOfAnotherBandComeWithTheNextParameters)
-{
-    constexpr double kOldHz = 7.1015e6;
-    start({{kOldHz, -30.0}});
-    auto &notches = *m_rig.bridge().radioNotchControl();
-    auto &functions = *m_rig.device().getAvalibleFunctions();
-    const auto band = [&](double hz) { return std::size_t(functions.getBandFromFreq(hz)); };
-    ASSERT_TRUE(notches.setBandEnabled(band(kCentreHz), true));
-    ASSERT_TRUE(notches.setFilter(band(kCentreHz), 0, {100.0, kOldHz, true}));
-    ASSERT_TRUE(notches.setFilter(band(14.1e6), 0, {100.0, 7.3e6, false}));
-    line();
-    EXPECT_LT(levelAt(line(), kOldHz), -90.0);
-
-    // On the way to 20 m and back nobody sends anything: the filter is where it was.
-    m_rig.tune(14.1e6, 14.1e6);
-    m_rig.tune(kCentreHz, kCentreHz);
-    line();
-    EXPECT_LT(levelAt(line(), kOldHz), -90.0);
-
-    // Parameters of the band that is tuned in move the filter away.
-    m_rig.tune(14.1e6, 14.1e6);
-    notches.resend(band(14.1e6));
-    m_rig.tune(kCentreHz, kCentreHz);
-    line();
-    EXPECT_NEAR(levelAt(line(), kOldHz), -30.0 + kAveragerDb, 0.5);
 }
 } // namespace

@@ -2,6 +2,7 @@
 #include "PluginRig.h"
 
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -16,46 +17,63 @@ enum class State {
     Started,
 };
 
-enum class Event {
-    Open,
-    Start,
-    Stop,
-    Close,
-    ChangeRate,
-    Deinit,
-};
-
 struct Row
 {
     const char *name;
     State from;
-    Event event;
-    bool isPlugged;
+    bool (*call)(DeviceAbstract &);
     State to;
-    bool answer; // of open() and start()
+    bool answer = true; // of open() and start()
+    bool isPlugged = true;
 };
 
+bool open(DeviceAbstract &device)
+{
+    return device.open();
+}
+bool start(DeviceAbstract &device)
+{
+    return device.start();
+}
+bool stop(DeviceAbstract &device)
+{
+    device.stop();
+    return true;
+}
+bool close(DeviceAbstract &device)
+{
+    device.close();
+    return true;
+}
+bool deinit(DeviceAbstract &device)
+{
+    device.deinit();
+    return true;
+}
+bool changeRate(DeviceAbstract &device)
+{
+    return QMetaObject::invokeMethod(&device, "onSampleRate", Q_ARG(int, 4));
+}
+
 const Row kRows[] = {
-    {"OpenReady", State::Ready, Event::Open, true, State::Opened, true},
-    {"OpenReadyWithoutDevice", State::Ready, Event::Open, false, State::Ready, false},
-    {"OpenOpened", State::Opened, Event::Open, true, State::Opened, true},
-    {"OpenStarted", State::Started, Event::Open, true, State::Started, true},
-    {"StartReady", State::Ready, Event::Start, true, State::Started, true},
-    {"StartReadyWithoutDevice", State::Ready, Event::Start, false, State::Ready, false},
-    {"StartOpened", State::Opened, Event::Start, true, State::Started, true},
-    {"StartStarted", State::Started, Event::Start, true, State::Started, true},
-    {"StopStarted", State::Started, Event::Stop, true, State::Opened, true},
-    {"StopReady", State::Ready, Event::Stop, true, State::Opened, true},
-    {"StopReadyWithoutDevice", State::Ready, Event::Stop, false, State::Ready, true},
-    {"StopOpened", State::Opened, Event::Stop, true, State::Opened, true},
-    {"CloseStarted", State::Started, Event::Close, true, State::Ready, true},
-    {"CloseOpened", State::Opened, Event::Close, true, State::Ready, true},
-    {"CloseReady", State::Ready, Event::Close, true, State::Ready, true},
-    {"ChangeRateStarted", State::Started, Event::ChangeRate, true, State::Started, true},
-    {"ChangeRateOpened", State::Opened, Event::ChangeRate, true, State::Opened, true},
-    {"DeinitStarted", State::Started, Event::Deinit, true, State::Ready, true},
-    {"DeinitOpened", State::Opened, Event::Deinit, true, State::Ready, true},
-    {"DeinitReady", State::Ready, Event::Deinit, true, State::Ready, true},
+    {"OpenReady", State::Ready, open, State::Opened},
+    {"OpenReadyWithoutDevice", State::Ready, open, State::Ready, false, false},
+    {"OpenStarted", State::Started, open, State::Started},
+    {"StartReady", State::Ready, start, State::Started},
+    {"StartReadyWithoutDevice", State::Ready, start, State::Ready, false, false},
+    {"StartOpened", State::Opened, start, State::Started},
+    {"StartStarted", State::Started, start, State::Started},
+    {"StopStarted", State::Started, stop, State::Opened},
+    {"StopReady", State::Ready, stop, State::Opened},
+    {"StopReadyWithoutDevice", State::Ready, stop, State::Ready, true, false},
+    {"CloseStarted", State::Started, close, State::Ready},
+    {"CloseOpened", State::Opened, close, State::Ready},
+    {"CloseReady", State::Ready, close, State::Ready},
+    {"ChangeRateStarted", State::Started, changeRate, State::Started},
+    {"ChangeRateOpened", State::Opened, changeRate, State::Opened},
+    {"DeinitStarted", State::Started, deinit, State::Ready},
+    {"DeinitOpened", State::Opened, deinit, State::Ready},
+    {"DeinitReady", State::Ready, deinit, State::Ready},
 };
 
 void PrintTo(const Row &row, std::ostream *out)
@@ -71,59 +89,25 @@ State state(PluginRig &rig)
 }
 
 class DeviceState : public testing::TestWithParam<Row>
-{
-protected:
-    DeviceState()
-    {
-        m_rig.prepare();
-        EXPECT_TRUE(m_rig.waitForReceiver());
-        if (GetParam().from == State::Opened) {
-            EXPECT_TRUE(m_rig.device().open());
-        }
-        if (GetParam().from == State::Started) {
-            EXPECT_TRUE(m_rig.device().start());
-        }
-        if (!GetParam().isPlugged)
-            vr_set_plugged(0);
-    }
-
-    bool raise(Event event)
-    {
-        switch (event) {
-        case Event::Open:
-            return m_rig.device().open();
-        case Event::Start:
-            return m_rig.device().start();
-        case Event::Stop:
-            m_rig.device().stop();
-            return true;
-        case Event::Close:
-            m_rig.device().close();
-            return true;
-        case Event::ChangeRate:
-            m_rig.readSettings({{"SampleRate", 4}});
-            return true;
-        case Event::Deinit:
-            m_rig.device().deinit();
-            return true;
-        }
-        return false;
-    }
-
-    PluginRig m_rig;
-};
+{ };
 
 TEST_P(DeviceState, FollowsTheCall)
 {
     const Row &row = GetParam();
-    ASSERT_EQ(state(m_rig), row.from);
-    EXPECT_EQ(raise(row.event), row.answer);
-    EXPECT_EQ(state(m_rig), row.to);
-    EXPECT_EQ(m_rig.receiver().open, row.to != State::Ready);
-    EXPECT_EQ(m_rig.receiver().streaming, row.to == State::Started);
-    const auto before = m_rig.receiver().samples_sent;
+    PluginRig rig;
+    rig.prepare();
+    EXPECT_TRUE(row.from != State::Opened || rig.device().open());
+    EXPECT_TRUE(row.from != State::Started || rig.device().start());
+    if (!row.isPlugged)
+        vr_set_plugged(0);
+    ASSERT_EQ(state(rig), row.from);
+    EXPECT_EQ(row.call(rig.device()), row.answer);
+    EXPECT_EQ(state(rig), row.to);
+    EXPECT_EQ(rig.receiver().open, row.to != State::Ready);
+    EXPECT_EQ(rig.receiver().streaming, row.to == State::Started);
+    const auto before = rig.receiver().samples_sent;
     PluginRig::wait(50);
-    EXPECT_EQ(m_rig.receiver().samples_sent > before, row.to == State::Started);
+    EXPECT_EQ(rig.receiver().samples_sent > before, row.to == State::Started);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllRows, DeviceState, testing::ValuesIn(kRows),
@@ -132,9 +116,7 @@ INSTANTIATE_TEST_SUITE_P(AllRows, DeviceState, testing::ValuesIn(kRows),
 TEST(DeviceLifeTest, AStartedDeviceTakesItsGainAgain)
 {
     PluginRig rig;
-    rig.prepare();
-    ASSERT_TRUE(rig.waitForReceiver());
-    ASSERT_TRUE(rig.device().start());
+    rig.start();
     PluginRig::wait(200); // past the second setting of the gain
     const auto before = rig.receiver().commands;
     ASSERT_TRUE(rig.device().start());
@@ -146,13 +128,15 @@ TEST(DeviceLifeTest, ADeviceThatIsPulledOutStopsAndStartsAgainWhenItIsBack)
     // The watchdog looks once a second and gives up when a whole period brought nothing.
     constexpr int kTwoPeriodsMs = 2000;
     constexpr int kSlackMs = 300;
+    const QTemporaryDir recordings;
     PluginRig rig;
-    rig.prepare();
-    ASSERT_TRUE(rig.waitForReceiver());
+    rig.bridge().setRecordingPath(recordings.path());
+    rig.start();
     QSignalSpy closed(&rig.device(), SIGNAL(devClosed()));
-    ASSERT_TRUE(rig.device().start());
+    QSignalSpy recording(&rig.device(), SIGNAL(sWriteIQ(bool, int)));
     PluginRig::wait(300);
     const int running = test::threadCount();
+    rig.device().writeIQ(true, 0);
     vr_set_plugged(0);
     ASSERT_TRUE(PluginRig::waitFor([&] { return !closed.empty(); }, kTwoPeriodsMs + kSlackMs));
     EXPECT_EQ(state(rig), State::Opened);
@@ -160,6 +144,7 @@ TEST(DeviceLifeTest, ADeviceThatIsPulledOutStopsAndStartsAgainWhenItIsBack)
         [&] { return test::threadCount() == running - 2; }, 500)); // engine and reader
     PluginRig::wait(50);
     EXPECT_EQ(closed.size(), 1);
+    EXPECT_EQ(recording, (QList<QVariantList>{{true, 0}, {false, 0}}));
 
     rig.device().close();
     EXPECT_FALSE(rig.device().start());
