@@ -15,80 +15,71 @@ constexpr double kSinglePrecision = 1e-4; // a float ramp stops moving that clos
 constexpr double kFixedGain = 0.7;
 constexpr int kSecond = 192000;
 
-std::vector<COMPLEX> carrier(int length)
+/// Hears a carrier in the middle of the panorama; fades in.
+struct Carrier
 {
-    return std::vector<COMPLEX>(std::size_t(length), {0.2, 0.2});
-}
-
-/// A receiver with a steady carrier after its filters.
-void settle(Receiver &receiver)
-{
-    test::holdGain(receiver);
-    receiver.setBandFilterIf(0, -4000, 4000);
-    test::setMode(receiver, Modulation::DSB);
-    test::feed(receiver, carrier(kSecond));
-}
-
-struct MainVolumeCase
-{
-    const char *name;
-    void (*change)(Receiver &);
-    double from, to; // linear gains
-    double audioRate;
+    Receiver receiver;
+    Carrier()
+    {
+        test::holdGain(receiver);
+        receiver.setBandFilterIf(0, -4000, 4000);
+        test::setMode(receiver, Modulation::DSB);
+    }
+    test::Heard feed(int length)
+    {
+        return test::feed(receiver, std::vector<COMPLEX>(std::size_t(length), {0.2, 0.2}));
+    }
 };
 
-class MainVolumeTest : public testing::TestWithParam<MainVolumeCase>
-{ };
-
-TEST_P(MainVolumeTest, GlidesInFiftyMilliseconds)
+TEST(ReceiverGainTest, MainVolumeGlidesInFiftyMilliseconds)
 {
-    const MainVolumeCase &c = GetParam();
-    Receiver receiver;
-    receiver.setOutputSampleRate(c.audioRate);
-    settle(receiver);
-    c.change(receiver);
-    const auto heard = test::feed(receiver, carrier(kSecond / 2));
-    const double timeConstant = 0.050 * c.audioRate; // samples
-    const int settled = int(heard.audio.size());
-    for (int n : {2400, 3600, 6000, settled}) { // the carrier is back after every delay
-        const double expected = c.to + (c.from - c.to) * std::exp(-n / timeConstant);
-        EXPECT_NEAR(heard.audio[n - 1].re / heard.lineout[n - 1].re, kFixedGain * expected,
-            kSinglePrecision)
-            << c.name << " sample " << n;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Changes, MainVolumeTest,
-    testing::Values(
-        MainVolumeCase{"-20 dB", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 48000},
-        MainVolumeCase{"96 kHz", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 96000},
-        MainVolumeCase{"-60 dB", [](Receiver &r) { r.setMainVolume(-60.0); }, 1.0, 0.0, 48000},
-        MainVolumeCase{"-80 dB", [](Receiver &r) { r.setMainVolume(-80.0); }, 1.0, 0.0, 48000},
-        MainVolumeCase{"+6 dB", [](Receiver &r) { r.setMainVolume(6.0); }, 1.0, 1.0, 48000},
-        MainVolumeCase{"mute", [](Receiver &r) { r.setMainMute(true); }, 1.0, 0.0, 48000},
-        MainVolumeCase{"channel gains without B",
+    struct Row
+    {
+        const char *name;
+        void (*change)(Receiver &); // null: a new receiver
+        double from, to;            // linear gains
+        double audioRate;
+    };
+    const Row rows[] = {
+        {"new", nullptr, 0.0, 1.0, 48000},
+        {"-20 dB", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 48000},
+        {"96 kHz", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 96000},
+        {"-60 dB", [](Receiver &r) { r.setMainVolume(-60.0); }, 1.0, 0.0, 48000},
+        {"-80 dB", [](Receiver &r) { r.setMainVolume(-80.0); }, 1.0, 0.0, 48000},
+        {"+6 dB", [](Receiver &r) { r.setMainVolume(6.0); }, 1.0, 1.0, 48000},
+        {"mute", [](Receiver &r) { r.setMainMute(true); }, 1.0, 0.0, 48000},
+        {"channel gains without B",
             [](Receiver &r) {
                 r.setMute(0, true);
                 r.setVolume(0, -20.0);
                 r.setBalance(0, 20.0);
             },
             1.0, 1.0, 48000},
-        MainVolumeCase{"new input rate",
+        {"new input rate",
             [](Receiver &r) {
                 r.setInputSampleRate(96000.0);
                 r.setInputSampleRate(192000.0);
             },
-            0.0, 1.0, 48000}));
-
-TEST(ReceiverGainTest, ANewReceiverFadesIn)
-{
-    Receiver receiver;
-    receiver.setBandFilterIf(0, -4000, 4000);
-    test::setMode(receiver, Modulation::DSB);
-    const auto heard = test::feed(receiver, carrier(kSecond));
-    for (int n : {2400, 3600, 6000, int(heard.audio.size())})
-        EXPECT_NEAR(heard.audio[n - 1].re / heard.lineout[n - 1].re,
-            kFixedGain * (1.0 - std::exp(-n / 2400.0)), kSinglePrecision);
+            0.0, 1.0, 48000},
+    };
+    for (const Row &row : rows) {
+        Carrier carrier;
+        carrier.receiver.setOutputSampleRate(row.audioRate);
+        if (row.change) {
+            carrier.feed(kSecond);
+            row.change(carrier.receiver);
+        }
+        const auto heard = carrier.feed(kSecond / 2);
+        const double timeConstant = 0.050 * row.audioRate; // samples
+        const int settled = int(heard.audio.size());
+        for (const int n : {2400, 3600, 6000, settled}) { // the carrier is back after every delay
+            const double expected = row.to + (row.from - row.to) * std::exp(-n / timeConstant);
+            const auto i = std::size_t(n - 1);
+            EXPECT_NEAR(
+                heard.audio[i].re / heard.lineout[i].re, kFixedGain * expected, kSinglePrecision)
+                << row.name << " sample " << n;
+        }
+    }
 }
 
 /// Levels of A's station and of B's station at the left and the right ear.
@@ -165,16 +156,15 @@ TEST(ReceiverGainTest, ChannelGainsActWhileChannelBIsInUse)
 
 TEST(ReceiverGainTest, ChannelGainsMoveTwoPercentPerSample)
 {
-    Receiver receiver;
-    settle(receiver);
-    receiver.setEnableVfob(true);
-    receiver.setMute(1, true); // B hears the same carrier; leaves A alone in the sum
-    test::feed(receiver, carrier(kSecond / 4));
-    receiver.setBalance(0, 20.0);
-    const auto heard = test::feed(receiver, carrier(4096));
-    for (int n : {1, 10, 50, 200}) {
-        const double ratio = heard.audio[n - 1].im / heard.audio[n - 1].re;
-        EXPECT_NEAR(ratio, 0.1 + 0.9 * std::pow(0.98, n), kSinglePrecision) << n;
+    Carrier carrier;
+    carrier.receiver.setEnableVfob(true);
+    carrier.receiver.setMute(1, true); // B hears the same carrier; leaves A alone in the sum
+    carrier.feed(kSecond);
+    carrier.receiver.setBalance(0, 20.0);
+    const auto heard = carrier.feed(4096);
+    for (const int n : {1, 10, 50, 200}) {
+        const COMPLEX pair = heard.audio[std::size_t(n - 1)];
+        EXPECT_NEAR(pair.im / pair.re, 0.1 + 0.9 * std::pow(0.98, n), kSinglePrecision) << n;
     }
 }
 } // namespace

@@ -66,6 +66,14 @@ inline void switchToolsOn(DspCore::Receiver &receiver)
     receiver.setEqualizerGains(QVector<int>(18, 6));
 }
 
+/// A multiple of a signal.
+inline std::vector<COMPLEX> scaled(std::vector<COMPLEX> stream, double gain)
+{
+    for (COMPLEX &sample : stream)
+        sample = {gain * sample.re, gain * sample.im};
+    return stream;
+}
+
 /// Samples by which the gain control delays at an attack of 1 ms and 48 kHz: a ring of 30 ms, whose
 /// oldest sample comes out as the newest goes in.
 constexpr int kLookAhead = 1439;

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ReceiverRig.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <utility>
+
+using DspCore::Modulation;
+using DspCore::Receiver;
+
+namespace
+{
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+constexpr double kRate = 48000.0;    // Hz, audio
+constexpr double kInRate = 192000.0; // Hz
+constexpr int kTail = 9600;          // audio samples judged, 0.2 s
+
+/// A broadcast station that is heard left only, with or without a pilot; 1 kHz at 30 % deviation.
+std::vector<COMPLEX> broadcast(double seconds, double rate, double pilot)
+{
+    double phase = 0.0;
+    std::vector<COMPLEX> stream(std::size_t(seconds * rate));
+    for (std::size_t n = 0; n < stream.size(); ++n) {
+        const double t = double(n) / rate;
+        const double pilotAngle = kTwoPi * 19000.0 * t;
+        const double left = 0.3 * std::sin(kTwoPi * 1000.0 * t);
+        const double multiplex =
+            left / 2.0 + pilot * std::sin(pilotAngle) + left / 2.0 * std::sin(2.0 * pilotAngle);
+        phase += kTwoPi * 75000.0 / rate * multiplex;
+        const auto sample = std::polar(0.2, phase + kTwoPi * rate / 16.0 * t);
+        stream[n] = {sample.real(), sample.imag()};
+    }
+    return stream;
+}
+
+void setUp(Receiver &receiver, double rate)
+{
+    receiver.setInputSampleRate(rate);
+    receiver.setBandFilterIf(0, -90000, 90000);
+    receiver.setDownConverter(0, rate / 16.0);
+    test::setMode(receiver, Modulation::WFM);
+}
+
+/// 1 kHz in the left and in the right ear.
+std::pair<double, double> ears(Receiver &receiver, const std::vector<COMPLEX> &stream)
+{
+    const auto audio = test::last(test::feed(receiver, stream).audio, kTail);
+    return {test::level(test::ear(audio, &COMPLEX::re), 1000.0 / kRate),
+        test::level(test::ear(audio, &COMPLEX::im), 1000.0 / kRate)};
+}
+
+TEST(ReceiverWideFmTest, IsHeardInStereoWhereAPilotIs)
+{
+    constexpr double kSeparationDb = 25.0;
+    constexpr double kSame = 1e-9;
+    constexpr double kHalf = 0.05; // mono is half of a station that is heard left only
+    for (const double rate : {192000.0, 2560000.0}) {
+        Receiver receiver;
+        setUp(receiver, rate);
+        const auto stereo = broadcast(1.0, rate, 0.09);
+        const auto [left, right] = ears(receiver, stereo);
+        EXPECT_TRUE(receiver.wfmIsStereo()) << rate;
+        EXPECT_GT(left, 0.02) << rate;
+        EXPECT_LT(test::decibels(right / left), -kSeparationDb) << rate;
+
+        receiver.setWfmStereo(false);
+        const auto [monoLeft, monoRight] = ears(receiver, stereo);
+        EXPECT_FALSE(receiver.wfmIsStereo()) << rate;
+        EXPECT_NEAR(monoLeft, monoRight, kSame);
+        EXPECT_NEAR(monoLeft / left, 0.5, kHalf) << rate;
+        double a = 0.0;
+        double b = 0.0;
+        receiver.getDbm(0, a, b);
+        EXPECT_GT(a, -30.0) << rate;
+        EXPECT_EQ(b, -120.0) << "channel B stands still";
+    }
+}
+
+TEST(ReceiverWideFmTest, WithoutAPilotItIsMonoAndARateChangeBringsStereoBack)
+{
+    Receiver receiver;
+    setUp(receiver, kInRate);
+    const auto mono = broadcast(0.8, kInRate, 0.0);
+    const auto [left, right] = ears(receiver, mono);
+    EXPECT_FALSE(receiver.wfmIsStereo());
+    EXPECT_EQ(left, right);
+
+    constexpr double kEqualizerDb = 0.1;
+    QVector<int> gains(18, 0);
+    gains[9] = 12; // 1 kHz
+    receiver.setEqualizerGains(gains);
+    receiver.setEqualizerEnable(true);
+    EXPECT_NEAR(test::decibels(ears(receiver, mono).first / left), 12.0, kEqualizerDb);
+    receiver.setEqualizerEnable(false);
+
+    receiver.setWfmStereo(false);
+    receiver.setInputSampleRate(96000.0);
+    setUp(receiver, kInRate);
+    ears(receiver, broadcast(0.8, kInRate, 0.09));
+    EXPECT_TRUE(receiver.wfmIsStereo());
+
+    // What was seen last stays on display in the other modes.
+    test::setMode(receiver, Modulation::AM);
+    test::feed(receiver, test::noise(4096, 1));
+    EXPECT_TRUE(receiver.wfmIsStereo());
+}
+
+/// The VAC gets nothing. An input slower than the audio cannot hold a broadcast station; nothing
+/// comes and nothing breaks.
+TEST(ReceiverWideFmTest, AudioLastsAsLongAsItsInputOrIsSilent)
+{
+    constexpr int kLength = 100 * 512;
+    for (const auto &[rate, audioRate] :
+        {std::pair{48000.0, 48000.0}, {3072000.0, 48000.0}, {48000.0, 96000.0}}) {
+        Receiver receiver;
+        receiver.setInputSampleRate(rate);
+        receiver.setOutputSampleRate(audioRate);
+        test::setMode(receiver, Modulation::WFM);
+        test::feed(receiver, test::noise(40960, 5));
+        const auto heard = test::feed(receiver, test::noise(kLength, 5));
+        const double length = rate < audioRate ? 0.0 : kLength * audioRate / rate;
+        EXPECT_NEAR(double(heard.audio.size()), length, 1.0) << rate;
+        EXPECT_EQ(test::rms(heard.audio) > 0.0, length > 0.0) << rate;
+        EXPECT_TRUE(heard.vac.empty());
+        EXPECT_FALSE(receiver.wfmIsStereo());
+    }
+}
+
+TEST(ReceiverWideFmTest, AddsWhatChannelBLastHeld)
+{
+    constexpr double kVolumeRamp = 1e-3; // it ends that close to 1, and acts on B once a block
+    Receiver receiver;
+    receiver.setEnableVfob(true);
+    receiver.setMute(0, true); // the sum before the switch is B alone
+    test::feed(receiver, test::noise(int(kInRate), 5));
+    const auto before = test::feed(receiver, test::noise(512, 6)).audio;
+    test::setMode(receiver, Modulation::WFM);
+    for (int i = 0; i < 3; ++i) {
+        const auto heard = test::feed(receiver, test::noise(512, 6)).audio;
+        EXPECT_LT(test::maxError(heard, before), kVolumeRamp * test::rms(before));
+    }
+}
+} // namespace
