@@ -1,95 +1,66 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/audio/Equalizer18.h"
+#include "DspCore/demodulators/DemodulatorAM.h"
+#include "DspCore/demodulators/DemodulatorWFM.h"
 #include "DspCore/filters/Biquad.h"
 #include "DspCore/filters/Cuts.h"
 #include "DspCore/filters/DcBlock.h"
 #include "DspCore/filters/DownConverter.h"
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Iir.h"
+#include "DspCore/noise/AutoNotchFilter.h"
+#include "DspCore/noise/Dse.h"
+#include "DspCore/noise/NoiseBlanker.h"
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
 
 using namespace DspCore;
 
-// What every block of a running stream owes its owner. Each type sets its block up when it is made;
-// restart() is what empties the history.
+// What every block of a running stream owes its owner.
 namespace
 {
 // Sums in another order: of some thousand products, of a phase, of resonances.
 constexpr double kRoundOff = 1e-11;
 
-struct FirByPartitions : FastFir
+/// A block that is set up when it is made; restart() is what empties its history.
+template <typename Block, auto SetUp, auto Restart = [](Block &block) { block.clear(); }>
+struct Prepared : Block
 {
-    FirByPartitions() { init(-0.1, 0.2, 1570); }
-    void restart() { clear(); }
+    Prepared() { SetUp(*this); }
+    void restart() { Restart(*this); }
 };
 
-struct FirByOverlapAdd : FastFir
-{
-    FirByOverlapAdd()
-    {
-        setForm(ConvolutionForm::OverlapAdd);
-        init(-0.1, 0.2, 500);
-    }
-    void restart() { clear(); }
+constexpr auto kAsItIs = [](auto &) {};
+constexpr auto kEnable = [](auto &block) { block.setEnable(true); };
+constexpr auto kPartitions = [](FastFir &fir) { fir.init(-0.1, 0.2, 1570); };
+constexpr auto kOverlapAdd = [](FastFir &fir) {
+    fir.setForm(ConvolutionForm::OverlapAdd);
+    fir.init(-0.1, 0.2, 500);
 };
-
-struct Mixer : DownConverter
-{
-    Mixer()
-    {
-        setOsc(0.1234);
-        setRit(0.01);
-    }
-    void restart() { reset(); }
+constexpr auto kMixer = [](DownConverter &mixer) {
+    mixer.setOsc(0.1234);
+    mixer.setRit(0.01);
 };
-
-struct Section : Biquad
-{
-    Section()
-    {
-        init(Type::BandPass, 0.1, 5.0, 0.0);
-        setEnable(true);
-    }
-    void restart() { clear(); }
+constexpr auto kReset = [](DownConverter &mixer) { mixer.reset(); };
+constexpr auto kSection = [](Biquad &section) {
+    section.init(Biquad::Type::BandPass, 0.1, 5.0, 0.0);
+    section.setEnable(true);
 };
-
-struct SectionDesignedAgain : Section
-{
-    void restart() { init(Type::BandPass, 0.1, 5.0, 0.0); }
+constexpr auto kButterworth = [](Iir &iir) { iir.init(0.1, 6, Iir::Type::LowPass); };
+constexpr auto kDc = [](DcBlock &block) { EXPECT_TRUE(block.init(0.1)); };
+constexpr auto kEqualizer = [](Equalizer18 &equalizer) {
+    equalizer.setSampleRate(48000.0);
+    equalizer.setEnable(true);
+    equalizer.init(QVector<int>(18, 6));
 };
-
-struct Butterworth : Iir
-{
-    Butterworth() { init(0.1, 6, Type::LowPass); }
-    void restart() { clear(); }
+constexpr auto kMute = [](NoiseBlanker &blanker) {
+    blanker.setEnableNb1(true);
+    blanker.setThresholdNb1(1.15); // about every tenth sample of noise starts a mute
 };
-
-struct ButterworthDesignedAgain : Butterworth
-{
-    void restart() { init(0.1, 6, Type::LowPass); }
-};
-
-struct Dc : DcBlock
-{
-    void restart() { clear(); }
-};
-
-struct DcSetUpAgain : DcBlock
-{
-    void restart() { EXPECT_TRUE(init(0.1)); }
-};
-
-struct Equalizer : Equalizer18
-{
-    Equalizer()
-    {
-        setSampleRate(48000.0);
-        setEnable(true);
-        init(QVector<int>(kBands, 6));
-    }
-    void restart() { clear(); }
+constexpr auto kReplace = [](NoiseBlanker &blanker) {
+    blanker.setEnableNb2(true);
+    blanker.setThresholdNb2(1.2);
 };
 } // namespace
 
@@ -97,8 +68,14 @@ template <typename Block>
 class StreamTest : public testing::Test
 { };
 
-using Blocks = testing::Types<FirByPartitions, FirByOverlapAdd, Mixer, Section,
-    SectionDesignedAgain, Butterworth, ButterworthDesignedAgain, Dc, DcSetUpAgain, Equalizer>;
+using Blocks = testing::Types<Prepared<FastFir, kPartitions>, Prepared<FastFir, kOverlapAdd>,
+    Prepared<DownConverter, kMixer, kReset>, Prepared<Biquad, kSection>,
+    Prepared<Biquad, kSection, kSection>, Prepared<Iir, kButterworth>,
+    Prepared<Iir, kButterworth, kButterworth>, Prepared<DcBlock, kDc>, Prepared<DcBlock, kDc, kDc>,
+    Prepared<Equalizer18, kEqualizer>, Prepared<DemodulatorAM, kAsItIs>,
+    Prepared<DemodulatorWFM, kAsItIs>, Prepared<Dse, kEnable>, Prepared<AutoNotchFilter, kEnable>,
+    Prepared<AutoNotchFilter, kEnable, kEnable>, Prepared<NoiseBlanker, kMute>,
+    Prepared<NoiseBlanker, kReplace>>;
 TYPED_TEST_SUITE(StreamTest, Blocks);
 
 TYPED_TEST(StreamTest, OutputDoesNotDependOnHowTheStreamIsCut)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DspCore/types.h"
+#include "support/Signals.h"
 
 #include <algorithm>
 #include <random>
@@ -58,5 +59,17 @@ inline std::vector<COMPLEX> impulse(int length)
     std::vector<COMPLEX> out(std::size_t(length), COMPLEX{0.0, 0.0});
     out[0] = {1.0, 0.0};
     return out;
+}
+
+/// The Fourier sum of a signal at a frequency in cycles per sample.
+inline COMPLEX fourierSum(const std::vector<COMPLEX> &signal, double frequency)
+{
+    COMPLEX sum{0.0, 0.0};
+    const auto probe = test::tone(int(signal.size()), -frequency);
+    for (std::size_t n = 0; n < signal.size(); ++n) {
+        sum.re += signal[n].re * probe[n].re - signal[n].im * probe[n].im;
+        sum.im += signal[n].re * probe[n].im + signal[n].im * probe[n].re;
+    }
+    return sum;
 }
 } // namespace test

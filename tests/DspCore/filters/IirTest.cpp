@@ -11,39 +11,31 @@ using Type = Iir::Type;
 
 namespace
 {
-constexpr double kRoundOff = 1e-8; // ten poles, tones of 4096 samples
-
 /// 1 / sqrt(1 + w^2n), w the ratio of the prewarped frequencies (Butterworth 1930).
 double butterworth(double fc, int order, Type type, double f)
 {
     const double w = std::tan(std::numbers::pi * f) / std::tan(std::numbers::pi * fc);
     return 1.0 / std::sqrt(1.0 + std::pow(type == Type::LowPass ? w : 1.0 / w, 2.0 * order));
 }
-
-double measuredGain(Iir &filter, double f)
-{
-    constexpr int kBlock = 4096;
-    constexpr int kBlocks = 4; // the last one is measured
-    std::vector<COMPLEX> block;
-    for (int i = 0; i < kBlocks; ++i) {
-        block = test::tone(kBlock, f, 1.0, 0.0, i * kBlock);
-        filter.process(block.data(), kBlock);
-    }
-    return test::magnitude(test::component(block, f));
-}
 } // namespace
 
 TEST(IirTest, GainIsButterworths)
 {
+    constexpr double kRoundOff = 1e-8; // ten poles, tones of 4096 samples
     for (const Type type : {Type::LowPass, Type::HighPass, static_cast<Type>(5)}) {
-        for (const auto &[fc, order, used] : {std::tuple{0.1, 1, 1}, {0.2, 2, 2}, {0.1, 5, 5},
-                 {0.3, 10, 10}, {0.2, 99, 10}, {0.2, -3, 1}}) {
-            Iir filter;
-            ASSERT_TRUE(filter.init(fc, order, type));
-            for (const double f : {0.05, 0.1, 0.2, -0.2, 0.4})
-                EXPECT_NEAR(
-                    measuredGain(filter, f), butterworth(fc, used, type, std::abs(f)), kRoundOff)
+        for (const auto &[fc, order, used] :
+            {std::tuple{0.1, 1, 1}, {0.1, 5, 5}, {0.2, 99, 10}, {0.2, -3, 1}}) {
+            for (const double f : {0.05, 0.1, -0.2, 0.4}) {
+                Iir filter;
+                ASSERT_TRUE(filter.init(fc, order, type));
+                auto block = test::tone(4096, f);
+                filter.process(block.data(), 4096); // settles
+                block = test::tone(4096, f, 1.0, 0.0, 4096);
+                filter.process(block.data(), 4096);
+                EXPECT_NEAR(test::magnitude(test::component(block, f)),
+                    butterworth(fc, used, type, std::abs(f)), kRoundOff)
                     << "order " << order << ", at " << f;
+            }
         }
     }
 }
