@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/audio/Apf.h"
+#include "DspCore/audio/Dse.h"
 #include "DspCore/demodulators/DemodulatorAM.h"
 #include "DspCore/demodulators/DemodulatorCW.h"
 #include "DspCore/demodulators/DemodulatorNFM.h"
@@ -10,8 +12,6 @@
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Iir.h"
 #include "DspCore/filters/Window64.h"
-#include "DspCore/noise/Apf.h"
-#include "DspCore/noise/Dse.h"
 #include "support/LogCapture.h"
 
 #include <gtest/gtest.h>

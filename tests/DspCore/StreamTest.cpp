@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/audio/Dse.h"
 #include "DspCore/audio/Equalizer18.h"
 #include "DspCore/demodulators/DemodulatorAM.h"
 #include "DspCore/demodulators/DemodulatorWFM.h"
@@ -9,7 +10,6 @@
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Iir.h"
 #include "DspCore/noise/AutoNotchFilter.h"
-#include "DspCore/noise/Dse.h"
 #include "DspCore/noise/NoiseBlanker.h"
 #include "support/Signals.h"
 

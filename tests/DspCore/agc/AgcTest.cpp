@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ostream>
+#include <tuple>
 
 namespace
 {
@@ -14,19 +14,6 @@ using Agc = Velmora::CppDsp::Vm_Agc<double>;
 
 constexpr double kRate = 48000.0;
 constexpr double kRoundOff = 1e-9; // relative, over some ten thousand multiplications
-
-struct Mode
-{
-    const char *name;
-    double attackMs;
-    double decayMs;
-    unsigned hangMs;
-};
-
-std::ostream &operator<<(std::ostream &out, const Mode &mode)
-{
-    return out << mode.name;
-}
 
 double poleOf(double ms)
 {
@@ -45,30 +32,30 @@ std::vector<double> gainsAt(Agc &agc, double level, int samples)
     return gains;
 }
 
-class AgcModeTest : public testing::TestWithParam<Mode>
+struct Mode
 {
-protected:
-    void SetUp() override
-    {
-        const Mode mode = GetParam();
-        mAgc.setAttack(mode.attackMs);
-        mAgc.setDecay(mode.decayMs);
-        mAgc.setHang(mode.hangMs);
-    }
-
-    Agc mAgc;
+    double attackMs, decayMs;
+    unsigned hangMs;
 };
+
+class AgcModeTest : public testing::TestWithParam<Mode>
+{ };
 
 TEST_P(AgcModeTest, ALevelStepIsTimedByAttackHangAndDecay)
 {
+    constexpr double kSettled = 1e-3; // the attack's own rest after 30 of its times
     const Mode mode = GetParam();
+    Agc agc;
+    agc.setAttack(mode.attackMs);
+    agc.setDecay(mode.decayMs);
+    agc.setHang(mode.hangMs);
     const auto lookAhead = static_cast<int>(std::lround(mode.attackMs * kRate * 0.03));
-    ASSERT_EQ(static_cast<int>(mAgc.lookAhead()), lookAhead);
+    ASSERT_EQ(static_cast<int>(agc.lookAhead()), lookAhead);
 
     // Attack: at once with the first loud sample, towards 1 / 4.
     constexpr double kLoud = 4.0;
-    const double before = mAgc.gain();
-    const std::vector<double> attack = gainsAt(mAgc, kLoud, lookAhead);
+    const double before = agc.gain();
+    const std::vector<double> attack = gainsAt(agc, kLoud, lookAhead);
     for (const int n : {0, 10, lookAhead - 1}) {
         const double expected =
             1.0 / kLoud + (before - 1.0 / kLoud) * std::pow(poleOf(mode.attackMs), n + 1);
@@ -78,21 +65,20 @@ TEST_P(AgcModeTest, ALevelStepIsTimedByAttackHangAndDecay)
     // The loud samples leave the ring after one look-ahead; then the hang counts, and it contains
     // the look-ahead once more.
     const int hang = static_cast<int>(mode.hangMs * 0.001 * kRate + lookAhead);
-    const std::vector<double> held = gainsAt(mAgc, 0.5, lookAhead + hang);
+    const std::vector<double> held = gainsAt(agc, 0.5, lookAhead + hang);
     const double rest = held.back();
-    EXPECT_NEAR(rest, 1.0 / kLoud, 1e-3);
+    EXPECT_NEAR(rest, 1.0 / kLoud, kSettled);
     EXPECT_EQ(held[held.size() / 2], rest);
 
     // Decay: a one-pole rise towards 1 / 0.5.
-    const std::vector<double> decay = gainsAt(mAgc, 0.5, 20002);
+    const std::vector<double> decay = gainsAt(agc, 0.5, 20002);
     EXPECT_EQ(decay[0], rest) << "the hang ends one sample later";
     const double at = 2.0 + (rest - 2.0) * std::pow(poleOf(mode.decayMs), 20000);
     EXPECT_NEAR(decay[20000], at, kRoundOff);
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, AgcModeTest,
-    testing::Values(Mode{"Long", 2.5, 800, 800}, Mode{"Slow", 2.0, 400, 400},
-        Mode{"Med", 1.7, 250, 250}, Mode{"Fast", 1.2, 100, 100}, Mode{"User", 2.5, 1000, 1000}));
+    testing::Values(Mode{2.5, 800, 800}, Mode{1.7, 250, 250}, Mode{1.2, 100, 100}));
 
 TEST(AgcTest, LoudSamplesComeOutWithTheGainAlreadyDown)
 {
@@ -105,7 +91,8 @@ TEST(AgcTest, LoudSamplesComeOutWithTheGainAlreadyDown)
         agc.process(&x, 1);
         largest = std::max(largest, std::abs(x.im));
     }
-    EXPECT_LT(largest, 1.0 + 1e-6);
+    constexpr double kOvershoot = 1e-6; // what 30 attack times leave
+    EXPECT_LT(largest, 1.0 + kOvershoot);
     EXPECT_GT(largest, 0.999);
 }
 
@@ -118,18 +105,10 @@ TEST(AgcTest, TheSignalIsDelayedByTheLookAheadLessOneSample)
     block[0] = {1.0, -1.0};
     agc.process(block.data(), static_cast<unsigned>(block.size()));
     EXPECT_EQ(block[delay - 1].re, 0.0);
-    EXPECT_NEAR(block[delay].re, agc.gain(), 1e-3);
+    constexpr double kRising = 1e-3; // the gain, in one sample
+    EXPECT_NEAR(block[delay].re, agc.gain(), kRising);
     EXPECT_EQ(block[delay].im, -block[delay].re);
     EXPECT_EQ(block[delay + 1].re, 0.0);
-}
-
-TEST(AgcTest, SilenceRaisesTheGainToItsMaximumAndNoFurther)
-{
-    Agc agc;
-    agc.setDecay(1.0);
-    agc.setHang(1);
-    agc.setMaximumGain(40.0);
-    EXPECT_NEAR(gainsAt(agc, 0.0, 20000).back(), 100.0, 1e-9);
 }
 
 TEST(AgcTest, SwitchedOffItIsAFixedGainThatMovesOverFiftyMilliseconds)
@@ -146,13 +125,12 @@ TEST(AgcTest, SwitchedOffItIsAFixedGainThatMovesOverFiftyMilliseconds)
     }
 }
 
-TEST(AgcTest, GainLimitsAreKept)
+TEST(AgcTest, GainLimitsAreKeptInSilenceAndWhileOff)
 {
+    constexpr double kSettledDb = 1e-3;
     struct Row
     {
-        double set;
-        double fixedDb;
-        double maximumDb;
+        double set, fixedDb, maximumDb;
     };
     for (const Row row : {Row{130, 120, 120}, Row{50, 50, 50}, Row{-70, -60, -19}}) {
         Agc fixed;
@@ -160,54 +138,47 @@ TEST(AgcTest, GainLimitsAreKept)
         fixed.setFixedGain(row.set);
         std::vector<COMPLEX> block(100000, COMPLEX{1.0, 0.0});
         fixed.process(block.data(), static_cast<unsigned>(block.size()));
-        EXPECT_NEAR(test::decibels(block.back().re), row.fixedDb, 1e-3) << row.set;
+        EXPECT_NEAR(test::decibels(block.back().re), row.fixedDb, kSettledDb) << row.set;
 
         Agc quiet;
         quiet.setDecay(1.0);
         quiet.setHang(1);
         quiet.setMaximumGain(row.set);
-        EXPECT_NEAR(test::decibels(gainsAt(quiet, 0.0, 20000).back()), row.maximumDb, 1e-3)
-            << row.set;
+        const double gain = gainsAt(quiet, 0.0, 20000).back();
+        EXPECT_NEAR(test::decibels(gain), row.maximumDb, kSettledDb) << row.set;
     }
 }
 
-TEST(AgcTest, TheAttackIsLimited)
+// 30 attack times of 0.1 to 5 ms, and one sample at a rate that is no rate.
+TEST(AgcTest, TheLookAheadIsLimited)
 {
-    for (const auto &[ms, limited] : {std::pair{0.01, 0.1}, {10.0, 5.0}}) {
-        Agc agc;
-        agc.setAttack(ms);
-        EXPECT_EQ(agc.lookAhead(), std::lround(limited * kRate * 0.03)) << ms;
-    }
-}
-
-TEST(AgcTest, ANewRateStartsAtAGainOfOne)
-{
-    Agc agc;
-    ASSERT_LT(gainsAt(agc, 8.0, 5000).back(), 0.2);
-    agc.setSampleRate(2.0 * kRate);
-    EXPECT_EQ(agc.gain(), 1.0);
-}
-
-TEST(AgcTest, TheGainLivesThroughAClearAndThePeakDoesNot)
-{
-    Agc agc;
-    const double loud = gainsAt(agc, 8.0, 5000).back();
-    agc.clear();
-    COMPLEX x{1e-3, 0.0};
-    agc.process(&x, 1);
-    EXPECT_EQ(agc.gain(), loud);
-    EXPECT_EQ(x.re, 0.0);
-}
-
-TEST(AgcTest, ALookAheadOfOneSampleIsLeftAtARateThatIsNoRate)
-{
-    for (const double rate : {0.0, -48000.0, 100.0, std::nan("")}) {
+    const std::tuple<double, double, unsigned> rows[] = {{0.01, kRate, 144}, {10.0, kRate, 7200},
+        {1.0, 100.0, 3}, {1.0, 0.0, 1}, {1.0, -kRate, 1}, {1.0, std::nan(""), 1}};
+    for (const auto &[attackMs, rate, samples] : rows) {
         Agc agc;
         agc.setSampleRate(rate);
-        EXPECT_EQ(agc.lookAhead(), rate == 100.0 ? 3u : 1u) << rate;
+        agc.setAttack(attackMs);
+        EXPECT_EQ(agc.lookAhead(), samples) << attackMs << " " << rate;
         std::vector<COMPLEX> block = test::noise(100, 2);
         agc.process(block.data(), 100);
     }
+}
+
+TEST(AgcTest, TheGainLivesThroughAClearAndNewTimesButNotThroughANewRate)
+{
+    Agc agc;
+    const double loud = gainsAt(agc, 8.0, 5000).back();
+    ASSERT_LT(loud, 0.2);
+    agc.clear();
+    agc.setAttack(2.0);
+    agc.setDecay(100.0);
+    agc.setHang(50);
+    COMPLEX x{1e-3, 0.0};
+    agc.process(&x, 1);
+    EXPECT_EQ(agc.gain(), loud);
+    EXPECT_EQ(x.re, 0.0) << "the look-ahead is empty";
+    agc.setSampleRate(2.0 * kRate);
+    EXPECT_EQ(agc.gain(), 1.0);
 }
 
 TEST(LargestPartTest, FindsThePeakWhereverItStands)

@@ -38,6 +38,27 @@ std::vector<Sample> inBlocks(
     return stream;
 }
 
+/// Runs a block over a stream in place.
+template <typename Block>
+void run(Block &block, std::vector<COMPLEX> &stream, int length = 512)
+{
+    for (std::size_t at = 0; at < stream.size(); at += std::size_t(length))
+        block.process(&stream[at], std::min(length, int(stream.size() - at)));
+}
+
+inline std::vector<COMPLEX> last(const std::vector<COMPLEX> &samples, int count)
+{
+    return {samples.end() - count, samples.end()};
+}
+
+/// One ear as a real signal.
+inline std::vector<COMPLEX> ear(std::vector<COMPLEX> samples, double COMPLEX::*part)
+{
+    for (COMPLEX &sample : samples)
+        sample = {sample.*part, 0.0};
+    return samples;
+}
+
 inline std::vector<COMPLEX32> toSingle(const std::vector<COMPLEX> &signal)
 {
     std::vector<COMPLEX32> out;

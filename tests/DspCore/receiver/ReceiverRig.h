@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/filters/Cuts.h"
 #include "DspCore/receiver/Receiver.h"
 #include "support/Signals.h"
 
@@ -83,19 +84,6 @@ inline void setMode(DspCore::Receiver &receiver, DspCore::Modulation modulation)
 {
     receiver.setModulation(modulation);
     receiver.clear();
-}
-
-inline std::vector<COMPLEX> last(const std::vector<COMPLEX> &samples, int count)
-{
-    return {samples.end() - count, samples.end()};
-}
-
-/// One ear as a real signal.
-inline std::vector<COMPLEX> ear(std::vector<COMPLEX> samples, double COMPLEX::*part)
-{
-    for (COMPLEX &sample : samples)
-        sample = {sample.*part, 0.0};
-    return samples;
 }
 
 inline double level(const std::vector<COMPLEX> &samples, double frequency)
