@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "sound/SoundStream.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace host
+{
+namespace
+{
+constexpr std::size_t kChannels = FrameSource::kChannels;
+static_assert(sizeof(COMPLEX32) == kChannels * sizeof(float));
+
+constexpr unsigned kRingFrames = 32768; // 0.7 s, above target and excess for any sound card
+
+// From silence to full volume and back: too slow to click, too fast to be noticed.
+constexpr double kFadeSeconds = 0.01;
+} // namespace
+
+SoundStream::SoundStream(int rateHz)
+    : m_rateHz(rateHz), m_ring(kRingFrames),
+      m_resampler([this](float *out, std::size_t frames) { return pull(out, frames); })
+{ }
+
+void SoundStream::push(const float *interleaved, std::size_t frames)
+{
+    if (m_isOpen && !m_ring.write(reinterpret_cast<const COMPLEX32 *>(interleaved), int(frames)))
+        m_lostFrames += frames;
+}
+
+std::size_t SoundStream::pull(float *interleaved, std::size_t frames)
+{
+    frames = std::min<std::size_t>(frames, m_ring.count());
+    return m_ring.read(reinterpret_cast<COMPLEX32 *>(interleaved), int(frames)) ? frames : 0;
+}
+
+void SoundStream::begin(int cardHz, double cardSeconds)
+{
+    m_cardHz = cardHz;
+    m_target = cardSeconds + kReserveSeconds;
+    m_loop = ClockLoop(m_target);
+    m_ring.clear();
+    m_resampler.clear();
+    m_isPlaying = m_isEnding = false;
+    m_gain = 0.0f;
+    m_isOpen = true;
+}
+
+double SoundStream::waitingSeconds(double queuedSeconds) const
+{
+    return double(m_ring.count() + m_resampler.waiting()) / m_rateHz + queuedSeconds;
+}
+
+/// Leaves out what waits beyond so many seconds.
+void SoundStream::dropTo(double seconds, double queuedSeconds)
+{
+    const double surplus = waitingSeconds(queuedSeconds) - seconds;
+    auto frames = std::size_t(std::max(0.0, surplus) * m_rateHz);
+    std::array<float, 256 * kChannels> dropped;
+    while (frames > 0) {
+        const std::size_t got = pull(dropped.data(), std::min(frames, dropped.size() / kChannels));
+        if (got == 0)
+            break;
+        frames -= got;
+    }
+}
+
+void SoundStream::render(float *out, std::size_t frames, double queuedSeconds)
+{
+    if (!m_isPlaying && waitingSeconds(queuedSeconds) >= m_target) {
+        m_resampler.clear(); // what it remembers was heard before
+        dropTo(m_target, queuedSeconds);
+        m_loop.restart();
+        m_isPlaying = true;
+    }
+    const std::size_t made = m_isPlaying ? play(out, frames, waitingSeconds(queuedSeconds)) : 0;
+    std::fill(out + made * kChannels, out + frames * kChannels, 0.0f);
+    m_seemsPlaying = m_isPlaying;
+    m_playedFrames += frames;
+}
+
+/// Frames that are to be heard; fewer than asked for where it has faded to silence.
+std::size_t SoundStream::play(float *out, std::size_t frames, double waiting)
+{
+    const double correction = m_loop.update(waiting, double(frames) / m_cardHz);
+    m_delay = m_loop.waiting();
+    m_correction = correction;
+    if (!m_isEnding)
+        judge(frames, waiting);
+    const std::size_t made =
+        m_resampler.process(out, frames, double(m_cardHz) / (m_rateHz * (1.0 + correction)));
+    const std::size_t heard = shape(out, made);
+    if (heard < frames) { // begins anew when the right time waits
+        m_isPlaying = m_isEnding = false;
+        m_gain = 0.0f;
+    }
+    return heard;
+}
+
+/// It ends while there is still enough to fade out, or when too much waits.
+void SoundStream::judge(std::size_t frames, double waiting)
+{
+    constexpr double kFilterSeconds = 0.002; // that the resampler keeps to itself
+    const double needed = double(frames) / m_cardHz + kFadeSeconds + kFilterSeconds;
+    if (waitingSeconds(0.0) < needed)
+        ++m_gaps;
+    else if (waiting > m_target + kMostExcessSeconds)
+        ++m_skips;
+    else
+        return;
+    m_isEnding = true;
+}
+
+/// Gives the frames their volume. How many there are before the silence of an end.
+std::size_t SoundStream::shape(float *out, std::size_t frames)
+{
+    const float step = float(1.0 / (kFadeSeconds * m_cardHz));
+    const float target = m_isEnding || m_isMuted ? 0.0f : m_volume.load();
+    for (std::size_t i = 0; i < frames; ++i) {
+        m_gain += std::clamp(target - m_gain, -step, step);
+        if (m_isEnding && m_gain == 0.0f)
+            return i;
+        for (std::size_t channel = 0; channel < kChannels; ++channel)
+            out[i * kChannels + channel] *= m_gain;
+    }
+    return frames;
+}
+
+void SoundStream::setVolume(double db)
+{
+    m_volume = db <= kSilenceDb ? 0.0f : float(std::pow(10.0, db / 20.0));
+}
+
+SoundStream::Status SoundStream::status() const
+{
+    return {m_seemsPlaying, m_delay, m_correction, m_gaps, m_skips, m_lostFrames, m_playedFrames};
+}
+} // namespace host

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "sound/ClockLoop.h"
+#include "sound/FrameSink.h"
+#include "sound/FrameSource.h"
+#include "sound/VariableResampler.h"
+
+#include "DspCore/types.h"
+#include "vm_library/source/containers/CircularBuffer.h"
+
+#include <atomic>
+#include <cstdint>
+
+namespace host
+{
+/// The way from the receiver's clock to that of a sound card.
+///
+///     push() -> ring -> VariableResampler -> volume, fades -> render()
+///                 └──── ClockLoop: ring + what waits in the sound card ───┘ ratio
+///
+/// What waits in the ring and in the sound card together is held at the buffer of the card plus
+/// kReserve, whatever the clocks do; with its 80 ms that is a delay of 130 ms, and never above
+/// kMostExcess more: beyond that the surplus is left out.
+///
+/// A source that stops is faded to silence; when enough has gathered it fades in again. The same
+/// goes for a surplus that is left out. Volume and mute glide. So nothing clicks.
+///
+/// Threads:
+/// 1. Source: push().
+/// 2. Sound: begin(), render(), end().
+/// 3. Any: setVolume(), setMuted(), status().
+/// Nothing waits but for the ring's spin lock. Allocates at construction only.
+class SoundStream : public FrameSink
+{
+public:
+    /// Waits in the ring beside the sound card's own buffer: blocks of the engine (10 ms), the
+    /// pump's sleep (3 ms), and a thread that gets the processor late.
+    static constexpr double kReserveSeconds = 0.05;
+
+    /// Above the target for a moment; then the surplus is left out.
+    static constexpr double kMostExcessSeconds = 0.15;
+
+    static constexpr double kSilenceDb = -60.0; ///< at and below it nothing is heard
+
+    struct Status
+    {
+        bool isPlaying = false;       ///< audio goes out, not the silence of a source that stopped
+        double delaySeconds = 0.0;    ///< that waits in ring and sound card, smoothed
+        double correction = 0.0;      ///< how much faster than it comes it is played, share of 1
+        std::uint64_t gaps = 0;       ///< times that the source had nothing in time
+        std::uint64_t skips = 0;      ///< times that a surplus was left out
+        std::uint64_t lostFrames = 0; ///< refused by the full ring
+        std::uint64_t playedFrames = 0; ///< at the sound card's rate, gaps included
+    };
+
+    /// rateHz of the source.
+    explicit SoundStream(int rateHz = FrameSource::kRateHz);
+
+    void push(const float *interleaved, std::size_t frames) override;
+
+    /// A sound card of that rate, with a buffer of that length, plays from here on.
+    void begin(int cardHz, double cardSeconds);
+
+    /// Fills all of `out`. queuedSeconds: what the card has still to play before.
+    void render(float *out, std::size_t frames, double queuedSeconds);
+
+    /// No card plays any more: what comes is dropped.
+    void end() { m_isOpen = false; }
+
+    /// 0 dB leaves the audio as it is.
+    void setVolume(double db);
+    void setMuted(bool muted) { m_isMuted = muted; }
+
+    Status status() const;
+
+private:
+    double waitingSeconds(double queuedSeconds) const;
+    void dropTo(double seconds, double queuedSeconds);
+    std::size_t pull(float *interleaved, std::size_t frames);
+    void judge(std::size_t frames, double waiting);
+    std::size_t play(float *out, std::size_t frames, double waiting);
+    std::size_t shape(float *out, std::size_t frames);
+
+    int m_rateHz;
+    CircularBuffer<COMPLEX32> m_ring; // 1 to 2
+    std::atomic<bool> m_isOpen = false;
+    std::atomic<float> m_volume = 1.0f; // linear
+    std::atomic<bool> m_isMuted = false;
+
+    // The sound thread's.
+    VariableResampler m_resampler;
+    ClockLoop m_loop;
+    int m_cardHz = FrameSource::kRateHz;
+    double m_target = 0.0; // seconds
+    bool m_isPlaying = false;
+    bool m_isEnding = false; // plays, fading out
+    float m_gain = 0.0f;
+
+    // Written by 1 or 2.
+    std::atomic<bool> m_seemsPlaying = false;
+    std::atomic<double> m_delay = 0.0;
+    std::atomic<double> m_correction = 0.0;
+    std::atomic<std::uint64_t> m_gaps = 0;
+    std::atomic<std::uint64_t> m_skips = 0;
+    std::atomic<std::uint64_t> m_lostFrames = 0;
+    std::atomic<std::uint64_t> m_playedFrames = 0;
+};
+} // namespace host
