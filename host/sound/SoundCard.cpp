@@ -2,6 +2,7 @@
 #include "sound/SoundCard.h"
 
 #include "sound/RenderDevice.h"
+#include "sound/SoundDevices.h"
 
 #include <QAudioDeviceInfo>
 #include <QAudioOutput>
@@ -63,9 +64,8 @@ void SoundCard::stop()
 void SoundCard::look()
 {
     QStringList names;
-    for (const QAudioDeviceInfo &device : QAudioDeviceInfo::availableDevices(QAudio::AudioOutput))
-        if (!names.contains(device.deviceName()))
-            names += device.deviceName();
+    for (const QAudioDeviceInfo &device : SoundDevices::all())
+        names += device.deviceName();
     emit devicesFound(names);
     if (m_isWanted && !m_output)
         tryOpen();
@@ -73,13 +73,13 @@ void SoundCard::look()
 
 void SoundCard::tryOpen()
 {
-    const auto devices = QAudioDeviceInfo::availableDevices(QAudio::AudioOutput);
+    const auto devices = SoundDevices::all();
     if (devices.isEmpty()) {
         emit waiting(tr("there is no sound device"));
         return;
     }
     if (m_name.isEmpty()) {
-        open(QAudioDeviceInfo::defaultOutputDevice());
+        open(SoundDevices::preferred());
         return;
     }
     for (const QAudioDeviceInfo &device : devices) {
@@ -106,7 +106,10 @@ bool SoundCard::open(const QAudioDeviceInfo &device)
     m_output->start(m_feed.get());
     if (m_output->error() != QAudio::NoError) {
         close();
-        emit waiting(tr("the sound device %1 cannot be opened").arg(device.deviceName()));
+        // Of a server that was away Qt finds the devices again only if it came back soon.
+        emit waiting(
+            tr("the sound device %1 cannot be opened; if it is there, begin the program anew")
+                .arg(device.deviceName()));
         return false;
     }
     // What the card made of the wish counts.

@@ -127,6 +127,12 @@ std::size_t SoundStream::shape(float *out, std::size_t frames)
     return frames;
 }
 
+void SoundStream::end()
+{
+    m_isOpen = false;
+    m_seemsPlaying = false;
+}
+
 void SoundStream::setVolume(double db)
 {
     m_volume = db <= kSilenceDb ? 0.0f : float(std::pow(10.0, db / 20.0));

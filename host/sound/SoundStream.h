@@ -50,7 +50,7 @@ public:
         double correction = 0.0;      ///< how much faster than it comes it is played, share of 1
         std::uint64_t gaps = 0;       ///< times that the source had nothing in time
         std::uint64_t skips = 0;      ///< times that a surplus was left out
-        std::uint64_t lostFrames = 0; ///< refused by the full ring
+        std::uint64_t lostFrames = 0; ///< refused by the ring of a card that stands still
         std::uint64_t playedFrames = 0; ///< at the sound card's rate, gaps included
     };
 
@@ -66,7 +66,7 @@ public:
     void render(float *out, std::size_t frames, double queuedSeconds);
 
     /// No card plays any more: what comes is dropped.
-    void end() { m_isOpen = false; }
+    void end();
 
     /// 0 dB leaves the audio as it is.
     void setVolume(double db);
