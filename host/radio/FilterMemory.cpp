@@ -29,17 +29,9 @@ Edges fromText(const QString &text)
     return {parts.first().toDouble(), parts.last().toDouble()};
 }
 
-const ReceptionMode *usual(Mode mode)
-{
-    for (const QString &name : modeNames())
-        if (findMode(name)->mode == mode)
-            return findMode(name);
-    return nullptr;
-}
-
 const char *nameOf(Mode mode)
 {
-    const ReceptionMode *row = usual(mode);
+    const ReceptionMode *row = findMode(mode);
     return row ? row->name : "other";
 }
 } // namespace
@@ -73,7 +65,7 @@ void FilterMemory::restore(Mode mode)
     kept.filters = table(mode);
     const int standard = std::clamp(m_functions.defaultFilterId(mode), 0, kept.filters.size() - 1);
     kept.edges = kept.filters[standard].edges;
-    const ReceptionMode *needs = usual(mode);
+    const ReceptionMode *needs = findMode(mode);
     if (!needs)
         return;
     const double width = needs->filterHighHz - needs->filterLowHz;

@@ -467,11 +467,16 @@ void Radio::onRate(double spanHz)
 
 FilterMemory::Edges Radio::filterOnAir() const
 {
-    FilterMemory::Edges edges = filterEdges();
-    const int offset = mode() == Mode::DIGL ? m_digitalOffsets[0]
-        : mode() == Mode::DIGU              ? m_digitalOffsets[1]
-                                            : 0;
-    return {edges.lowHz - offset, edges.highHz - offset};
+    const FilterMemory::Edges edges = filterEdges();
+    const double carrier = carrierHz(mode());
+    return {edges.lowHz + carrier, edges.highHz + carrier};
+}
+
+double Radio::carrierHz(Mode mode) const
+{
+    return mode == Mode::DIGL ? -m_digitalOffsets[0]
+        : mode == Mode::DIGU  ? -m_digitalOffsets[1]
+                              : 0.0;
 }
 
 void Radio::filterMoved(bool moved)

@@ -173,6 +173,9 @@ public:
     /// there the edges are those of the audio.
     FilterMemory::Edges filterOnAir() const;
 
+    /// Where the audio's 0 Hz lies on the air, relative to the frequency: 0 but in DIGL and DIGU.
+    double carrierHz(Mode mode) const;
+
     // Switches, dials, gain control, equalizer.
 
     bool isOn(Switch id) const { return m_switches[std::size_t(id)]; }

@@ -30,6 +30,14 @@ const ReceptionMode *findMode(const QString &name)
     return nullptr;
 }
 
+const ReceptionMode *findMode(Mode mode)
+{
+    for (const auto &row : kModes)
+        if (row.mode == mode)
+            return &row;
+    return nullptr;
+}
+
 QStringList modeNames()
 {
     return ModeSet::every().names().split(", ");

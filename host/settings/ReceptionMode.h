@@ -28,6 +28,9 @@ struct ReceptionMode
 /// The mode of that name in upper or lower case, null for an unknown one.
 const ReceptionMode *findMode(const QString &name);
 
+/// Null for a mode that cannot be asked for.
+const ReceptionMode *findMode(Mode mode);
+
 QStringList modeNames();
 
 /// Name and filter of all modes, a line each, for the help.
