@@ -18,7 +18,10 @@ packages=(
 )
 case $task in
 run) ;;
-test) packages+=(libgtest-dev libgmock-dev) ;;
+test)
+    packages+=(libgtest-dev libgmock-dev
+        libhamlib-utils) # rigctl, a client of rig control
+    ;;
 bench) packages+=(libbenchmark-dev) ;;
 check) packages+=(clang-format clang-tidy) ;;
 *)
