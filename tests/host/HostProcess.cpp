@@ -7,11 +7,6 @@
 
 namespace test
 {
-namespace
-{
-constexpr int kPatienceMs = 120000;
-} // namespace
-
 void HostProcess::run(const QString &options)
 {
     start(options);
@@ -33,14 +28,14 @@ void HostProcess::start(const QString &options)
 
 void HostProcess::wait()
 {
-    m_process.waitForFinished(kPatienceMs);
+    m_process.waitForFinished(120000);
     m_output = m_process.readAllStandardOutput();
     m_errors = m_process.readAllStandardError();
 }
 
-QString HostProcess::writeScene(const QString &name, const std::vector<COMPLEX> &iq)
+QString HostProcess::writeScene(const std::vector<COMPLEX> &iq)
 {
-    QFile file(path(name));
+    QFile file(path("scene.f64"));
     file.open(QIODevice::WriteOnly);
     file.write(reinterpret_cast<const char *>(iq.data()), qint64(iq.size() * sizeof(COMPLEX)));
     return file.fileName();
@@ -65,8 +60,9 @@ QByteArray HostProcess::bytes(const QString &name) const
     return file.readAll();
 }
 
-QJsonObject HostProcess::report(const QString &name) const
+QJsonObject HostProcess::report(const char *part) const
 {
-    return QJsonDocument::fromJson(bytes(name)).object();
+    const QJsonObject all = QJsonDocument::fromJson(bytes("r.json")).object();
+    return part ? all[part].toObject() : all;
 }
 } // namespace test

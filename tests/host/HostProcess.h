@@ -5,14 +5,13 @@
 
 #include <QJsonObject>
 #include <QProcess>
-#include <QStringList>
 #include <QTemporaryDir>
 #include <vector>
 
 namespace test
 {
 /// The listener as a program of its own, with a folder for its files, the user's settings among
-/// them.
+/// them. A run mostly waits for the device, so several go on at once at little cost.
 class HostProcess
 {
 public:
@@ -32,14 +31,14 @@ public:
     const QByteArray &output() const { return m_output; }
 
     /// Writes raw IQ (64-bit float) as a scene and gives its path.
-    QString writeScene(const QString &name, const std::vector<COMPLEX> &iq);
+    QString writeScene(const std::vector<COMPLEX> &iq);
 
     /// Left and right as real and imaginary part. Empty if the file is not as it should be.
-    std::vector<COMPLEX> audio(const QString &name) const { return audio(name, 48000); }
-    /// The same of an outlet that runs at another rate.
-    std::vector<COMPLEX> audio(const QString &name, int rateHz) const;
+    std::vector<COMPLEX> audio(const QString &name, int rateHz = 48000) const;
     QByteArray bytes(const QString &name) const;
-    QJsonObject report(const QString &name) const;
+
+    /// A part of the run's report "r.json"; without a name all of it.
+    QJsonObject report(const char *part = nullptr) const;
 
 private:
     QTemporaryDir m_folder;

@@ -13,12 +13,20 @@ std::vector<COMPLEX> carrier(double offsetHz, double amplitude)
     return tone(2 * kSceneRateHz, offsetHz / kSceneRateHz, amplitude);
 }
 
+void startReception(
+    HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options, int rateHz)
+{
+    host.start(QString("--scene %1 --scene-rate %2 --scene-frequency 14M --rate %2 --free-run "
+                       "--out a.wav --report r.json ")
+                   .arg(host.writeScene(iq))
+                   .arg(rateHz)
+        + options);
+}
+
 void receive(HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options)
 {
-    host.run(QString("--scene %1 --scene-rate 192k --scene-frequency 14M --rate 192k --free-run "
-                     "--out a.wav --report r.json ")
-                 .arg(host.writeScene("scene.f64", iq))
-        + options);
+    startReception(host, iq, options);
+    host.wait();
     ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
 }
 

@@ -3,22 +3,21 @@
 
 #include "HostProcess.h"
 
-#include "DspCore/types.h"
-
-#include <vector>
-
 namespace test
 {
-// Where the scenes of the program's tests are.
-constexpr double kCenterHz = 14e6;
 constexpr int kSceneRateHz = 192000;
 constexpr double kAudioRateHz = 48000.0;
+constexpr double kPure = 0.999; // unwanted parts 27 dB down or more
 
 /// Two seconds of a carrier beside the centre.
 std::vector<COMPLEX> carrier(double offsetHz, double amplitude);
 
-/// Writes a scene around kCenterHz and receives it at its own rate in a free run, with "a.wav" and
-/// "r.json" as results. Fails the test if the program fails.
+/// Starts to receive a scene around 14 MHz at its own rate in a free run, with "a.wav" and "r.json"
+/// as results.
+void startReception(HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options,
+    int rateHz = kSceneRateHz);
+
+/// The same to the end. Fails the test if the program fails.
 void receive(HostProcess &host, const std::vector<COMPLEX> &iq, const QString &options);
 
 /// The left channel of the second half, after fade-in and gain control have settled.
