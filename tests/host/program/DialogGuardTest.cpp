@@ -39,9 +39,8 @@ TEST_F(DialogGuardTest, AWarningIsLoggedAndLeft)
         nullptr, "Receiver", "Failed to open\nthe file", QMessageBox::Ok, QMessageBox::NoButton);
     EXPECT_EQ(reply, QMessageBox::Ok);
     EXPECT_EQ(m_guard.answered(), 1);
-    EXPECT_TRUE(m_log.warned("Receiver"));
-    EXPECT_TRUE(m_log.warned("Failed to open the file"));
-    EXPECT_TRUE(m_log.warned("answered with OK"));
+    for (const char *text : {"Receiver", "Failed to open the file", "answered with OK"})
+        EXPECT_TRUE(m_log.warned(text)) << text;
 }
 
 TEST_F(DialogGuardTest, TheProgramDoesNotEndWithItsOnlyWindow)

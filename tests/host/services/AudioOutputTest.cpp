@@ -8,40 +8,19 @@ namespace
 {
 using Samples = std::vector<float>;
 
-/// An audio thread that asks again at once.
-class EagerPuller
-{
-public:
-    explicit EagerPuller(host::HostSoundOut &output)
-        : m_thread([this, &output] {
-              Samples in, out;
-              while (!m_end)
-                  m_pulled += output.pull(in, out, 16, 2);
-          })
-    { }
-    ~EagerPuller()
-    {
-        m_end = true;
-        m_thread.join();
-    }
-    void awaitMore() const
-    {
-        for (const long before = m_pulled; m_pulled == before;)
-            std::this_thread::yield();
-    }
-
-private:
-    std::atomic<bool> m_end = false;
-    std::atomic<long> m_pulled = 0;
-    std::thread m_thread;
-};
 } // namespace
 
 TEST(HostSoundOutTest, NothingRunsInACallbackThatWasTakenAway)
 {
     constexpr int kRounds = 200;
     host::HostSoundOut output;
-    EagerPuller puller(output);
+    std::atomic<bool> end = false;
+    std::atomic<long> pulled = 0;
+    std::thread puller([&] { // an audio thread that asks again at once
+        Samples in, out;
+        while (!end)
+            pulled += output.pull(in, out, 16, 2);
+    });
     for (int i = 0; i < kRounds; ++i) {
         // Plain memory of the callback's owner: the thread sanitizer sees who still touches it.
         auto owner = std::make_unique<int>(0);
@@ -53,11 +32,14 @@ TEST(HostSoundOutTest, NothingRunsInACallbackThatWasTakenAway)
             --inside;
             return true;
         });
-        puller.awaitMore();
+        for (const long before = pulled; pulled == before;)
+            std::this_thread::yield();
         output.setAudioCallback({});
-        ASSERT_EQ(inside, 0);
-        ASSERT_EQ(*owner % 32, 0); // 16 stereo frames each time
+        EXPECT_EQ(inside, 0);
+        EXPECT_EQ(*owner % 32, 0); // 16 stereo frames each time
     }
+    end = true;
+    puller.join();
 }
 
 TEST(HostSoundOutTest, AsksOnlyASourceAndOnlyForWholeFrames)
@@ -65,16 +47,13 @@ TEST(HostSoundOutTest, AsksOnlyASourceAndOnlyForWholeFrames)
     host::HostSoundOut output;
     Samples in, out;
     EXPECT_FALSE(output.pull(in, out, 8, 2));
-
-    bool answer = true;
     std::vector<std::size_t> asked; // samples, each time
     output.setAudioCallback([&](auto &, Samples &block, auto, auto) {
         asked.push_back(block.size());
-        return answer;
+        return asked.size() == 1;
     });
     EXPECT_TRUE(output.pull(in, out, 8, 2));
     EXPECT_FALSE(output.pull(in, out, 8, 0)); // by which the device would divide
-    answer = false;
     EXPECT_FALSE(output.pull(in, out, 4, 2));
     EXPECT_EQ(asked, (std::vector<std::size_t>{16, 8}));
 }

@@ -21,6 +21,19 @@ HostSettings settingsOf(const QString &options)
     return settings ? *settings : HostSettings{};
 }
 
+TEST(CommandLineTest, EachFileGoesToItsPlace)
+{
+    const HostSettings s =
+        settingsOf("--plugin p --d2xx d --settings s --eeprom e --out o --vac-out "
+                   "v --line-out l --panorama n --waterfall w --audio-spectrum a "
+                   "--report r --record vsdr --record-path f");
+    EXPECT_EQ((QStringList{s.pluginFile, s.d2xxFile, s.settingsFile, s.eepromFile, s.outFile,
+                   s.vac.file, s.lineOut.file, s.spectrum.panoramaFile, s.spectrum.waterfallFile,
+                   s.spectrum.audioSpectrumFile, s.reportFile, s.recording.folder})
+                  .join(' '),
+        "p d s e o v l n w a r f");
+}
+
 TEST(CommandLineTest, AnOptionGoesToItsPlace)
 {
     const struct
@@ -28,52 +41,32 @@ TEST(CommandLineTest, AnOptionGoesToItsPlace)
         const char *options;
         bool (*isThere)(const HostSettings &);
     } cases[] = {
-        {"--plugin p.so", [](const HostSettings &s) { return s.pluginFile == "p.so"; }},
-        {"--d2xx d.so", [](const HostSettings &s) { return s.d2xxFile == "d.so"; }},
-        {"--settings s", [](const HostSettings &s) { return s.settingsFile == "s"; }},
-        {"--scene s --scene-format S16", [](const auto &s) { return s.sceneFormat == "s16"; }},
-        {"--scene s --scene-rate 1k", [](const auto &s) { return s.sceneRateHz == 1000.0; }},
+        {"--scene s --scene-format S16 --scene-rate 1k",
+            [](const HostSettings &s) { return s.sceneFormat == "s16" && s.sceneRateHz == 1e3; }},
         {"--rate 1.536M", [](const HostSettings &s) { return s.deviceRateHz == 1536000; }},
         {"--mode lsb", [](const HostSettings &s) { return s.mode->mode == host::Mode::LSB; }},
         {"--mode AM", [](const HostSettings &s) { return s.filterLowHz == -s.filterHighHz; }},
-        {"--filter -3k:-2 --mode LSB", [](const auto &s) { return s.filterLowHz == -3000.0; }},
-        {"--filter 1:2.5k", [](const HostSettings &s) { return s.filterHighHz == 2500.0; }},
-        {"--preamp -9.5", [](const HostSettings &s) { return s.preampDb == -9.5; }},
-        {"--auto-preamp", [](const HostSettings &s) { return s.autoPreamp; }},
+        {"--filter -3k:-2 --mode LSB",
+            [](const HostSettings &s) { return s.filterLowHz == -3e3 && s.filterHighHz == -2.0; }},
         {"--notch 7.11M:250 --notch 7.12M",
             [](const HostSettings &s) {
                 return s.notches.size() == 2 && s.notches[0].frequencyHz == 7.11e6
                     && s.notches[0].widthHz == 250.0 && s.notches[1].widthHz == 100.0;
             }},
-        {"--seconds 2.5", [](const HostSettings &s) { return s.seconds == 2.5; }},
-        {"--free-run", [](const HostSettings &s) { return s.freeRun; }},
-        {"--eeprom e", [](const HostSettings &s) { return s.eepromFile == "e"; }},
         {"--fault a@1,b", [](const HostSettings &s) { return s.fault == "a@1,b"; }},
-        {"--out -", [](const HostSettings &s) { return s.outFile == host::kStandardOutput; }},
         {"--mode NFM --deemphasis 750", [](const auto &s) { return s.deemphasisUs == 750.0; }},
-        {"--invert", [](const HostSettings &s) { return s.isInverted; }},
-        {"--verbose", [](const HostSettings &s) { return s.verbose; }},
         {"--mode WFM --tune-b 7.11M", [](const HostSettings &s) { return !s.tuneBHz; }},
-        {"--out o", [](const HostSettings &s) { return s.outFile == "o"; }},
-        {"--vac-out v", [](const auto &s) { return s.vac.file == "v" && s.vac.rateHz == 48000; }},
+        {"--vac-out v", [](const HostSettings &s) { return s.vac.rateHz == 48000; }},
         {"--vac-out v --vac-rate 44.1k", [](const auto &s) { return s.vac.rateHz == 44100; }},
-        {"--line-out l", [](const HostSettings &s) { return s.lineOut.file == "l"; }},
         {"--record wave",
             [](const HostSettings &s) {
                 return s.recording.format == vm::file::IQFile::StandartWave;
             }},
-        {"--record vsdr --record-path r", [](const auto &s) { return s.recording.folder == "r"; }},
-        {"--panorama p", [](const HostSettings &s) { return s.spectrum.panoramaFile == "p"; }},
-        {"--waterfall w", [](const HostSettings &s) { return s.spectrum.waterfallFile == "w"; }},
-        {"--audio-spectrum a", [](const auto &s) { return s.spectrum.audioSpectrumFile == "a"; }},
-        {"--report r", [](const HostSettings &s) { return s.reportFile == "r"; }},
-        {"--tune-b 7.11M", [](const HostSettings &s) { return s.tuneBHz == 7.11e6; }},
         {"--agc slow --agc fast", [](const auto &s) { return s.given["agc"] == "fast"; }},
         {"",
             [](const HostSettings &s) {
                 return !s.given.contains("agc") && s.valueOf("agc") == "med";
             }},
-        {"--ctcss 100", [](const HostSettings &s) { return s.given["ctcss"] == 100.0; }},
         {"--equalizer 0,-2,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,-40",
             [](const HostSettings &s) {
                 const auto gains = s.given["equalizer"].toList();
@@ -95,13 +88,9 @@ TEST(CommandLineTest, TheCentreFollowsWhatIsKnown)
         {"", 7.1e6, 7.105e6}, // a station of the built-in band
         {"--mode CW", 7.1e6, 7.085e6},
         {"--d2xx d.so", 7.1e6, 7.1e6},
-        {"--scene a.wav", 7.1e6, 7.1e6},
-        {"--center 14M", 14e6, 14e6},
         {"--tune 14.01M", 14.01e6, 14.01e6},
         {"--center 14M --tune 14.01M", 14e6, 14.01e6},
-        {"--scene a.wav --scene-frequency 3.6M", 3.6e6, 3.6e6},
         {"--scene a.wav --scene-frequency 3.6M --tune 3.61M", 3.6e6, 3.61e6},
-        {"--tune 7.102M", 7.1e6, 7.102e6},
         {"--tune 7.196M", 7.1e6, 7.196e6},
         {"--tune 7.1961M", 7.1961e6, 7.1961e6},
     };
@@ -113,11 +102,7 @@ TEST(CommandLineTest, TheCentreFollowsWhatIsKnown)
 
 TEST(CommandLineTest, ASlipIsNamedInOneLine)
 {
-    const struct
-    {
-        const char *options;
-        const char *named; // what the message must tell
-    } cases[] = {
+    const std::pair<const char *, const char *> cases[] = {
         {"--windowed", "windowed"},
         {"extra", "extra"},
         {"--rate", "rate"},
@@ -127,28 +112,23 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--center 7M --tune 7.2M", "--tune"},
         {"--tune-b 7.2M", "--tune-b"},
         {"--notch 7.2M", "--notch"},
-        {"--filter 300:", "LOW:HIGH"},
         {"--filter 1:2:3", "LOW:HIGH"},
         {"--filter 2700:300", "does not rise"},
-        {"--notch 7.11M:x", "7.11M:x"},
         {"--notch 7.11M:19", "20 to 20k"},
         {"--notch 7.1M --notch 7.1M --notch 7.1M --notch 7.1M --notch 7.1M --notch 7.1M --notch "
          "7.1M --notch 7.1M --notch 7.1M",
             "8 filters"},
         {"--scene-rate 192k", "--scene-rate needs --scene"},
         {"--agc off --agc-hang 10", "--agc off"},
-        {"--auto-preamp --free-run", "--free-run"},
         {"--equalizer 1,2,3", "3 gains"},
-        {"--equalizer 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1.5", "'1.5'"},
-        {"--equalizer 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,41", "'41'"},
         {"--ctcss 100.2", "100.0"},
     };
-    for (const auto &c : cases) {
-        const auto result = read(QString("--headless ") + c.options);
+    for (const auto &[options, named] : cases) {
+        const auto result = read(QString("--headless ") + options);
         const auto *error = std::get_if<host::UsageError>(&result);
-        ASSERT_TRUE(error) << c.options;
-        EXPECT_TRUE(error->text.contains(c.named)) << c.options << ": " << qPrintable(error->text);
-        EXPECT_FALSE(error->text.contains('\n')) << c.options;
+        ASSERT_TRUE(error) << options;
+        EXPECT_TRUE(error->text.contains(named)) << options << ": " << qPrintable(error->text);
+        EXPECT_FALSE(error->text.contains('\n')) << options;
     }
     const auto bare = read("");
     EXPECT_TRUE(std::get<host::UsageError>(bare).text.contains("--headless"));
@@ -163,8 +143,6 @@ TEST(CommandLineTest, WhatHasNoEffectIsTold)
     } cases[] = {
         {"--ctcss 100", "--ctcss does nothing in USB. Only in NFM."},
         {"--ctcss 100 --mode NFM", nullptr},
-        {"--agc-gain 40 --mode WFM", "--agc-gain does nothing in WFM"},
-        {"--nr --mode DIGU", "--nr does nothing in DIGU"},
         {"--fft-size 512 --out a", "--fft-size does nothing without --panorama or --waterfall"},
         {"--fft-size 512 --waterfall w", nullptr},
         {"--invert", "--invert does nothing without --out or --vac-out or --line-out"},

