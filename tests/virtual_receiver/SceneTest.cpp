@@ -127,11 +127,9 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
         {"size of an earlier recording", riff(fmt + "data" + bytes(6) + samples), 0.0, "longer"},
         {"broken off, plain", std::string(44, '\0') + samples, 0.0, never},
         {"broken off, with auxi", std::string(216, '\0') + samples, 0.0, never},
-        {"unknown chunk of odd length", riff(fmt + chunk("note", "abc") + chunk("data", samples)),
-            0.0},
-        {"two data chunks",
-            riff(fmt + chunk("data", samples.substr(0, 6)) + chunk("kiwi", "0123456789")
-                + chunk("data", samples.substr(6))),
+        {"chunks of others, one of odd length",
+            riff(fmt + chunk("note", "abc") + chunk("data", samples.substr(0, 6))
+                + chunk("kiwi", "0123456789") + chunk("data", samples.substr(6))),
             0.0},
     };
     for (const Row &row : rows) {
@@ -164,14 +162,11 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
     const Row rows[] = {
         {"text.wav", "no recording", "not a WAV file"},
         {"mono.wav", riff(fmtChunk(1, 16, 1) + data), "1 channels"},
-        {"odd.wav", riff(fmtChunk(1, 12) + data), "12 bits"},
         {"empty.wav", riff(fmtChunk(1, 16)), "no samples"},
-        {"noformat.wav", riff(data), "no \"fmt \" chunk"},
         {"brokenoff.wav", std::string(300, '\0'), "never written"},
         {"raw.s16", encode("s16", kValues), "sample rate"},
         {"raw.xyz", "0123", "unknown recording format \"xyz\""},
         {"fast.wav", riff(fmtChunk(1, 16, 2, 4294967295) + data), "rate of 4294967295 Hz"},
-        {"faster.wav", riff(fmtChunk(1, 16) + vsdrChunk(kCentreHz, 1e15) + data), "of 1e+15 Hz"},
         {"endless.wav", riff(fmtChunk(1, 16) + vsdrChunk(kCentreHz, INFINITY) + data), "of inf"},
         {"nowhere.wav", riff(fmtChunk(1, 16) + vsdrChunk(NAN, 48000) + data), "frequency of nan"},
     };
@@ -184,10 +179,7 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
     }
     EXPECT_EQ(vr_scene_file(folder.file("missing.wav").c_str(), nullptr, 0, 0), -1);
     // Who knows better may say so.
-    EXPECT_EQ(vr_scene_file(folder.file("faster.wav").c_str(), nullptr, 48000, 0), 0);
-    const double zero[2] = {};
-    EXPECT_EQ(vr_scene_samples(zero, 1, 1e15, 0, 1), -1);
-    EXPECT_EQ(vr_scene_samples(zero, 1, 48000, -1, 1), -1);
+    EXPECT_EQ(vr_scene_file(folder.file("endless.wav").c_str(), nullptr, 48000, 0), 0);
 }
 
 TEST(FileSceneTest, AnOddRateAtTheLimitIsPlayedInBoundedTimeAndMemory)
@@ -269,22 +261,6 @@ TEST(BandSceneTest, TheOtherSideBandIsAHundredDecibelsDown)
             play(folder, station + std::to_string(std::fabs(tone)) + mode, 0, 48000);
         EXPECT_NEAR(levelAt(received, tone, 48000), 0.0, kRipple) << tone;
         EXPECT_LT(levelAt(received, -tone, 48000), kSuppression) << tone;
-    }
-}
-
-TEST(BandSceneTest, ImagesOfAStationAreFilteredOut)
-{
-    constexpr double kLevel = -6.0;               // dBFS, clear of limiting
-    constexpr double kRejection = kLevel - 100.0; // at multiples of the stations' own rate
-    const TemporaryFolder folder;
-    const auto received =
-        play(folder, "band centre=7.1M\nstation offset=0 level=-6 mode=usb tone=2500", 8, 65536,
-            /*settled*/ 200000);
-    EXPECT_GT(levelAt(received, 2500, 3072000), kLevel - 0.01);
-    for (int image = -31; image <= 31; ++image) {
-        if (image == 0)
-            continue;
-        EXPECT_LT(levelAt(received, 2500 + 48000.0 * image, 3072000), kRejection) << image;
     }
 }
 
@@ -386,22 +362,18 @@ TEST(BandSceneTest, AWrongLineIsNamedWithWhatIsWrong)
         {"", 0, "no band line"},
         {"band centre=7.1M\n\n# a comment\nstatoin level=3", 4, "unknown line \"statoin\""},
         {"band centre=7.1Q", 1, "\"centre\" is not a number: \"7.1Q\""},
-        {"band centre=7.1M colour=red", 1, "a band has no \"colour\""},
         {"band centre=1M centre=2M", 1, "given twice"},
         {"station offset=1 level=0 mode=carrier", 1, "must come before"},
         {band + "station offset=0 level=-300 mode=usb", 2, "-200 to 20"},
         {band + "station offset=0 level=0 mode=fm", 2, "(usb, lsb, am, nfm, cw, carrier)"},
         {band + "station offset=0 level=0 mode=usb tone=1000 speech=1", 2, "one of audio=FILE"},
         {band + "station offset=0 level=0 mode=cw text=\"CQ", 2, "closing quote"},
-        {band + "station offset=0 level=0 mode=usb audio=gone.wav", 2, "gone.wav"},
         {band + "station offset=0 level=0 mode=usb audio=fast.wav", 2, "rate of 100000001 Hz"},
-        {band + "station offset=0 level=0 mode=usb audio=max.wav", 2, "max.wav"},
         {band + "station offset=0 level=0 mode=carrier depth=1", 2, "no \"depth\""},
     };
     const TemporaryFolder folder;
     const std::string voice = chunk("data", encode("s16", kValues));
     folder.write("fast.wav", riff(fmtChunk(1, 16, 1, 100000001) + voice));
-    folder.write("max.wav", riff(fmtChunk(1, 16, 1, 4294967295) + voice));
     for (const Row &row : rows) {
         const auto path = folder.write("wrong.band", row.text);
         EXPECT_EQ(vr_scene_band(path.c_str()), -1) << row.text;
