@@ -51,22 +51,28 @@ TEST(LoadingTest, WhatCannotBeUsedIsNamedInOneLineWithItsReason)
 
 TEST(LoadingTest, AReceiverThatIsMissingOrRefusesIsNotTakenForRunning)
 {
-    const std::pair<const char *, const char *> cases[] = {
+    struct Case
+    {
+        const char *fault;
+        const char *named;
+    };
+    constexpr Case cases[] = {
         {"fail:FT_Open", "cannot be opened"},
         {"fail:FT_Purge", "does not start its stream"},
         {"unplug@0,fail:FT_ListDevices", "velmora-host: no receiver found\n"},
     };
     QElapsedTimer clock;
     clock.start();
-    HostProcess hosts[std::size(cases)];
-    for (std::size_t i = 0; i < std::size(cases); ++i)
-        hosts[i].start(QString("--seconds 1 --fault ") + cases[i].first);
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        hosts[i].wait();
-        EXPECT_TRUE(hosts[i].ended());
-        EXPECT_EQ(hosts[i].status(), 1) << cases[i].first;
-        EXPECT_TRUE(hosts[i].errors().contains(cases[i].second)) << qPrintable(hosts[i].errors());
-    }
+    test::runSideBySide(
+        cases,
+        [](HostProcess &host, const Case &c) {
+            host.start(QString("--seconds 1 --fault ") + c.fault);
+        },
+        [](HostProcess &host, const Case &c) {
+            EXPECT_TRUE(host.ended());
+            EXPECT_EQ(host.status(), 1) << c.fault;
+            EXPECT_TRUE(host.errors().contains(c.named)) << qPrintable(host.errors());
+        });
     EXPECT_GT(clock.elapsed(), 2500); // the missing one: one search more than the first
 }
 

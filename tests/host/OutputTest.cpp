@@ -103,19 +103,20 @@ TEST(OutputTest, CableAndLineOutputGiveTheSameTone)
 {
     constexpr double kLost = 0.1; // seconds: the last chunk is not whole
     constexpr int kRatesHz[] = {8000, 44100, 192000};
-    HostProcess hosts[std::size(kRatesHz)];
-    for (std::size_t i = 0; i < std::size(kRatesHz); ++i)
-        startReception(hosts[i], carrier(11000.0, 0.05),
-            QString("--tune 14.01M --vac-out v.wav --vac-rate %1 --line-out l.wav")
-                .arg(kRatesHz[i]));
-    for (std::size_t i = 0; i < std::size(kRatesHz); ++i) {
-        hosts[i].wait();
-        for (const auto &[file, rateHz] : {std::pair("v.wav", kRatesHz[i]), {"l.wav", 48000}}) {
-            const auto audio = hosts[i].audio(file, rateHz);
-            EXPECT_NEAR(double(audio.size()) / rateHz, 2.0, kLost) << rateHz;
-            EXPECT_GT(purity(settledLeft(audio), 1000.0, rateHz), kPure) << rateHz;
-        }
-    }
+    runSideBySide(
+        kRatesHz,
+        [](HostProcess &host, int rateHz) {
+            startReception(host, carrier(11000.0, 0.05),
+                QString("--tune 14.01M --vac-out v.wav --vac-rate %1 --line-out l.wav")
+                    .arg(rateHz));
+        },
+        [](HostProcess &host, int cableHz) {
+            for (const auto &[file, rateHz] : {std::pair("v.wav", cableHz), {"l.wav", 48000}}) {
+                const auto audio = host.audio(file, rateHz);
+                EXPECT_NEAR(double(audio.size()) / rateHz, 2.0, kLost) << rateHz;
+                EXPECT_GT(purity(settledLeft(audio), 1000.0, rateHz), kPure) << rateHz;
+            }
+        });
 }
 
 TEST(OutputTest, ThePreampIsInFrontOfTheConverterAndTheAutomaticOneTakesAnOverloadBack)

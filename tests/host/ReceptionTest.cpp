@@ -10,7 +10,6 @@
 #include <cmath>
 #include <csignal>
 #include <gtest/gtest.h>
-#include <map>
 
 namespace
 {
@@ -87,17 +86,18 @@ TEST(ReceptionTest, FreeRunsGiveTheSameFile)
 
 TEST(ReceptionTest, AFreeRunThatLosesSamplesStillEnds)
 {
-    const char *const faults[] = {"torn-read/50", "lost-byte@2000x50", "random:3:0.01"};
-    HostProcess hosts[std::size(faults)];
-    for (std::size_t i = 0; i < std::size(faults); ++i)
-        hosts[i].start(
-            QString("--seconds 2 --free-run --out a.wav --report r.json --fault ") + faults[i]);
-    for (HostProcess &host : hosts) {
-        host.wait();
-        EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
-        EXPECT_EQ(host.audio("a.wav").size(), 2 * std::size_t(kAudioRateHz));
-        EXPECT_EQ(host.report()["ending"].toString(), "duration reached");
-    }
+    constexpr const char *faults[] = {"torn-read/50", "lost-byte@2000x50", "random:3:0.01"};
+    runSideBySide(
+        faults,
+        [](HostProcess &host, const char *fault) {
+            host.start(
+                QString("--seconds 2 --free-run --out a.wav --report r.json --fault ") + fault);
+        },
+        [](HostProcess &host, const char *fault) {
+            EXPECT_EQ(host.status(), 0) << fault << qPrintable(host.errors());
+            EXPECT_EQ(host.audio("a.wav").size(), 2 * std::size_t(kAudioRateHz)) << fault;
+            EXPECT_EQ(host.report()["ending"].toString(), "duration reached") << fault;
+        });
 }
 
 TEST(ReceptionTest, TheReportTellsHowMuchLaterTheAudioIs)
@@ -165,42 +165,49 @@ TEST(ReceptionTest, ARunThatIsBrokenOffStillCompletesItsFiles)
 // Of the options that only go through to the device; the others have tests of their own.
 TEST(ReceptionTest, EveryToolReachesTheReceiver)
 {
-    const char *const cases[][2] = {
+    struct Case
+    {
+        const char *mode;
+        const char *tool; // "": what those after it are compared with
+    };
+    constexpr Case cases[] = {
+        {"USB", ""},
         {"USB", "--nb1 --nb1-threshold 1"},
         {"USB", "--nb2 --nb2-threshold 1"},
         {"USB", "--nr"},
         {"USB", "--anf"},
         {"USB", "--apf"},
-        {"CW", "--dse"},
         {"USB", "--binaural"},
         {"USB", "--equalizer 9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9"},
-        {"NFM", "--ctcss 100"},
         {"USB", "--volume -6"},
         {"USB", "--agc-gain 20"},
         {"USB", "--rit 100"},
-        {"DIGU", "--digu-offset 700"},
-        {"DIGL", "--digl-offset 2000"},
         {"USB", "--invert"},
+        {"CW", ""},
+        {"CW", "--dse"},
+        {"NFM", ""},
+        {"NFM", "--ctcss 100"},
         {"NFM", "--deemphasis 750"},
+        {"DIGU", ""},
+        {"DIGU", "--digu-offset 700"},
+        {"DIGL", ""},
+        {"DIGL", "--digl-offset 2000"},
     };
-    const auto start = [](HostProcess &host, const char *mode, const char *tool) {
-        host.start(QString("--seconds 0.5 --free-run --out a.wav --mode %1 %2").arg(mode, tool));
-    };
-    std::map<QString, HostProcess> plain;
-    HostProcess tools[std::size(cases)];
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        const auto &[mode, tool] = cases[i];
-        start(tools[i], mode, tool);
-        if (const auto [host, isNew] = plain.try_emplace(mode); isNew)
-            start(host->second, mode, "");
-    }
-    for (auto &[mode, host] : plain)
-        host.wait();
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        tools[i].wait();
-        EXPECT_EQ(tools[i].status(), 0) << qPrintable(tools[i].errors());
-        EXPECT_NE(tools[i].bytes("a.wav"), plain[cases[i][0]].bytes("a.wav")) << cases[i][1];
-    }
+    QByteArray plain;
+    runSideBySide(
+        cases,
+        [](HostProcess &host, const Case &c) {
+            host.start(
+                QString("--seconds 0.5 --free-run --out a.wav --mode %1 %2").arg(c.mode, c.tool));
+        },
+        [&](HostProcess &host, const Case &c) {
+            EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+            const QByteArray audio = host.bytes("a.wav");
+            if (*c.tool == 0)
+                plain = audio;
+            else
+                EXPECT_NE(audio, plain) << c.tool;
+        });
 }
 
 TEST(ReceptionTest, TheStandardOutputTakesTheAudio)
@@ -216,11 +223,12 @@ TEST(ReceptionTest, TheStandardOutputTakesTheAudio)
 
 TEST(ReceptionTest, ARunTellsWhatItsUserMayNotExpectAndNothingElse)
 {
-    const struct
+    struct Case
     {
         const char *options;
         const char *told; // null: nothing
-    } cases[] = {
+    };
+    constexpr Case cases[] = {
         {"", nullptr},
         {"--verbose", "mLenght != lenght"},
         {"--center 7.3M", "nothing around --center 7.3M, it goes from 7.07M to 7.13M"},
@@ -228,20 +236,19 @@ TEST(ReceptionTest, ARunTellsWhatItsUserMayNotExpectAndNothingElse)
         {"--center 7.2M --rate 384k --tune 7.105M", nullptr},
         {"--scene a.band --scene-rate 48k", "--scene-rate does nothing"},
     };
-    HostProcess hosts[std::size(cases)];
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        QFile band(hosts[i].path("a.band"));
-        ASSERT_TRUE(band.open(QIODevice::WriteOnly));
-        band.write("band centre=7.1M\nstation offset=0 level=-40 mode=carrier\n");
-        band.close();
-        hosts[i].start(QString("--seconds 0.2 --free-run ") + cases[i].options);
-    }
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        hosts[i].wait();
-        const QString &errors = hosts[i].errors();
-        EXPECT_EQ(hosts[i].status(), 0);
-        EXPECT_TRUE(cases[i].told ? errors.contains(cases[i].told) : errors.isEmpty())
-            << qPrintable(errors);
-    }
+    runSideBySide(
+        cases,
+        [](HostProcess &host, const Case &c) {
+            QFile band(host.path("a.band"));
+            ASSERT_TRUE(band.open(QIODevice::WriteOnly));
+            band.write("band centre=7.1M\nstation offset=0 level=-40 mode=carrier\n");
+            band.close();
+            host.start(QString("--seconds 0.2 --free-run ") + c.options);
+        },
+        [](HostProcess &host, const Case &c) {
+            EXPECT_EQ(host.status(), 0);
+            EXPECT_TRUE(c.told ? host.errors().contains(c.told) : host.errors().isEmpty())
+                << qPrintable(host.errors());
+        });
 }
 } // namespace
