@@ -10,7 +10,7 @@ task=${1:-}
 packages=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libmsgsl-dev libspdlog-dev libfmt-dev
-    libfftw3-dev libsndfile1-dev
+    libfftw3-dev libsndfile1-dev libusb-1.0-0-dev
     qtmultimedia5-dev libqt5multimedia5-plugins # sound cards, by sound server or ALSA
     libsamplerate0-dev
     fonts-dejavu-core # letters in the pictures
