@@ -45,35 +45,17 @@ Setter on(void (ZephrinMDSP::*setter)(unsigned, bool))
     return [=](ZephrinMDSP &engine, double) { (engine.*setter)(0, true); };
 }
 
-const auto kPlain = [](ZephrinMDSP &, double) {};
-
-/// The three times of each mode of the gain control.
-std::vector<Kept> gainControl()
+/// One time of a mode of the gain control.
+Setter by(void (ZephrinMDSP::*setter)(AgcMode, REAL))
 {
-    using Engine = ZephrinMDSP;
-    constexpr std::pair<const char *, AgcMode> kModes[] = {{"Long", AgcMode::Long},
-        {"Slow", AgcMode::Slow}, {"Med", AgcMode::Med}, {"Fast", AgcMode::Fast},
-        {"User", AgcMode::User}};
-    std::vector<Kept> rows;
-    for (const auto &[name, mode] : kModes) {
-        const QByteArray control = QByteArray("Agc") + name, key = control.toLower();
-        const auto add = [&](const char *box, const char *time, auto setter, double other) {
-            const QByteArray stored = time == QByteArray("HangTime") ? "hangTime" : time;
-            rows.push_back({"agc_" + key.mid(3) + "_" + stored, box + control + time,
-                Modulation::USB,
-                [mode = mode](Engine &engine, double) {
-                    engine.setAgcMode(mode);
-                    engine.setAgcGain(0, 60);
-                },
-                [=, mode = mode](Engine &engine, double value) { (engine.*setter)(mode, value); },
-                other});
-        };
-        add("dsb", "Attack", &Engine::setAgcAttack, 0.3);
-        add("dsb", "Decay", &Engine::setAgcDecay, 33.0);
-        add("sb", "HangTime", &Engine::setAgcHangTime, 22.0);
-    }
-    return rows;
+    return [=](ZephrinMDSP &engine, double value) { (engine.*setter)(AgcMode::User, value); };
 }
+
+const auto kPlain = [](ZephrinMDSP &, double) {};
+const auto kAgc = [](ZephrinMDSP &engine, double) {
+    engine.setAgcMode(AgcMode::User);
+    engine.setAgcGain(0, 60);
+};
 
 std::vector<Kept> all()
 {
@@ -83,36 +65,36 @@ std::vector<Kept> all()
     const Setter nr = on(&Engine::setNr), anf = on(&Engine::setAnf);
     const Setter apf = on(&Engine::setApf), dse = on(&Engine::setDse);
     const Setter nb1 = on(&Engine::setNb1), nb2 = on(&Engine::setNb2);
-    std::vector<Kept> rows = gainControl();
-    rows.insert(rows.end(),
-        {
-            {"dsp_nr_taps", "sbNrTaps", USB, nr, by(&Engine::setNrTaps), 120},
-            {"dsp_nr_delay", "sbNrDelay", USB, nr, by(&Engine::setNrDelay), 9},
-            {"dsp_nr_rate", "dsbNrRate", USB, nr, by(&Engine::setNrRate), 0.01},
-            {"dsp_nr_leak", "dsbNrLeak", USB, nr, by(&Engine::setNrLeak), 0.01},
-            {"dsp_anf_taps", "sbAnfTaps", USB, anf, by(&Engine::setAnfTaps), 120},
-            {"dsp_anf_delay", "sbAnfDelay", USB, anf, by(&Engine::setAnfDelay), 9},
-            {"dsp_anf_rate", "dsbAnfRate", USB, anf, by(&Engine::setAnfRate), 0.01},
-            {"dsp_anf_leak", "dsbAnfLeak", USB, anf, by(&Engine::setAnfLeak), 0.01},
-            {"dsp_nb1_thr", "dsbNb1Threshold", USB, nb1, by(&Engine::setNb1Threshold), 1.2},
-            {"dsp_nb2_thr", "dsbNb2Threshold", USB, nb2, by(&Engine::setNb2Threshold), 1.2},
-            {"dsp_apf_gain", "sbApfCwGain", CW, apf, by(&Engine::setCwApfGain), 12},
-            {"dsp_apf_quolity", "sbApfCwQuality", CW, apf, by(&Engine::setCwApfQuality), 11},
-            {"dsp_apf_ssb_gain", "sbApfSsbGain", USB, apf, by(&Engine::setSsbApfGain), 12},
-            {"dsp_apf_ssb_quolity", "dsbApfSsbQuality", USB, apf, by(&Engine::setSsbApfQuality), 4},
-            {"dsp_apf_ssb_freq", "sbApfSsbFreq", USB, apf, by(&Engine::setSsbApfFreq), 900},
-            {"dsp_dse_taps", "sbDseTaps", CW, dse, by(&Engine::setDseQuality), 150},
-            {"dsp_dse_swap", "chbDseSwap", CW, dse, by(&Engine::setDseSwap), 1},
-            {"dsp_digl_offset", "sbDiglOffset", DIGL, kPlain, by(&Engine::setDiglOffset), 900},
-            {"dsp_digu_offset", "sbDiguOffset", DIGU, kPlain, by(&Engine::setDiguOffset), 900},
-            {"cw_pitch", "sbCwPitch", CW, kPlain, by(&Engine::setCwTone), 500},
-            {"fir_taps_ssb", "sbFilterTapsSsb", USB, kPlain, by(&Engine::setSsbFilterTaps), 801},
-            {"fir_taps_am", "sbFilterTapsAm", Modulation::AM, kPlain, by(&Engine::setAmFilterTaps),
-                801},
-            {"fir_taps_dig", "sbFilterTapsDig", DIGU, kPlain, by(&Engine::setDigFilterTaps), 801},
-            {"fir_taps_cw", "sbFilterTapsCw", CW, kPlain, by(&Engine::setCwFilterTaps), 801},
-        });
-    return rows;
+    return {
+        {"agc_user_Attack", "dsbAgcUserAttack", USB, kAgc, by(&Engine::setAgcAttack), 0.3},
+        {"agc_user_Decay", "dsbAgcUserDecay", USB, kAgc, by(&Engine::setAgcDecay), 33.0},
+        {"agc_user_hangTime", "sbAgcUserHangTime", USB, kAgc, by(&Engine::setAgcHangTime), 22},
+        {"dsp_nr_taps", "sbNrTaps", USB, nr, by(&Engine::setNrTaps), 120},
+        {"dsp_nr_delay", "sbNrDelay", USB, nr, by(&Engine::setNrDelay), 9},
+        {"dsp_nr_rate", "dsbNrRate", USB, nr, by(&Engine::setNrRate), 0.01},
+        {"dsp_nr_leak", "dsbNrLeak", USB, nr, by(&Engine::setNrLeak), 0.01},
+        {"dsp_anf_taps", "sbAnfTaps", USB, anf, by(&Engine::setAnfTaps), 120},
+        {"dsp_anf_delay", "sbAnfDelay", USB, anf, by(&Engine::setAnfDelay), 9},
+        {"dsp_anf_rate", "dsbAnfRate", USB, anf, by(&Engine::setAnfRate), 0.01},
+        {"dsp_anf_leak", "dsbAnfLeak", USB, anf, by(&Engine::setAnfLeak), 0.01},
+        {"dsp_nb1_thr", "dsbNb1Threshold", USB, nb1, by(&Engine::setNb1Threshold), 1.2},
+        {"dsp_nb2_thr", "dsbNb2Threshold", USB, nb2, by(&Engine::setNb2Threshold), 1.2},
+        {"dsp_apf_gain", "sbApfCwGain", CW, apf, by(&Engine::setCwApfGain), 12},
+        {"dsp_apf_quolity", "sbApfCwQuality", CW, apf, by(&Engine::setCwApfQuality), 11},
+        {"dsp_apf_ssb_gain", "sbApfSsbGain", USB, apf, by(&Engine::setSsbApfGain), 12},
+        {"dsp_apf_ssb_quolity", "dsbApfSsbQuality", USB, apf, by(&Engine::setSsbApfQuality), 4},
+        {"dsp_apf_ssb_freq", "sbApfSsbFreq", USB, apf, by(&Engine::setSsbApfFreq), 900},
+        {"dsp_dse_taps", "sbDseTaps", CW, dse, by(&Engine::setDseQuality), 150},
+        {"dsp_dse_swap", "chbDseSwap", CW, dse, by(&Engine::setDseSwap), 1},
+        {"dsp_digl_offset", "sbDiglOffset", DIGL, kPlain, by(&Engine::setDiglOffset), 900},
+        {"dsp_digu_offset", "sbDiguOffset", DIGU, kPlain, by(&Engine::setDiguOffset), 900},
+        {"cw_pitch", "sbCwPitch", CW, kPlain, by(&Engine::setCwTone), 500},
+        {"fir_taps_ssb", "sbFilterTapsSsb", USB, kPlain, by(&Engine::setSsbFilterTaps), 801},
+        {"fir_taps_am", "sbFilterTapsAm", Modulation::AM, kPlain, by(&Engine::setAmFilterTaps),
+            801},
+        {"fir_taps_dig", "sbFilterTapsDig", DIGU, kPlain, by(&Engine::setDigFilterTaps), 801},
+        {"fir_taps_cw", "sbFilterTapsCw", CW, kPlain, by(&Engine::setCwFilterTaps), 801},
+    };
 }
 
 /// One engine and what it makes of a stream of tones, noise and impulses at changing levels.
@@ -204,4 +186,16 @@ TEST_P(PageAndEngineTest, AgreeAtTheStartAndAfterReadingWhatTheFormShows)
 
 INSTANTIATE_TEST_SUITE_P(Keys, PageAndEngineTest, testing::ValuesIn(all()),
     [](const auto &info) { return std::string(info.param.key); });
+
+TEST(PageAndAgcTableTest, EachModeStartsWithTheTimesThatTheFormShows)
+{
+    const ZephrinMOptions page;
+    for (const auto mode :
+        {AgcMode::Long, AgcMode::Slow, AgcMode::Med, AgcMode::Fast, AgcMode::User}) {
+        const AgcTable::Param times = AgcTable().setMode(mode).times;
+        EXPECT_EQ(times.attack, page.agcAttack(mode)) << int(mode);
+        EXPECT_EQ(times.decay, page.agcDecay(mode)) << int(mode);
+        EXPECT_EQ(times.hangTime, page.agcHangTime(mode)) << int(mode);
+    }
+}
 } // namespace

@@ -252,7 +252,7 @@ void (*const kCalls[])(PluginRig &, DeviceAbstract &) = {
 
 TEST(PluginLifeTest, RandomSequencesEndWell)
 {
-    constexpr int kSequences = 25;
+    constexpr int kSequences = 16;
     constexpr int kCallsEach = 8;
     PluginRig rig;
     QTemporaryDir recordings;

@@ -203,8 +203,8 @@ TEST(OptionControlsTest, NonsenseInTheFileIsLimitedOrReplaced)
     } rows[] = {{"SampleRate", "cbSampleRate", 1, 0, 8}, {"Lpf", "chbLpf", 1, 1, 1},
         {"dsp_nr_taps", "sbNrTaps", 98, 1, 257}, {"dsp_nb1_thr", "dsbNb1Threshold", 2.65, 0.01, 20},
         {"dsp_apf_ssb_quolity", "dsbApfSsbQuality", 1, 0.1, 10}};
-    const auto expect = [](const auto &row, const char *stored, double value) {
-        ZephrinMOptions page;
+    ZephrinMOptions page;
+    const auto expect = [&](const auto &row, const char *stored, double value) {
         through(page, row.key + (QByteArray("=") + stored) + "\n");
         EXPECT_EQ(shown(page, row.control), value) << row.key << stored;
     };
