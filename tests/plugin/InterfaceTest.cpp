@@ -106,25 +106,18 @@ TEST(PluginInterfaceTest, TheExpertPageIsForExperts)
     EXPECT_EQ(optionPages()->count(), all - 1);
 }
 
-TEST(PluginInterfaceTest, GivesTheHostItsMenuAMomentLater)
-{
-    PluginRig rig;
-    rig.prepare();
-    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
-    EXPECT_TRUE(PluginRig::waitFor([&] { return rig.manager().deviceMenu() != nullptr; }, 2000));
-    rig.device().deinit();
-    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
-}
-
-TEST(PluginInterfaceTest, TakesAManagerThatComesBeforeInit)
+TEST(PluginInterfaceTest, TakesAManagerThatComesFirstAndGivesItItsMenuAMomentLater)
 {
     PluginRig rig;
     rig.device().setManager(&rig.manager());
     ASSERT_TRUE(rig.device().init(rig.bridge(), nullptr, false, true));
-    ASSERT_TRUE(rig.waitForReceiver());
-    ASSERT_TRUE(rig.device().open());
+    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
+    EXPECT_TRUE(PluginRig::waitFor([&] { return rig.manager().deviceMenu() != nullptr; }, 2000));
+    ASSERT_TRUE(rig.waitForReceiver() && rig.device().open());
     rig.manager().preamp().setDb(-3.0f);
     EXPECT_EQ(rig.receiver().attenuator, 6u); // in half decibels
+    rig.device().deinit();
+    EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
 }
 
 TEST(PluginInterfaceTest, WarnsOfANotchThatItDoesNotHave)

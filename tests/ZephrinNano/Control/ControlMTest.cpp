@@ -217,7 +217,6 @@ TEST_F(ControlMTest, PageIsTakenWholeOrNotAtAll)
 
 TEST_F(ControlMTest, PageWrittenIsThePageRead)
 {
-    log.clear();
     control.setWriteCalibrations();
     EXPECT_TRUE(log.warnings().isEmpty() && device().open == 0);
     openControl();
@@ -230,9 +229,6 @@ TEST_F(ControlMTest, PageWrittenIsThePageRead)
     vr_get_eeprom(area.data(), area.size());
     EXPECT_EQ(area, bytesOf({0.1, 1.0000012, -0.7, 0.9999987, 0}));
 
-    took();
-    control.setReadCalibrations();
-    EXPECT_TRUE(took().isEmpty());
     control.setAdminFreqCoeff(1.0);
     took();
     control.setReadCalibrations();
