@@ -4,16 +4,13 @@
 
 #include "d2xx/ftd2xx.h"
 
-#include <atomic>
 #include <chrono>
 #include <dlfcn.h>
 #include <thread>
 
 namespace
 {
-std::atomic<unsigned> deviceCount = 0;
-std::atomic<unsigned> userAreaSize = 0;
-std::atomic<bool> listHeld = false;
+using test::BrokenLibrary;
 
 template <typename Function>
 Function real(const char *name)
@@ -22,38 +19,13 @@ Function real(const char *name)
 }
 } // namespace
 
-namespace test
-{
-BrokenLibrary::~BrokenLibrary()
-{
-    deviceCount = 0;
-    userAreaSize = 0;
-    listHeld = false;
-}
-
-void BrokenLibrary::countDevices(unsigned count)
-{
-    deviceCount = count;
-}
-
-void BrokenLibrary::sizeUserArea(unsigned bytes)
-{
-    userAreaSize = bytes;
-}
-
-void BrokenLibrary::holdList(bool hold)
-{
-    listHeld = hold;
-}
-} // namespace test
-
 FT_STATUS FT_ListDevices(PVOID first, PVOID second, DWORD flags)
 {
     static const auto library = real<decltype(&FT_ListDevices)>("FT_ListDevices");
-    while (listHeld)
+    while (BrokenLibrary::listHeld)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    if (flags == FT_LIST_NUMBER_ONLY && deviceCount != 0) {
-        *static_cast<DWORD *>(first) = deviceCount;
+    if (flags == FT_LIST_NUMBER_ONLY && BrokenLibrary::devices != 0) {
+        *static_cast<DWORD *>(first) = BrokenLibrary::devices;
         return FT_OK;
     }
     return library(first, second, flags);
@@ -62,8 +34,8 @@ FT_STATUS FT_ListDevices(PVOID first, PVOID second, DWORD flags)
 FT_STATUS FT_EE_UASize(FT_HANDLE handle, LPDWORD size)
 {
     static const auto library = real<decltype(&FT_EE_UASize)>("FT_EE_UASize");
-    if (userAreaSize != 0) {
-        *size = userAreaSize;
+    if (BrokenLibrary::userArea != 0) {
+        *size = BrokenLibrary::userArea;
         return FT_OK;
     }
     return library(handle, size);

@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
+
 namespace test
 {
 /// Makes the D2XX library of this program tell nonsense, or take its time. The calls that are not
 /// touched go through. Healthy again at the end of its life; one at a time.
-class BrokenLibrary
+struct BrokenLibrary
 {
-public:
-    BrokenLibrary() = default;
-    ~BrokenLibrary();
-    BrokenLibrary(const BrokenLibrary &) = delete;
-    BrokenLibrary &operator=(const BrokenLibrary &) = delete;
+    ~BrokenLibrary() { devices = userArea = listHeld = 0; }
 
-    /// 0: the truth.
-    void countDevices(unsigned count);
-    void sizeUserArea(unsigned bytes);
-
-    /// The list of devices is not answered before it is let go.
-    void holdList(bool hold);
+    static inline std::atomic<unsigned> devices = 0;  ///< how many it counts; 0: the truth
+    static inline std::atomic<unsigned> userArea = 0; ///< its size in bytes; 0: the truth
+    static inline std::atomic<unsigned> listHeld = 0; ///< 1: the list is not answered
 };
 } // namespace test

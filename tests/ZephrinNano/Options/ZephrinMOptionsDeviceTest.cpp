@@ -74,14 +74,14 @@ TEST_F(OptionsDeviceTest, PageDoesNotWaitForAScan)
 {
     constexpr int kPatienceMs = 2000; // then the bus answers, and the page has waited for it
     test::BrokenLibrary library;
-    library.holdList(true);
+    library.listHeld = 1;
     auto *const finder = DiscoverZephrinNANO::instance();
     finder->scan();
-    std::thread bus([&] { finder->wait(kPatienceMs), library.holdList(false); });
+    std::thread bus([&] { finder->wait(kPatienceMs), library.listHeld = 0; });
     ZephrinMOptions early;
     EXPECT_TRUE(finder->isScanning());
     EXPECT_EQ(early.getCurrentDeviceID(), -1);
-    library.holdList(false);
+    library.listHeld = 0;
     bus.join();
     QCoreApplication::processEvents();
     EXPECT_EQ(early.getCurrentDeviceID(), 0);
@@ -93,23 +93,16 @@ TEST_F(OptionsDeviceTest, SerialIsStoredAndKeptWhileTheDeviceIsAway)
     QTemporaryDir folder;
     QSettings settings(folder.filePath("device.ini"), QSettings::IniFormat);
     const char *key = "ZephrinMOptions/Serial";
-    settings.setValue(key, QByteArray("ZN000001"));
-    page.readSettings(&settings);
-    settings.remove(key);
-    page.writeSettings(&settings);
-    EXPECT_EQ(settings.value(key).type(), QVariant::ByteArray);
-    EXPECT_EQ(settings.value(key).toByteArray(), kSerial);
-    scan();
-    EXPECT_EQ(page.getCurrentDeviceID(), 0);
-    page.writeSettings(&settings);
-    EXPECT_EQ(settings.value(key).toByteArray(), kSerial);
-
-    settings.setValue(key, QByteArray("ZN000009")); // away, while another receiver is there
-    page.readSettings(&settings);
-    scan();
-    EXPECT_EQ(chosen(), kSerial);
-    page.writeSettings(&settings);
-    EXPECT_EQ(settings.value(key).toByteArray(), "ZN000009");
+    for (const QByteArray serial : {"ZN000001", "ZN000009"}) { // the second is not there
+        settings.setValue(key, serial);
+        page.readSettings(&settings);
+        scan();
+        EXPECT_EQ(chosen(), kSerial);
+        settings.remove(key);
+        page.writeSettings(&settings);
+        EXPECT_EQ(settings.value(key).type(), QVariant::ByteArray);
+        EXPECT_EQ(settings.value(key).toByteArray(), serial);
+    }
 }
 
 // Two receivers, of which one scan brings only the other.

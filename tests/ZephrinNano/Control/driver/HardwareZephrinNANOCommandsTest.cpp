@@ -188,7 +188,7 @@ TEST_F(HardwareZephrinNANOTest, CalibrationPageNeedsAUserAreaThatMakesSense)
         {1024, 65537, false}, {1024, 0xffffffff, false}};
     for (const auto &[size, told, fits] : rows) {
         log.clear();
-        library.sizeUserArea(told);
+        library.userArea = told;
         std::vector<std::uint8_t> area(size), after(size);
         std::iota(area.begin(), area.end(), 1);
         ASSERT_EQ(vr_put_eeprom(area.data(), size), 0);
