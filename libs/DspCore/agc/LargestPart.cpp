@@ -3,34 +3,35 @@
 
 #include "processor/Clones.h"
 
-#include <array>
 #include <cmath>
 
 namespace DspCore
 {
-// The gain control scans its whole look-ahead for every block, however short, so the scan runs in
-// independent lanes: one running maximum alone is bound by the latency of the comparison.
-PROCESSOR_CLONES double largestPart(const COMPLEX *samples, std::size_t length)
+namespace
+{
+[[gnu::always_inline]] inline double larger(double value, double than)
+{
+    return value > than ? value : than;
+}
+} // namespace
+
+// In independent lanes: one running maximum alone is bound by the latency of the comparison.
+PROCESSOR_CLONES double largestOf(const double *values, std::size_t count)
 {
     constexpr std::size_t kLanes = 32;
-    const auto *parts = reinterpret_cast<const double *>(samples); // null for an empty block
-    const std::size_t count = 2 * length;
-
-    std::array<double, kLanes> largest{};
+    double largest[kLanes] = {};
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes) {
-        for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            const double value = std::fabs(parts[i + lane]);
-            largest[lane] = value > largest[lane] ? value : largest[lane];
-        }
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            largest[lane] = larger(std::fabs(values[i + lane]), largest[lane]);
     }
-    double result = 0.0;
-    for (; i < count; ++i) {
-        const double value = std::fabs(parts[i]);
-        result = value > result ? value : result;
+    for (; i < count; ++i)
+        largest[i % kLanes] = larger(std::fabs(values[i]), largest[i % kLanes]);
+#pragma GCC unroll 5
+    for (std::size_t half = kLanes / 2; half > 0; half /= 2) {
+        for (std::size_t lane = 0; lane < half; ++lane)
+            largest[lane] = larger(largest[lane + half], largest[lane]);
     }
-    for (const double value : largest)
-        result = value > result ? value : result;
-    return result;
+    return largest[0];
 }
 } // namespace DspCore

@@ -7,7 +7,12 @@
 
 namespace DspCore
 {
-/// Largest absolute value of any real or imaginary part, 0 for an empty block. Samples that are not
-/// numbers are passed over. Any thread.
-double largestPart(const COMPLEX *samples, std::size_t length);
+/// Largest absolute value, 0 for an empty array. What is not a number is passed over. Any thread.
+double largestOf(const double *values, std::size_t count);
+
+/// The same of any real or imaginary part of a block.
+inline double largestPart(const COMPLEX *samples, std::size_t length)
+{
+    return largestOf(reinterpret_cast<const double *>(samples), 2 * length);
+}
 } // namespace DspCore

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/agc/LargestPart.h"
+#include "DspCore/agc/RunMaxima.h"
 #include "DspCore/types.h"
 
 #include <algorithm>
@@ -51,6 +51,7 @@ public:
     void clear()
     {
         std::fill(mRing.begin(), mRing.end(), complex<T>{0, 0});
+        mMaxima.reset(mRing.size());
         mWrite = 0;
     }
 
@@ -133,7 +134,11 @@ private:
     }
 
     // Attack changes arrive inside the sample path, where nothing may be allocated.
-    void reserveRing() { mRing.reserve(ringLength(kLongestAttackMs)); }
+    void reserveRing()
+    {
+        mRing.reserve(ringLength(kLongestAttackMs));
+        mMaxima.reserve(ringLength(kLongestAttackMs));
+    }
 
     void applyFixedGain(complex<T> *buffer, unsigned int length)
     {
@@ -150,7 +155,7 @@ private:
     // keeps the gain down until the next block; loud ones coming in count from their own sample on.
     void follow(complex<T> *buffer, unsigned int length)
     {
-        const T ringPeak = DspCore::largestPart(mRing.data(), mRing.size());
+        const T ringPeak = mMaxima.largest();
         const auto size = static_cast<std::uint32_t>(mRing.size());
         const auto hangLimit = static_cast<std::uint32_t>(mHangSeconds * mSampleRate + T(size));
         complex<T> *const ring = mRing.data();
@@ -162,7 +167,7 @@ private:
             ring[write] = x;
             write = write + 1 < size ? write + 1 : 0;
 
-            const T peak = std::max({ringPeak, std::abs(x.re), std::abs(x.im)});
+            const T peak = std::max(std::max(ringPeak, std::abs(x.re)), std::abs(x.im));
             const T wanted = kTarget / peak; // infinite in silence; the maximum gain bounds it
             if (wanted != T(0)) {
                 if (wanted > gain) {
@@ -178,6 +183,7 @@ private:
             gain = std::clamp(gain, mMinimumGain, mMaximumGain);
             buffer[n] = {gain * ring[write].re, gain * ring[write].im};
         }
+        mMaxima.update(ring, size, mWrite, length);
         mGain = gain;
         mHangCounter = hang;
         mWrite = write;
@@ -206,5 +212,6 @@ private:
     std::uint32_t mWrite = 0;
     std::uint32_t mHangCounter = 0;
     std::vector<complex<T>> mRing;
+    DspCore::RunMaxima mMaxima; // of mRing
 };
 } // namespace Velmora::CppDsp

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/Signals.h"
 
+#include "DspCore/agc/LargestPart.h"
 #include "DspCore/agc/Vm_Agc.h"
 
 #include <gtest/gtest.h>
