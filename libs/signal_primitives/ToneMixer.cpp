@@ -11,15 +11,23 @@ namespace
 constexpr int kAnchorSpacing = 1024;
 
 PROCESSOR_CLONES
-void rotate(Ipp64fc *block, int length, Ipp64fc z, const double *wRe, const double *wIm)
+void rotate(const Ipp64fc *block, Ipp64fc *mixed, int length, Ipp64fc z, const double *wRe,
+    const double *wIm)
 {
 #pragma GCC ivdep
     for (int n = 0; n < length; ++n) {
         const double re = z.re * wRe[n] - z.im * wIm[n];
         const double im = z.re * wIm[n] + z.im * wRe[n];
         const Ipp64fc x = block[n];
-        block[n] = {x.re * re - x.im * im, x.re * im + x.im * re};
+        mixed[n] = {x.re * re - x.im * im, x.re * im + x.im * re};
     }
+}
+
+IppStatus checkTone(double frequency, double phase)
+{
+    if (!(frequency >= 0.0 && frequency <= 1.0))
+        return ippStsToneFreqErr;
+    return phase >= 0.0 && phase < kTwoPi ? ippStsNoErr : ippStsTonePhaseErr;
 }
 } // namespace
 
@@ -34,14 +42,13 @@ void ToneMixer::setFrequency(double frequency)
     }
 }
 
-IppStatus ToneMixer::mix(Ipp64fc *block, int length, double frequency, double *phase)
+IppStatus ToneMixer::mix(
+    const Ipp64fc *block, Ipp64fc *mixed, int length, double frequency, double *phase)
 {
-    if (const IppStatus bad = check(length, block, phase))
+    if (const IppStatus bad = check(length, block, mixed, phase))
         return bad;
-    if (!(frequency >= 0.0 && frequency <= 1.0))
-        return ippStsToneFreqErr;
-    if (!(*phase >= 0.0 && *phase < kTwoPi))
-        return ippStsTonePhaseErr;
+    if (const IppStatus bad = checkTone(frequency, *phase))
+        return bad;
 
     if (frequency != mFrequency)
         setFrequency(frequency);
@@ -53,8 +60,18 @@ IppStatus ToneMixer::mix(Ipp64fc *block, int length, double frequency, double *p
         } else {
             z = {z.re * mStep.re - z.im * mStep.im, z.re * mStep.im + z.im * mStep.re};
         }
-        rotate(block + n, std::min(length - n, kTable), z, mRe, mIm);
+        rotate(block + n, mixed + n, std::min(length - n, kTable), z, mRe, mIm);
     }
+    *phase = advanced(*phase, turns(frequency, length));
+    return ippStsNoErr;
+}
+
+IppStatus ToneMixer::skip(int length, double frequency, double *phase)
+{
+    if (const IppStatus bad = check(length, phase))
+        return bad;
+    if (const IppStatus bad = checkTone(frequency, *phase))
+        return bad;
     *phase = advanced(*phase, turns(frequency, length));
     return ippStsNoErr;
 }

@@ -17,9 +17,14 @@ namespace signal_primitives
 class ToneMixer
 {
 public:
-    /// Frequency 0..1 in cycles per sample; the phase in radians, 0..2 pi, runs on from block to
-    /// block as that of ippsTone_Direct_64fc does. The statuses are those of the two functions.
-    IppStatus mix(Ipp64fc *block, int length, double frequency, double *phase);
+    /// The two arrays may be one. Frequency 0..1 in cycles per sample; the phase in radians, 0..2
+    /// pi, runs on from block to block as that of ippsTone_Direct_64fc does. The statuses are those
+    /// of the two functions.
+    IppStatus mix(
+        const Ipp64fc *block, Ipp64fc *mixed, int length, double frequency, double *phase);
+
+    /// Turns the phase as a block would.
+    static IppStatus skip(int length, double frequency, double *phase);
 
 private:
     static constexpr int kTable = 64;

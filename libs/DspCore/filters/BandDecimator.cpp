@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/BandDecimator.h"
 
+#include <algorithm>
+
 namespace DspCore
 {
 void BandDecimator::init(double edge, int taps, int up, int down)
@@ -16,12 +18,18 @@ void BandDecimator::init(double edge, int taps, int up, int down)
     mResampler.init(up, down);
 }
 
-void BandDecimator::process(COMPLEX *in, int length, COMPLEX *out, int &outLength)
+void BandDecimator::process(int length, COMPLEX *out, int &outLength)
 {
     if (mAtOnce)
-        return mBoth.process(in, length, out, outLength);
-    mLimit.process(in, length);
-    mResampler.process(in, length, out, outLength);
+        return mBoth.process(length, out, outLength);
+    mLimit.process(mInput.data(), length);
+    mResampler.process(mInput.data(), length, out, outLength);
+}
+
+void BandDecimator::process(const COMPLEX *in, int length, COMPLEX *out, int &outLength)
+{
+    std::copy_n(in, length, room(length));
+    process(length, out, outLength);
 }
 
 void BandDecimator::clear()

@@ -5,6 +5,8 @@
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Resampler.h"
 
+#include <vector>
+
 namespace DspCore
 {
 /// Limits the band of a stream and brings it to another rate: FastFir followed by Resampler, or
@@ -16,9 +18,15 @@ public:
     /// with an empty history at phase 0. Allocates.
     void init(double edge, int taps, int up, int down);
 
-    /// Converts a block; input and output are at most SIGNAL_MAX_SIZE samples. The input is
-    /// overwritten. Any cut of a stream gives the same output. Allocates nothing.
-    void process(COMPLEX *in, int length, COMPLEX *out, int &outLength);
+    /// Where a block of up to SIGNAL_MAX_SIZE samples is to be put for process().
+    COMPLEX *room(int length) { return mAtOnce ? mBoth.room(length) : mInput.data(); }
+
+    /// Converts the block that stands in room() of its length or more; the output is at most
+    /// SIGNAL_MAX_SIZE samples. Any cut of a stream gives the same output. Allocates nothing.
+    void process(int length, COMPLEX *out, int &outLength);
+
+    /// The same for a block that stands elsewhere.
+    void process(const COMPLEX *in, int length, COMPLEX *out, int &outLength);
 
     /// Empties the history; the place in the stream stays.
     void clear();
@@ -28,5 +36,6 @@ private:
     DecimatingFir mBoth;
     FastFir mLimit;
     Resampler mResampler;
+    std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
 };
 } // namespace DspCore

@@ -4,6 +4,9 @@
 #include "processor/Clones.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
 
 namespace DspCore
 {
@@ -172,6 +175,8 @@ BiquadChain::BiquadChain()
 
 void BiquadChain::set(int section, const Biquad::Coefficients &c)
 {
+    mFlat[std::size_t(section)] = c.a1 == c.b1 && c.a2 == c.b2
+        && std::abs(c.a0 - 1.0) <= std::numeric_limits<double>::epsilon();
     const int lane = versionedLane(section);
     for (const int i : {lane, lane + 1}) {
         mLanes.a0[i] = c.a0;
@@ -192,6 +197,8 @@ void BiquadChain::clear()
 
 void BiquadChain::process(COMPLEX *buffer, int length)
 {
+    if (mFlat.all())
+        return;
     if (length >= kShortBlock)
         return versionedRun(mLanes, buffer, length);
     for (int section = 0; section < kSections; ++section)

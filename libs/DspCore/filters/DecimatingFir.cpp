@@ -20,7 +20,10 @@ constexpr int kLargestTransformed = 8; // from 16 on the sums over windows cost 
 // A window is a multiple of a cache line, and its room in front of the line one sample less, so
 // that at even decimations each window begins on a cache line.
 constexpr int kLineSamples = 4;
-constexpr int kLineLength = 2 * SIGNAL_MAX_SIZE;
+
+// The line begins anew from here on, which costs a copy of the history: small enough for the near
+// caches, and worth several blocks.
+constexpr int kLineEnd = 4096;
 
 int roundedUp(int length)
 {
@@ -80,7 +83,7 @@ void DecimatingFir::init(double edge, int taps, int up, int down)
         setUpTransform();
     // Room for what a transform wants to see in front of a block.
     mHistory = mTransforms ? kBlock + kLineSamples - 1 : mWindow - 1;
-    mLine.resize(std::size_t(mHistory + kLineLength));
+    mLine.resize(std::size_t(std::max(mHistory + SIGNAL_MAX_SIZE, kLineEnd)));
     clear();
 }
 
@@ -119,18 +122,30 @@ void DecimatingFir::clear()
     std::fill_n(mLine.begin(), mHistory, COMPLEX{0.0, 0.0});
 }
 
-void DecimatingFir::process(const COMPLEX *in, int length, COMPLEX *out, int &outLength)
+COMPLEX *DecimatingFir::room(int length)
 {
     assert(length <= SIGNAL_MAX_SIZE);
-    outLength = 0;
-    if (mUp == 0 || length < 1)
-        return;
-    if (mEnd + length > int(mLine.size())) {
+    if (mUp == 0)
+        return nullptr;
+    if (mEnd + length > kLineEnd && mEnd > mHistory) {
         std::copy(mLine.begin() + mEnd - mHistory, mLine.begin() + mEnd, mLine.begin());
         mEnd = mHistory;
     }
-    std::copy_n(in, length, mLine.begin() + mEnd);
+    return mLine.data() + mEnd;
+}
 
+void DecimatingFir::process(const COMPLEX *in, int length, COMPLEX *out, int &outLength)
+{
+    if (mUp > 0 && length > 0)
+        std::copy_n(in, length, room(length));
+    process(length, out, outLength);
+}
+
+void DecimatingFir::process(int length, COMPLEX *out, int &outLength)
+{
+    outLength = 0;
+    if (mUp == 0 || length < 1)
+        return;
     outLength = Resampler::outputsOf(length, mUp, mPhase, mDown);
     if (mTransforms && length == kBlock && mPhase == 0) {
         transformBlock(mLine.data() + mEnd, out);

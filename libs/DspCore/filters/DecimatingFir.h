@@ -39,8 +39,15 @@ public:
     /// phase 0. Allocates.
     void init(double edge, int taps, int up, int down);
 
-    /// Converts a block of up to SIGNAL_MAX_SIZE samples. Any cut of a stream gives the same
-    /// output. Allocates nothing.
+    /// Where a block of up to SIGNAL_MAX_SIZE samples is to be put for process(), null before
+    /// init().
+    COMPLEX *room(int length);
+
+    /// Converts the block that stands in room(length). Any cut of a stream gives the same output.
+    /// Allocates nothing.
+    void process(int length, COMPLEX *out, int &outLength);
+
+    /// The same for a block that stands elsewhere.
     void process(const COMPLEX *in, int length, COMPLEX *out, int &outLength);
 
     /// Zeroes the history; the place in the stream stays.

@@ -28,20 +28,27 @@ void DownConverter::setRit(double frequency)
     mRit = limited(-frequency);
 }
 
-void DownConverter::process(COMPLEX *buffer, int length)
+/// The tone generator takes 0..1.
+double DownConverter::toneFrequency() const
+{
+    const double frequency = limited(mOsc + mRit);
+    return frequency < 0.0 ? frequency + 1.0 : frequency;
+}
+
+void DownConverter::process(const COMPLEX *buffer, COMPLEX *mixed, int length)
 {
     if (buffer == nullptr || length < 1) {
         vm::log::warning(Q_FUNC_INFO, " (", buffer, ",", length, "): Incorrect input parameters!");
         return;
     }
     assert(length <= SIGNAL_MAX_SIZE);
-
-    // The tone generator takes 0..1.
-    double frequency = limited(mOsc + mRit);
-    if (frequency < 0.0)
-        frequency += 1.0;
-    mStatus = mMixer.mix(buffer, length, frequency, &mPhase);
+    mStatus = mMixer.mix(buffer, mixed, length, toneFrequency(), &mPhase);
     if (mStatus != ippStsNoErr)
         vm::log::warning(Q_FUNC_INFO, __LINE__, ": ", ippGetStatusString(mStatus));
+}
+
+void DownConverter::skip(int length)
+{
+    mStatus = mMixer.skip(length, toneFrequency(), &mPhase);
 }
 } // namespace DspCore

@@ -24,12 +24,19 @@ public:
 
     /// Mixes in place, length 1..SIGNAL_MAX_SIZE. A null buffer or a length below 1 is reported
     /// and left alone. Allocates nothing.
-    void process(COMPLEX *buffer, int length);
+    void process(COMPLEX *buffer, int length) { process(buffer, buffer, length); }
+
+    /// The same into another array.
+    void process(const COMPLEX *buffer, COMPLEX *mixed, int length);
+
+    /// Lets the tone run on over a block that nobody wants.
+    void skip(int length);
 
     /// Restarts the tone at phase 0; the frequencies stay.
     void reset() { mPhase = 0.0; }
 
 private:
+    double toneFrequency() const;
     static double signedFrequency(double stored) { return stored > 0.5 ? stored - 1.0 : stored; }
 
     double mOsc = 0.0;   // cycles per sample, negated: the sign the tone generator wants

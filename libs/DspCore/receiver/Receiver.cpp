@@ -32,13 +32,12 @@ void Receiver::process(COMPLEX *buffer, int len)
     const Modulation modulation = mSwitcher.modulation(); // of the whole block
     if (mSwitcher.takeClear())
         clearInFade();
-    for (ReceiverChannel &channel : mChannels)
-        channel.tune(buffer, len);
     if (modulation == Modulation::WFM) {
-        a().process(mWideFm);
+        a().process(buffer, len, mWideFm);
+        b().skip(len);
     } else {
         for (ReceiverChannel &channel : mChannels)
-            channel.process(modulation);
+            channel.process(buffer, len, modulation);
     }
     runTail();
 }

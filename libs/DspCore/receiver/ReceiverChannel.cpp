@@ -70,17 +70,10 @@ ReceiverChannel::ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac)
     mBinaural.setDelaySamples(std::size_t(mOutputRate / 100.0));
 }
 
-void ReceiverChannel::tune(const COMPLEX *block, int length)
+void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modulation)
 {
-    ippsCopy_64fc(block, mInput.data(), length);
-    mInputLength = length;
-    mLength = 0;
-    mOscillator.process(mInput.data(), length);
-}
-
-void ReceiverChannel::process(Modulation modulation)
-{
-    decimate();
+    mOscillator.process(block, mDecimator.room(length), length);
+    mDecimator.process(std::min(length, mLongestInput), mOutput.data(), mLength);
     if (mLength == 0)
         return; // a block of a few input samples may give none at the output rate
     shiftDigital(modulation);
@@ -98,17 +91,18 @@ void ReceiverChannel::process(Modulation modulation)
     finish(modulation);
 }
 
-void ReceiverChannel::process(WideFm &wide)
+void ReceiverChannel::process(const COMPLEX *block, int length, WideFm &wide)
 {
-    mLength = wide.process(mInput.data(), mInputLength, mMeter, mOutput.data());
+    mOscillator.process(block, mInput.data(), length);
+    mLength = wide.process(mInput.data(), length, mMeter, mOutput.data());
     if (mLength > 0)
         equalizer.process(mOutput.data(), unsigned(mLength));
 }
 
-void ReceiverChannel::decimate()
+void ReceiverChannel::skip(int length)
 {
-    const int length = std::min(mInputLength, mLongestInput);
-    mDecimator.process(mInput.data(), length, mOutput.data(), mLength);
+    mOscillator.skip(length);
+    mLength = 0;
 }
 
 void ReceiverChannel::shiftDigital(Modulation modulation)

@@ -31,8 +31,8 @@ class WideFm;
 
 /// The road of one tuned frequency, from a block of IQ samples to a block of audio.
 ///
-///     tune() ─ oscillator ─┬─ (wide FM) decoder ─ equalizer ─> audio()
-///                          └─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
+///     block ─ oscillator ─┬─ (wide FM) decoder ─ equalizer ─> audio()
+///                         └─ pre-filter ─ decimator ─ DIGL/DIGU mixer ─ band filter ─┐
 ///      ┌──────────────────────────────────────────────────────────────────────────────┘
 ///      └─ meter ─┬─ demodulator ─ peak filter (SSB, CW) ─ tone squelch (NFM) ─┐
 ///                │   ┌────────────────────────────────────────────────────────┘
@@ -54,16 +54,16 @@ public:
     /// out.
     ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac);
 
-    /// Takes a block of 1..SIGNAL_MAX_SIZE samples and moves the station to 0 Hz. There is no audio
-    /// until one of the two process() has made it.
-    void tune(const COMPLEX *block, int length);
-
-    /// Makes audio of the block in any mode but wide FM. If the rate goes up, the end of a block
-    /// whose audio would be longer than SIGNAL_MAX_SIZE is left out. Allocates nothing.
-    void process(Modulation modulation);
+    /// Makes audio of a block of 1..SIGNAL_MAX_SIZE samples in any mode but wide FM. If the rate
+    /// goes up, the end of a block whose audio would be longer than SIGNAL_MAX_SIZE is left out.
+    /// Allocates nothing.
+    void process(const COMPLEX *block, int length, Modulation modulation);
 
     /// The same in wide FM.
-    void process(WideFm &wide);
+    void process(const COMPLEX *block, int length, WideFm &wide);
+
+    /// Makes no audio of a block; the oscillator alone runs on.
+    void skip(int length);
 
     /// The audio of the present block, length() stereo pairs of SIGNAL_MAX_SIZE. What stands there
     /// from block to block stays until it is overwritten.
@@ -129,7 +129,6 @@ private:
     };
 
     // The steps of process(), in its order.
-    void decimate();
     void shiftDigital(Modulation modulation);
     void demodulate(Modulation modulation);
     void cleanUp();
@@ -164,8 +163,7 @@ private:
     double mLevel = -120.0; // dBm
 
     // Input rate.
-    std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
-    int mInputLength = 0;
+    std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE); // of wide FM
     DownConverter mOscillator;
     BandDecimator mDecimator;
 
