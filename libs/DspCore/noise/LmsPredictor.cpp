@@ -13,7 +13,6 @@ namespace
 constexpr double kPowerFloor = 1e-10; // protects the normalisation from silence
 constexpr int kLanes = 8;
 
-// Sums over one stretch of the line that does not wrap.
 struct Sums
 {
     double re = 0.0;
@@ -21,50 +20,65 @@ struct Sums
     double power = 0.0;
 };
 
-// The sums run in independent lanes, as the order of plain summation would forbid vectors.
-PROCESSOR_CLONES Sums predict(const double *lineRe, const double *lineIm, const double *weightsRe,
-    const double *weightsIm, int length)
+/// Sums of the pass, in independent lanes as the order of plain summation would forbid vectors.
+struct Lanes
 {
     double re[kLanes] = {};
     double im[kLanes] = {};
     double power[kLanes] = {};
-    int j = 0;
-    for (; j + kLanes <= length; j += kLanes) {
+
+    /// Eight weights; from `count` on they are none and meet zeros.
+    [[gnu::always_inline]] inline void add(const double *lineRe, const double *lineIm,
+        double *__restrict weightsRe, double *__restrict weightsIm, double keep, COMPLEX step,
+        int count)
+    {
         for (int lane = 0; lane < kLanes; ++lane) {
-            const double xr = lineRe[j + lane];
-            const double xi = lineIm[j + lane];
-            const double wr = weightsRe[j + lane];
-            const double wi = weightsIm[j + lane];
+            const bool counts = lane < count;
+            const double oldRe = counts ? lineRe[lane + 1] : 0.0;
+            const double oldIm = counts ? lineIm[lane + 1] : 0.0;
+            const double wr = keep * weightsRe[lane] + (oldRe * step.re - oldIm * step.im);
+            const double wi = keep * weightsIm[lane] + (oldRe * step.im + oldIm * step.re);
+            weightsRe[lane] = wr;
+            weightsIm[lane] = wi;
+            const double xr = counts ? lineRe[lane] : 0.0;
+            const double xi = counts ? lineIm[lane] : 0.0;
             re[lane] += wr * xr + wi * xi;
             im[lane] += wr * xi - wi * xr;
             power[lane] += xr * xr + xi * xi;
         }
     }
-    Sums sums;
-    for (; j < length; ++j) {
-        const double xr = lineRe[j];
-        const double xi = lineIm[j];
-        sums.re += weightsRe[j] * xr + weightsIm[j] * xi;
-        sums.im += weightsRe[j] * xi - weightsIm[j] * xr;
-        sums.power += xr * xr + xi * xi;
-    }
-    for (int lane = 0; lane < kLanes; ++lane) {
-        sums.re += re[lane];
-        sums.im += im[lane];
-        sums.power += power[lane];
-    }
-    return sums;
+};
+
+[[gnu::always_inline]] inline double total(const double (&x)[kLanes])
+{
+    return ((x[0] + x[4]) + (x[1] + x[5])) + ((x[2] + x[6]) + (x[3] + x[7]));
 }
 
-// w = keep w + x step, one stretch.
-PROCESSOR_CLONES void adapt(const double *__restrict lineRe, const double *__restrict lineIm,
-    double *__restrict weightsRe, double *__restrict weightsIm, int length, double keep,
-    COMPLEX step)
+// w = keep w + older x step, and the sums of conj(w) with the newer x, which stand one earlier.
+PROCESSOR_CLONES Sums pass(const double *lineRe, const double *lineIm, double *weightsRe,
+    double *weightsIm, int length, double keep, COMPLEX step)
 {
-    for (int j = 0; j < length; ++j) {
-        weightsRe[j] = keep * weightsRe[j] + (lineRe[j] * step.re - lineIm[j] * step.im);
-        weightsIm[j] = keep * weightsIm[j] + (lineRe[j] * step.im + lineIm[j] * step.re);
+    Lanes lanes;
+    int j = 0;
+    for (; j + kLanes <= length; j += kLanes)
+        lanes.add(lineRe + j, lineIm + j, weightsRe + j, weightsIm + j, keep, step, kLanes);
+    if (j < length)
+        lanes.add(lineRe + j, lineIm + j, weightsRe + j, weightsIm + j, keep, step, length - j);
+    return {total(lanes.re), total(lanes.im), total(lanes.power)};
+}
+
+PROCESSOR_CLONES double sumOfSquares(const double *values, int count)
+{
+    double lanes[kLanes] = {};
+    int i = 0;
+    for (; i + kLanes <= count; i += kLanes) {
+        for (int lane = 0; lane < kLanes; ++lane)
+            lanes[lane] += values[i + lane] * values[i + lane];
     }
+    double sum = total(lanes);
+    for (; i < count; ++i)
+        sum += values[i] * values[i];
+    return sum;
 }
 } // namespace
 
@@ -94,14 +108,12 @@ void LmsPredictor::clear()
 {
     for (std::vector<double> *array : {&mLineRe, &mLineIm, &mWeightsRe, &mWeightsIm})
         std::fill(array->begin(), array->end(), 0.0);
+    mStep = {0.0, 0.0};
 }
 
 double LmsPredictor::calcRms(const COMPLEX *buffer, int length)
 {
-    double sum = 0.0;
-    for (int n = 0; n < length; ++n)
-        sum += buffer[n].re * buffer[n].re + buffer[n].im * buffer[n].im;
-    return std::sqrt(sum);
+    return std::sqrt(sumOfSquares(reinterpret_cast<const double *>(buffer), 2 * length));
 }
 
 COMPLEX LmsPredictor::Cmul(COMPLEX a, COMPLEX b)
@@ -111,40 +123,29 @@ COMPLEX LmsPredictor::Cmul(COMPLEX a, COMPLEX b)
 
 COMPLEX LmsPredictor::step(COMPLEX x, double keep)
 {
-    mLineRe[static_cast<std::size_t>(mPosition)] = x.re;
-    mLineIm[static_cast<std::size_t>(mPosition)] = x.im;
-
     const int taps = std::min(mTaps, kMostTaps);
-    const int first = static_cast<int>(
-        (static_cast<unsigned>(mDelay) + static_cast<unsigned>(mPosition)) & unsigned{kMask});
-
-    // The line is a ring: the weights meet it in stretches that end where it wraps.
-    const auto overStretches = [&](auto &&work) {
-        for (int j = 0, k = first; j < taps; k = 0) {
-            const int length = std::min(taps - j, kLineSize - k);
-            work(j, k, length);
-            j += length;
-        }
+    const int delay = int(unsigned(mDelay) & unsigned{kMask});
+    const int first = (delay + mPosition) & kMask;
+    const auto runPass = [&] {
+        const Sums sums = pass(&mLineRe[std::size_t(first)], &mLineIm[std::size_t(first)],
+            mWeightsRe.data(), mWeightsIm.data(), taps, mKeep, mStep);
+        mKeep = 1.0;
+        mStep = {0.0, 0.0};
+        return sums;
     };
 
-    Sums sums;
-    overStretches([&](int j, int k, int length) {
-        const Sums part = predict(&mLineRe[static_cast<std::size_t>(k)],
-            &mLineIm[static_cast<std::size_t>(k)], &mWeightsRe[static_cast<std::size_t>(j)],
-            &mWeightsIm[static_cast<std::size_t>(j)], length);
-        sums.re += part.re;
-        sums.im += part.im;
-        sums.power += part.power;
-    });
+    // A long filter still has a weight on the sample that the new one takes the place of.
+    if (delay + taps >= kLineSize)
+        runPass();
+    for (int copy = 0; copy < kCopies; ++copy) {
+        mLineRe[std::size_t(mPosition + copy * kLineSize)] = x.re;
+        mLineIm[std::size_t(mPosition + copy * kLineSize)] = x.im;
+    }
+    const Sums sums = runPass();
 
     const double mu = mRate / (sums.power + kPowerFloor);
-    const COMPLEX step{mu * (x.re - sums.re), -mu * (x.im - sums.im)}; // mu conj(error)
-    overStretches([&](int j, int k, int length) {
-        adapt(&mLineRe[static_cast<std::size_t>(k)], &mLineIm[static_cast<std::size_t>(k)],
-            &mWeightsRe[static_cast<std::size_t>(j)], &mWeightsIm[static_cast<std::size_t>(j)],
-            length, keep, step);
-    });
-
+    mKeep = keep;
+    mStep = {mu * (x.re - sums.re), -mu * (x.im - sums.im)}; // mu conj(error)
     mPosition = (mPosition + kMask) & kMask;
     return {sums.re, sums.im};
 }
