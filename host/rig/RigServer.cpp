@@ -24,7 +24,7 @@ bool RigServer::open(quint16 port)
     close();
     if (m_server.listen(QHostAddress::LocalHost, port))
         return true;
-    m_error = QString("rig control cannot use port %1: %2").arg(port).arg(m_server.errorString());
+    m_error = tr("Rig control cannot use port %1: %2").arg(port).arg(m_server.errorString());
     return false;
 }
 
