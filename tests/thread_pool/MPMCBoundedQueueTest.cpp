@@ -2,12 +2,8 @@
 #include "thread_pool/MPMCBoundedQueue.h"
 #include "thread_pool/FixedFunction.h"
 
-#include <algorithm>
-#include <atomic>
 #include <gtest/gtest.h>
 #include <memory>
-#include <numeric>
-#include <thread>
 
 using tp::MPMCBoundedQueue;
 
@@ -55,45 +51,5 @@ TEST(MPMCBoundedQueueTest, ATakenTaskLeavesNothingInItsCell)
     tp::FixedFunction<void()> task;
     ASSERT_TRUE(queue.pop(task));
     EXPECT_EQ(objects, 1); // the one in task
-}
-
-TEST(MPMCBoundedQueueTest, ManyProducersAndConsumersPassEachTaskOnceAndInOrder)
-{
-    constexpr int kProducers = 3;
-    constexpr int kEach = 20000;
-    MPMCBoundedQueue<int> queue(64);
-    std::atomic<int> left = kProducers * kEach;
-    std::vector<int> taken[2];
-    std::vector<std::thread> threads;
-    for (int producer = 0; producer < kProducers; ++producer)
-        threads.emplace_back([&queue, producer] {
-            for (int item = producer * kEach; item < (producer + 1) * kEach; ++item)
-                while (!queue.push(int(item)))
-                    std::this_thread::yield();
-        });
-    for (auto &items : taken)
-        threads.emplace_back([&] {
-            for (int item = 0; left > 0;) {
-                if (!queue.pop(item)) {
-                    std::this_thread::yield();
-                    continue;
-                }
-                --left;
-                items.push_back(item);
-            }
-        });
-    for (auto &thread : threads)
-        thread.join();
-    std::vector<int> all;
-    for (auto &items : taken) {
-        std::stable_sort(items.begin(), items.end(),
-            [](int a, int b) { return a / kEach < b / kEach; }); // by producer
-        EXPECT_TRUE(std::is_sorted(items.begin(), items.end()));
-        all.insert(all.end(), items.begin(), items.end());
-    }
-    std::sort(all.begin(), all.end());
-    std::vector<int> each(std::size_t(kProducers * kEach));
-    std::iota(each.begin(), each.end(), 0);
-    EXPECT_TRUE(all == each);
 }
 } // namespace

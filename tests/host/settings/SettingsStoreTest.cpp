@@ -126,7 +126,7 @@ TEST_F(SettingsStoreTest, AFullDiskLeavesTheFileAsItWas)
 
 TEST_F(SettingsStoreTest, ProgramsAtOnceKeepEachOthersChanges)
 {
-    constexpr int kPrograms = 4, kSaves = 10;
+    constexpr int kPrograms = 3, kSaves = 4;
     for (int program = 0; program < kPrograms; ++program) {
         if (fork() != 0)
             continue;
