@@ -15,40 +15,37 @@ constexpr double kPcmRate = 48000.0;
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr std::size_t kBlock = 512;
 
-FmDecoder decoder(bool stereo = true)
+FmDecoder decoder(bool stereo = true, double tuningOffset = 0.0)
 {
-    return {kIfRate, 0.0, kPcmRate, stereo, 50.0, 100000.0, 75000.0, 15000.0, 1};
+    return {kIfRate, tuningOffset, kPcmRate, stereo, 50.0, 100000.0, 75000.0, 15000.0, 1};
 }
 
 // A broadcast signal at 75 kHz deviation: left and right tones without pre-emphasis, pilot 9 %.
-class Station
+struct Station
 {
-public:
     double leftHz = 1000.0;
     double rightHz = 0.0; // 0: silent
     double pilot = 0.09;
+    double offset = 0.0; // Hz, of the carrier
 
     IQSampleVector next()
     {
         IQSampleVector block(kBlock);
         for (auto &x : block) {
-            const double t = static_cast<double>(mSample++) / kIfRate;
-            const double left = leftHz > 0.0 ? std::sin(kTwoPi * leftHz * t) : 0.0;
-            const double right = rightHz > 0.0 ? std::sin(kTwoPi * rightHz * t) : 0.0;
-            const double pilotAngle = kTwoPi * 19000.0 * t;
-            const double multiplex = 0.45 * (left + right) / 2.0 * 2.0 * 0.5
-                + pilot * std::sin(pilotAngle)
-                + 0.45 * (left - right) * 0.5 * std::sin(2.0 * pilotAngle);
-            mPhase += kTwoPi * 75000.0 / kIfRate * multiplex;
-            x = {static_cast<float>(0.2 * std::cos(mPhase)),
-                static_cast<float>(0.2 * std::sin(mPhase))};
+            const double t = kTwoPi * static_cast<double>(sample++) / kIfRate;
+            const double left = std::sin(leftHz * t);
+            const double right = std::sin(rightHz * t);
+            const double multiplex = 0.225 * (left + right) + pilot * std::sin(19000.0 * t)
+                + 0.225 * (left - right) * std::sin(38000.0 * t);
+            phase += kTwoPi / kIfRate * (75000.0 * multiplex + offset);
+            x = {static_cast<float>(0.2 * std::cos(phase)),
+                static_cast<float>(0.2 * std::sin(phase))};
         }
         return block;
     }
 
-private:
-    long long mSample = 0;
-    double mPhase = 0.0;
+    long long sample = 0;
+    double phase = 0.0;
 };
 
 // Left and right of the last second out of three.
@@ -101,16 +98,19 @@ TEST(FmDecoderTest, WithoutPilotBothEarsAreAlike)
     EXPECT_GT(levelOf(audio, 1000.0, true), 0.1);
 }
 
-TEST(FmDecoderTest, WithStereoOffOneValueComesPerFrame)
+TEST(FmDecoderTest, WithStereoOffOneValueComesPerFrameAndTheOffsetIsTunedOut)
 {
+    constexpr double kTuningStep = 1500.0 / 75000.0; // half a step of the fine tuner
     Station station;
-    FmDecoder fm = decoder(false);
+    station.offset = 30000.0;
+    FmDecoder fm = decoder(false, station.offset);
     SampleVector audio;
-    for (int n = 0; n < 10; ++n) {
+    for (int n = 0; n < 200; ++n) {
         fm.process(station.next(), audio);
         EXPECT_EQ(audio.size(), kBlock / 4);
     }
     EXPECT_FALSE(fm.stereoDetected());
+    EXPECT_NEAR(fm.basebandMean(), 0.0, kTuningStep);
 }
 
 TEST(FmDecoderTest, DeemphasisFallsByTheTimeConstant)
