@@ -42,11 +42,8 @@ TEST(ArgumentsTest, Tone)
 {
     Ipp64fc sample{9.0, 9.0};
     const auto tone = [&](double magnitude, double frequency, double phase, int length = 1) {
-        const double before = phase;
-        const IppStatus status =
-            ippsTone_Direct_64fc(&sample, length, magnitude, frequency, &phase, ippAlgHintAccurate);
-        EXPECT_EQ(phase, before);
-        return status;
+        return ippsTone_Direct_64fc(
+            &sample, length, magnitude, frequency, &phase, ippAlgHintAccurate);
     };
     double phase = 0.0;
     expectAll({

@@ -3,13 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <complex>
 #include <limits>
 #include <memory>
 #include <numbers>
 #include <random>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -80,16 +83,13 @@ public:
         const std::size_t size = x.size();
         Signal result(size);
         for (std::size_t k = 0; k < size; ++k) {
-            long double re = 0;
-            long double im = 0;
+            std::complex<long double> sum;
             for (std::size_t n = 0; n < size; ++n) {
-                const long double angle = sign * 2
-                    * std::numbers::pi_v<long double> * static_cast<long double>(k * n % size)
-                    / static_cast<long double>(size);
-                re += x[n].re * std::cos(angle) - x[n].im * std::sin(angle);
-                im += x[n].re * std::sin(angle) + x[n].im * std::cos(angle);
+                const auto turns = static_cast<long double>(k * n % size) / (long double)(size);
+                sum += std::complex<long double>(x[n].re, x[n].im)
+                    * std::polar(1.0L, sign * 2 * std::numbers::pi_v<long double> * turns);
             }
-            result[k] = {Real(re * factor), Real(im * factor)};
+            result[k] = {Real(sum.real() * factor), Real(sum.imag() * factor)};
         }
         return result;
     }
@@ -116,90 +116,60 @@ TYPED_TEST_SUITE(FftTest, Precisions);
 TYPED_TEST(FftTest, BothDirectionsAreTheDefinitionUnderEachScaling)
 {
     using Test = FftTest<TypeParam>;
-    for (const int order : {0, 1, 2, 3, 5, 8}) {
+    for (const int order : {0, 1, 2, 3, 7}) {
         const auto input = Test::noise(order);
         const long double size = static_cast<long double>(input.size());
-        const auto sumForward = Test::transformed(input, -1, 1.0L);
-        const auto sumInverse = Test::transformed(input, 1, 1.0L);
-        struct Row
-        {
-            int flag;
-            long double forward, inverse;
-        } const rows[] = {
+        const std::tuple<int, long double, long double> rows[] = {
             {IPP_FFT_DIV_FWD_BY_N, 1 / size, 1},
             {IPP_FFT_DIV_INV_BY_N, 1, 1 / size},
             {IPP_FFT_DIV_BY_SQRTN, 1 / std::sqrt(size), 1 / std::sqrt(size)},
             {IPP_FFT_NODIV_BY_ANY, 1, 1},
         };
-        for (const Row &row : rows) {
-            const auto spec = Test::spec(order, row.flag);
+        for (const auto &[flag, forward, inverse] : rows) {
+            const auto spec = Test::spec(order, flag);
             auto work = Test::buffer(spec);
             auto data = input;
             ASSERT_EQ(TypeParam::forward(data.data(), spec.get(), work.data()), ippStsNoErr);
-            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, -1, row.forward)),
+            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, -1, forward)),
                 Test::kRoundOff)
-                << "forward, order " << order << ", flag " << row.flag;
+                << "forward, order " << order << ", flag " << flag;
             data = input;
             ASSERT_EQ(TypeParam::inverse(data.data(), spec.get(), work.data()), ippStsNoErr);
-            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, 1, row.inverse)),
+            EXPECT_LT(Test::relativeError(data.data(), Test::transformed(input, 1, inverse)),
                 Test::kRoundOff)
-                << "inverse, order " << order << ", flag " << row.flag;
+                << "inverse, order " << order << ", flag " << flag;
         }
     }
 }
 
-// Every order that the receiver may ask for, through all ways of planning. A tone on bin k of
-// amplitude 1 is a single 1 at k, and an impulse is flat.
-TYPED_TEST(FftTest, ToneImpulseAndRoundTripAtEveryOrder)
+// Every order that the receiver may ask for, through all ways of planning: an impulse in bin k is a
+// tone, forward is the way back, and neither the address nor a missing work buffer matters.
+TYPED_TEST(FftTest, ToneAndRoundTripAtEveryOrderAndAddress)
 {
     using Test = FftTest<TypeParam>;
-    for (int order = 4; order <= 17; ++order) {
+    using Complex = Velmora::complex<typename TypeParam::Real>;
+    for (int order = 3; order <= 17; ++order) {
         const auto spec = Test::spec(order);
         auto work = Test::buffer(spec);
+        work.resize(work.size() + 1);
         const std::size_t size = std::size_t(1) << order;
         const std::size_t bin = size / 3;
-
-        typename Test::Signal expected(size);
-        expected[bin] = {1, 0};
-        auto data = expected;
-        ASSERT_EQ(TypeParam::inverse(data.data(), spec.get(), work.data()), ippStsNoErr);
-        for (const std::size_t n : {std::size_t(1), size / 2 + 1, size - 1}) {
-            const double angle = 2 * std::numbers::pi * double(bin * n % size) / double(size);
-            EXPECT_NEAR(data[n].re, std::cos(angle), Test::kRoundOff) << order;
-            EXPECT_NEAR(data[n].im, std::sin(angle), Test::kRoundOff) << order;
-        }
-        ASSERT_EQ(TypeParam::forward(data.data(), spec.get(), work.data()), ippStsNoErr);
-        EXPECT_LT(Test::relativeError(data.data(), expected), Test::kRoundOff) << order;
-
-        const auto noise = Test::noise(order);
-        data = noise;
-        TypeParam::forward(data.data(), spec.get(), work.data());
-        TypeParam::inverse(data.data(), spec.get(), work.data());
-        EXPECT_LT(Test::relativeError(data.data(), noise), Test::kRoundOff) << order;
-    }
-}
-
-TYPED_TEST(FftTest, AnyAddressAndAMissingWorkBufferWillDo)
-{
-    using Test = FftTest<TypeParam>;
-    using Real = typename TypeParam::Real;
-    for (const int order : {3, 8, 12, 16}) {
-        const auto spec = Test::spec(order);
-        auto work = Test::buffer(spec);
         const auto input = Test::noise(order);
-        auto expected = input;
-        TypeParam::forward(expected.data(), spec.get(), work.data());
-
-        work.resize(work.size() + 1); // one byte off
-        std::vector<Real> reals(2 * input.size() + 4);
-        for (const std::size_t offset : {0, 1, 2, 3}) {
-            for (Ipp8u *buffer : {work.data() + 1, static_cast<Ipp8u *>(nullptr)}) {
-                auto *data = reinterpret_cast<Velmora::complex<Real> *>(reals.data() + offset);
-                std::copy(input.begin(), input.end(), data);
-                ASSERT_EQ(TypeParam::forward(data, spec.get(), buffer), ippStsNoErr);
-                EXPECT_LT(Test::relativeError(data, expected), Test::kRoundOff)
-                    << "order " << order << ", offset " << offset;
+        for (const std::size_t offset : {0, 1, 2, 3}) { // reals, and one byte
+            std::vector<typename TypeParam::Real> reals(2 * size + 4);
+            auto *data = reinterpret_cast<Complex *>(reals.data() + offset);
+            Ipp8u *buffer = offset == 0 ? work.data() : offset == 1 ? work.data() + 1 : nullptr;
+            data[bin] = {1, 0};
+            ASSERT_EQ(TypeParam::inverse(data, spec.get(), buffer), ippStsNoErr);
+            for (const std::size_t n : {std::size_t(1), size / 2 + 1, size - 1}) {
+                const double angle = 2 * std::numbers::pi * double(bin * n % size) / double(size);
+                EXPECT_NEAR(data[n].re, std::cos(angle), Test::kRoundOff) << order;
+                EXPECT_NEAR(data[n].im, std::sin(angle), Test::kRoundOff) << order;
             }
+            std::copy(input.begin(), input.end(), data);
+            TypeParam::inverse(data, spec.get(), buffer);
+            ASSERT_EQ(TypeParam::forward(data, spec.get(), buffer), ippStsNoErr);
+            EXPECT_LT(Test::relativeError(data, input), Test::kRoundOff) << order;
         }
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "signal_primitives/ipps.h"
+#include "support/Signals.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include <memory>
 #include <numbers>
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -47,36 +49,32 @@ double chebyshevPolynomial(int order, double x)
 // Chebyshev polynomial.
 TEST(IirDesignTest, ResponseIsTheClosedFormAtAnyFrequency)
 {
-    struct Row
-    {
-        int order;
-        double cutOff;
-        double tolerance; // taps of a high order and a low cut-off are ill-conditioned
-    } const rows[] = {{1, 1e-6, 1e-9}, {1, 0.499999, 1e-9}, {2, 0.25, 1e-12}, {5, 0.1, 1e-9},
-        {10, 0.1, 1e-6}, {12, 0.25, 1e-9}};
     constexpr double kRippleDb = 0.5;
-    const double rippleFactor = std::pow(10.0, kRippleDb / 10.0) - 1.0;
-    for (const Row &row : rows) {
+    const auto expectClosedForm = [](const auto &row, bool high, bool chebyshev) {
+        const auto [order, cutOff, tolerance] = row;
+        std::vector<double> taps(2 * (static_cast<std::size_t>(order) + 1));
+        const auto design = high ? ippsIIRGenHighpass_64f : ippsIIRGenLowpass_64f;
+        ASSERT_EQ(design(cutOff, chebyshev ? kRippleDb : 0.0, order, taps.data(),
+                      chebyshev ? ippChebyshev1 : ippButterworth),
+            ippStsNoErr);
+        EXPECT_EQ(taps[static_cast<std::size_t>(order) + 1], 1.0);
+        for (const double f : {0.5 * cutOff, cutOff, 0.1, 0.24, 0.4}) {
+            double x = std::tan(std::numbers::pi * f) / std::tan(std::numbers::pi * cutOff);
+            x = high ? 1.0 / x : x;
+            const double squared = chebyshev ? (std::pow(10.0, kRippleDb / 10.0) - 1.0)
+                    * std::pow(chebyshevPolynomial(order, x), 2)
+                                             : std::pow(x, 2 * order);
+            EXPECT_NEAR(powerGain(taps, f), 1.0 / (1.0 + squared), tolerance)
+                << "order " << order << ", cut-off " << cutOff << ", at " << f;
+        }
+    };
+    // Order, cut-off, tolerance: taps of a high order and a low cut-off are ill-conditioned.
+    const std::tuple<int, double, double> rows[] = {{1, 1e-6, 1e-9}, {1, 0.499999, 1e-9},
+        {2, 0.25, 1e-12}, {5, 0.1, 1e-9}, {10, 0.1, 1e-6}, {12, 0.25, 1e-9}};
+    for (const auto &row : rows) {
         for (const bool high : {false, true}) {
-            for (const IppsIIRFilterType type : {ippButterworth, ippChebyshev1}) {
-                std::vector<double> taps(2 * (static_cast<std::size_t>(row.order) + 1));
-                const auto design = high ? ippsIIRGenHighpass_64f : ippsIIRGenLowpass_64f;
-                const double ripple = type == ippButterworth ? 0.0 : kRippleDb;
-                ASSERT_EQ(design(row.cutOff, ripple, row.order, taps.data(), type), ippStsNoErr);
-                EXPECT_EQ(taps[static_cast<std::size_t>(row.order) + 1], 1.0);
-                for (const double f : {0.5 * row.cutOff, row.cutOff, 0.1, 0.24, 0.4}) {
-                    double x =
-                        std::tan(std::numbers::pi * f) / std::tan(std::numbers::pi * row.cutOff);
-                    x = high ? 1.0 / x : x;
-                    const double expected = type == ippButterworth
-                        ? 1.0 / (1.0 + std::pow(x, 2 * row.order))
-                        : 1.0
-                            / (1.0 + rippleFactor * std::pow(chebyshevPolynomial(row.order, x), 2));
-                    EXPECT_NEAR(powerGain(taps, f), expected, row.tolerance)
-                        << "order " << row.order << ", cut-off " << row.cutOff << ", high " << high
-                        << ", type " << type << ", at " << f;
-                }
-            }
+            expectClosedForm(row, high, false);
+            expectClosedForm(row, high, true);
         }
     }
 }
@@ -95,14 +93,6 @@ std::vector<double> filtered(const std::vector<double> &taps, const std::vector<
         y[n] = sum / taps[order + 1];
     }
     return {y.begin(), y.end()};
-}
-
-double maxError(const std::vector<double> &a, const std::vector<double> &b)
-{
-    double worst = 0.0;
-    for (std::size_t n = 0; n < a.size(); ++n)
-        worst = std::abs(a[n] - b[n]) <= worst ? worst : std::abs(a[n] - b[n]);
-    return worst;
 }
 
 TEST(IirTest, FollowsTheDifferenceEquationAtAnyOrderAndCut)
@@ -131,7 +121,7 @@ TEST(IirTest, FollowsTheDifferenceEquationAtAnyOrderAndCut)
             ASSERT_EQ(ippsIIR_64f_I(data.data() + done, length, state.get()), ippStsNoErr);
             done += length;
         }
-        EXPECT_LT(maxError(data, expected), kRoundOff) << "order " << order;
+        EXPECT_LT(test::maxError(data, expected), kRoundOff) << "order " << order;
     }
 }
 
@@ -157,7 +147,7 @@ TEST(IirTest, StartsFromTheGivenDelays)
         delays.assign(size, 1e9); // a copy was taken
         std::vector<double> data(100);
         ASSERT_EQ(ippsIIR_64f_I(data.data(), 100, state.get()), ippStsNoErr);
-        EXPECT_LT(maxError(data, expected), kRoundOff) << order;
+        EXPECT_LT(test::maxError(data, expected), kRoundOff) << order;
     }
 }
 } // namespace

@@ -133,45 +133,43 @@ TEST(VectorTest, SumsAndProductsAreThoseOfTheElements)
         product);
 }
 
+template <typename T, IppStatus (*operation)(T, T *, int)>
+void expectConstant(const char *name, T constant, Wide (*expected)(Wide, Wide))
+{
+    static T value;
+    value = constant;
+    expectDefinition<T, T>(
+        name, [](const T *, T *b, int n) { return operation(value, b, n); }, expected);
+}
+
 TEST(VectorTest, ConstantsReachEveryElement)
 {
-    expectDefinition<F, F>(
-        "AddC_32f_I", [](const F *, F *b, int n) { return ippsAddC_32f_I(0.75f, b, n); },
-        [](Wide, Wide b) { return b + 0.75L; });
-    expectDefinition<F, F>(
-        "MulC_32f_I", [](const F *, F *b, int n) { return ippsMulC_32f_I(-1.75f, b, n); },
-        [](Wide, Wide b) { return b * -1.75L; });
-    expectDefinition<D, D>(
-        "MulC_64f_I", [](const D *, D *b, int n) { return ippsMulC_64f_I(-1.75, b, n); },
-        [](Wide, Wide b) { return b * -1.75L; });
-    expectDefinition<FC, FC>(
-        "MulC_32fc_I",
-        [](const FC *, FC *b, int n) {
-            return ippsMulC_32fc_I({0.5f, -1.5f}, b, n);
-        },
-        [](Wide, Wide b) { return b * Wide(0.5L, -1.5L); });
-    expectDefinition<DC, DC>(
-        "MulC_64fc_I",
-        [](const DC *, DC *b, int n) {
-            return ippsMulC_64fc_I({0.5, -1.5}, b, n);
-        },
-        [](Wide, Wide b) { return b * Wide(0.5L, -1.5L); });
-    expectDefinition<F, F>(
-        "Set_32f", [](const F *, F *b, int n) { return ippsSet_32f(0.75f, b, n); },
-        [](Wide, Wide) { return Wide(0.75L); });
-    expectDefinition<D, D>(
-        "Set_64f", [](const D *, D *b, int n) { return ippsSet_64f(0.75, b, n); },
-        [](Wide, Wide) { return Wide(0.75L); });
+    const auto scaled = [](Wide, Wide b) { return b * -1.75L; };
+    const auto turned = [](Wide, Wide b) { return b * Wide(0.5L, -1.5L); };
+    const auto shifted = [](Wide, Wide b) { return b + 0.75L; };
+    const auto set = [](Wide, Wide) { return Wide(0.75L); };
+    expectConstant<F, ippsAddC_32f_I>("AddC_32f_I", 0.75f, shifted);
+    expectConstant<F, ippsMulC_32f_I>("MulC_32f_I", -1.75f, scaled);
+    expectConstant<D, ippsMulC_64f_I>("MulC_64f_I", -1.75, scaled);
+    expectConstant<FC, ippsMulC_32fc_I>("MulC_32fc_I", {0.5f, -1.5f}, turned);
+    expectConstant<DC, ippsMulC_64fc_I>("MulC_64fc_I", {0.5, -1.5}, turned);
+    expectConstant<F, ippsSet_32f>("Set_32f", 0.75f, set);
+    expectConstant<D, ippsSet_64f>("Set_64f", 0.75, set);
+}
+
+/// An operation on one array alone.
+template <typename T, IppStatus (*operation)(T *, int)>
+void expectInPlace(const char *name, Wide (*expected)(Wide, Wide))
+{
+    expectDefinition<T, T>(
+        name, [](const T *, T *b, int n) { return operation(b, n); }, expected);
 }
 
 TEST(VectorTest, SquaresAndRoots)
 {
-    expectDefinition<D, D>(
-        "Sqr_64f_I", [](const D *, D *b, int n) { return ippsSqr_64f_I(b, n); },
-        [](Wide, Wide b) { return b * b; });
-    expectDefinition<F, F>( // half of the elements are negative and have no root
-        "Sqrt_32f_I", [](const F *, F *b, int n) { return ippsSqrt_32f_I(b, n); },
-        [](Wide, Wide b) { return Wide(std::sqrt(b.real())); });
+    expectInPlace<D, ippsSqr_64f_I>("Sqr_64f_I", [](Wide, Wide b) { return b * b; });
+    expectInPlace<F, ippsSqrt_32f_I>( // half of the elements are negative and have no root
+        "Sqrt_32f_I", [](Wide, Wide b) { return Wide(std::sqrt(b.real())); });
     expectDefinition<DC, D>("Magnitude_64fc", ippsMagnitude_64fc,
         [](Wide a, Wide) { return Wide(std::hypot(a.real(), a.imag())); });
     expectDefinition<FC, F>("PowerSpectr_32fc", ippsPowerSpectr_32fc, power);
@@ -186,14 +184,10 @@ TEST(VectorTest, CopiesAndZeros)
     expectDefinition<DC, DC>("Copy_64fc", ippsCopy_64fc, source);
     expectDefinition<DC, DC>("Move_64fc", ippsMove_64fc, source);
     expectDefinition<D, F>("Convert_64f32f", ippsConvert_64f32f, source);
-    expectDefinition<F, F>(
-        "Zero_32f", [](const F *, F *b, int n) { return ippsZero_32f(b, n); }, zero);
-    expectDefinition<FC, FC>(
-        "Zero_32fc", [](const FC *, FC *b, int n) { return ippsZero_32fc(b, n); }, zero);
-    expectDefinition<D, D>(
-        "Zero_64f", [](const D *, D *b, int n) { return ippsZero_64f(b, n); }, zero);
-    expectDefinition<DC, DC>(
-        "Zero_64fc", [](const DC *, DC *b, int n) { return ippsZero_64fc(b, n); }, zero);
+    expectInPlace<F, ippsZero_32f>("Zero_32f", zero);
+    expectInPlace<FC, ippsZero_32fc>("Zero_32fc", zero);
+    expectInPlace<D, ippsZero_64f>("Zero_64f", zero);
+    expectInPlace<DC, ippsZero_64fc>("Zero_64fc", zero);
 }
 
 TEST(VectorTest, MoveSurvivesAnOverlapEitherWay)

@@ -9,7 +9,7 @@ using DspCore::SpectrumInterpolator;
 
 namespace
 {
-constexpr double kSingleRoundOff = 3e-5; // of values up to 100
+constexpr double kSinglePrecision = 3e-5; // of values up to 100
 
 std::vector<float> noisyLine(int size)
 {
@@ -30,7 +30,7 @@ TEST(SpectrumInterpolatorTest, StretchesAndShrinksAlongTheCubicsOfTheLine)
         std::vector<float> out(std::size_t(to), 0.0f);
         interpolator.process(in.data(), unsigned(from), out.data(), unsigned(to));
         const std::vector<double> actual(out.begin(), out.end());
-        EXPECT_LT(test::maxError(actual, expected), kSingleRoundOff) << from << " to " << to;
+        EXPECT_LT(test::maxError(actual, expected), kSinglePrecision) << from << " to " << to;
     }
 }
 
@@ -40,7 +40,7 @@ TEST(SpectrumInterpolatorTest, MiddleOfALineIsStretchedOverTheLineItself)
     const std::vector<float> middle(line.begin() + 53, line.begin() + 53 + 917);
     const std::vector<double> expected = test::stretched(middle, 1024);
     SpectrumInterpolator().process(line.data() + 53, 917, line.data(), 1024);
-    EXPECT_LT(test::maxError({line.begin(), line.end()}, expected), kSingleRoundOff);
+    EXPECT_LT(test::maxError({line.begin(), line.end()}, expected), kSinglePrecision);
 }
 
 TEST(SpectrumInterpolatorTest, DoubleLinesGoTheSameWay)
@@ -58,16 +58,11 @@ TEST(SpectrumInterpolatorTest, DoubleLinesGoTheSameWay)
 
 TEST(SpectrumInterpolatorTest, EqualCountsCopyAndNoInputLeavesTheOutput)
 {
-    SpectrumInterpolator interpolator;
     std::vector<float> in = noisyLine(100);
-    const std::vector<float> before = in;
     std::vector<float> out(100, 7.0f);
-    interpolator.process(in.data(), 0, out.data(), 100);
-    interpolator.process(in.data(), 0, out.data(), 0);
+    SpectrumInterpolator().process(in.data(), 0, out.data(), 100);
     EXPECT_EQ(out, std::vector<float>(100, 7.0f));
-    interpolator.process(in.data(), 100, out.data(), 100);
-    EXPECT_EQ(out, before);
-    interpolator.process(in.data(), 100, in.data(), 100);
-    EXPECT_EQ(in, before);
+    SpectrumInterpolator().process(in.data(), 100, out.data(), 100);
+    EXPECT_EQ(out, noisyLine(100));
 }
 } // namespace

@@ -5,9 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 
-#include <bit>
 #include <chrono>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
@@ -184,58 +182,5 @@ TEST(SpectrumThreadsTest, FramesAtTheSameTimeDoNotMix)
         });
     for (int n = 0; n < kFramesEach; ++n)
         ASSERT_EQ(test::read(spectrum).spectrum, alone.spectrum);
-}
-
-// The frame lock is not fair: threads that never rest would starve the others.
-constexpr auto kBreath = 100us;
-
-TEST(SpectrumThreadsTest, SettersAndReadersMayMeetFramesAndBlocks)
-{
-    tp::ThreadPool pool({.workerCount = 2, .queueSize = 64});
-    Spectrum spectrum(pool, 0, nullptr);
-    spectrum.setUpdateInterval(10);
-    spectrum.open();
-
-    std::atomic<bool> stop = false;
-    std::jthread engine([&] {
-        auto block = test::noise(4096, /*seed*/ 1);
-        while (!stop) {
-            spectrum.append(block.data(), int(block.size()));
-            std::this_thread::sleep_for(kBreath);
-        }
-    });
-    std::jthread maker([&] {
-        while (!stop) {
-            spectrum.makeFrame();
-            std::this_thread::sleep_for(kBreath);
-        }
-    });
-    std::jthread reader([&] {
-        while (!stop) {
-            std::this_thread::sleep_for(kBreath);
-            const test::Lines lines = test::read(spectrum);
-            EXPECT_TRUE(std::has_single_bit(lines.spectrum.size()));
-            EXPECT_EQ(lines.spectrum.size(), lines.waterfall.size());
-            for (const float db : lines.spectrum)
-                ASSERT_TRUE(std::isfinite(db));
-        }
-    });
-    for (int n = 0; n < 150; ++n) {
-        spectrum.setSize(256 << n % 6);
-        spectrum.setAveraging(n % 32);
-        spectrum.setAveragingType(n % 3);
-        spectrum.setRemoveSide(n % 2 != 0);
-        spectrum.setWaterfallAveraging(n % 4 < 2);
-        spectrum.removeEdges(n * 10.0, 48000.0);
-        spectrum.setUpdateInterval(n);
-        if (n % 8 == 0)
-            spectrum.clear();
-        if (n % 16 == 0) {
-            spectrum.close();
-            spectrum.open();
-        }
-        std::this_thread::sleep_for(1ms);
-    }
-    stop = true;
 }
 } // namespace
