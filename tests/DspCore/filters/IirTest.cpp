@@ -23,9 +23,8 @@ TEST(IirTest, GainIsButterworths)
 {
     constexpr double kRoundOff = 1e-8; // ten poles, tones of 4096 samples
     for (const Type type : {Type::LowPass, Type::HighPass, static_cast<Type>(5)}) {
-        for (const auto &[fc, order, used] :
-            {std::tuple{0.1, 1, 1}, {0.1, 5, 5}, {0.2, 99, 10}, {0.2, -3, 1}}) {
-            for (const double f : {0.05, 0.1, -0.2, 0.4}) {
+        for (const auto &[fc, order, used] : {std::tuple{0.1, 5, 5}, {0.2, 99, 10}, {0.2, -3, 1}}) {
+            for (const double f : {0.05, -0.2, 0.4}) {
                 Iir filter;
                 ASSERT_TRUE(filter.init(fc, order, type));
                 auto block = test::tone(4096, f);

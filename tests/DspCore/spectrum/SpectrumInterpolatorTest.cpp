@@ -34,15 +34,6 @@ TEST(SpectrumInterpolatorTest, StretchesAndShrinksAlongTheCubicsOfTheLine)
     }
 }
 
-TEST(SpectrumInterpolatorTest, MiddleOfALineIsStretchedOverTheLineItself)
-{
-    std::vector<float> line = noisyLine(1024);
-    const std::vector<float> middle(line.begin() + 53, line.begin() + 53 + 917);
-    const std::vector<double> expected = test::stretched(middle, 1024);
-    SpectrumInterpolator().process(line.data() + 53, 917, line.data(), 1024);
-    EXPECT_LT(test::maxError({line.begin(), line.end()}, expected), kSinglePrecision);
-}
-
 TEST(SpectrumInterpolatorTest, DoubleLinesGoTheSameWay)
 {
     constexpr double kRampRoundOff = 1e-4; // single precision of values up to 917
