@@ -289,14 +289,13 @@ TEST(ReceiverTest, ClearLeavesNothingOfTheSignal)
 
 TEST(ReceiverTest, LevelsStandAtTheirFloorBeforeAnythingIsMeasured)
 {
-    Receiver receiver;
-    double first = 0.0;
-    double second = 0.0;
-    receiver.getAdc(9, first, second);
-    EXPECT_EQ(first + second, -240.0);
-    receiver.getDbm(9, first, second);
-    EXPECT_EQ(first + second, -240.0);
-    EXPECT_EQ(receiver.signalLevel(DspCore::Channel::B), -120.0);
+    const Receiver receiver;
+    double levels[4];
+    receiver.getAdc(9, levels[0], levels[1]);
+    receiver.getDbm(9, levels[2], levels[3]);
+    for (const double level : levels)
+        EXPECT_EQ(level, receiver.signalLevel(DspCore::Channel::B));
+    EXPECT_EQ(levels[0], -120.0);
 }
 
 TEST(ReceiverDeathTest, ABlockAboveTheLimitStopsTheProgram)
