@@ -15,6 +15,8 @@ namespace vm::containers
 ///
 /// A block that does not fit is refused and nothing is overwritten; a read that asks for more than
 /// is stored is refused too. Any capacity is allowed, the indices wrap by one modulo per call.
+/// A ring that has been read empty begins anew at its start: as long as the reader keeps up, a few
+/// blocks of storage are in use and stay in the cache, however large the ring.
 /// Every operation is one short critical section under Lock, so any thread may call any of them.
 /// Only resize() allocates. A fresh ring has capacity 0 and refuses everything.
 template <typename T, typename Lock = vm::thread::spinlock>
@@ -43,7 +45,11 @@ public:
     bool read(gsl::span<T> block)
     {
         const std::lock_guard<Lock> guard(m_lock);
-        return core().take(m_storage.data(), block.data(), block.size());
+        if (!core().take(m_storage.data(), block.data(), block.size()))
+            return false;
+        if (m_stored == 0)
+            m_read = m_write = 0;
+        return true;
     }
 
     /// Drops what is stored; the capacity stays.
