@@ -44,7 +44,16 @@ void RxMeter::process(const COMPLEX *buffer, int length)
     const COMPLEX sum = sumOfSquares(buffer, length);
     const double level = 10.0 * std::log10((sum.re + sum.im) / length) + kCalibrationDb;
     mDbm = 0.95 * mDbm + 0.05 * level;
-    mAdcRe = 10.0 * std::log10(sum.re / length);
-    mAdcIm = 10.0 * std::log10(sum.im / length);
+    mPower = {sum.re / length, sum.im / length};
+}
+
+double RxMeter::adcRe() const
+{
+    return 10.0 * std::log10(mPower.re);
+}
+
+double RxMeter::adcIm() const
+{
+    return 10.0 * std::log10(mPower.im);
 }
 } // namespace DspCore
