@@ -48,11 +48,11 @@ public:
     /// Converts every frame between neighbouring headers into iq, which takes exactly those samples
     /// (it keeps its capacity and is not cleared first: all of it is overwritten). Returns the
     /// largest peak word of the frames kept, as unsigned 16 bits, 0 without any. Distances that are
-    /// no frame go to skipped(size_t).
+    /// no frame go to skipped(size_t). Every sample is multiplied by the gain.
     template <typename Skipped>
     static std::uint16_t decode(const std::vector<int8_t> &block,
         const std::vector<std::size_t> &headers, std::size_t format, std::vector<COMPLEX> &iq,
-        Skipped skipped);
+        Skipped skipped, double gain = 1.0);
 
     /// Moves the bytes from the last header on to the front of the block and returns their number.
     /// Without a header there is no tail: 0, the whole block is given up.
@@ -60,14 +60,14 @@ public:
         std::vector<int8_t> &block, const std::vector<std::size_t> &headers);
 
 private:
-    static void convert(
-        const std::uint8_t *bytes, std::size_t samples, std::size_t format, COMPLEX *out);
+    static void convert(const std::uint8_t *bytes, std::size_t samples, std::size_t format,
+        COMPLEX *out, double gain);
 };
 
 template <typename Skipped>
 std::uint16_t FrameParser::decode(const std::vector<int8_t> &block,
     const std::vector<std::size_t> &headers, std::size_t format, std::vector<COMPLEX> &iq,
-    Skipped skipped)
+    Skipped skipped, double gain)
 {
     std::size_t total = 0;
     for (std::size_t i = 1; i < headers.size(); ++i)
@@ -85,7 +85,7 @@ std::uint16_t FrameParser::decode(const std::vector<int8_t> &block,
         }
         const auto *frame = reinterpret_cast<const std::uint8_t *>(block.data()) + headers[i - 1];
         const std::size_t shift = distance > kFrameBytes ? 1 : 0;
-        convert(frame + shift + kSamplesOffset, samples, format, out);
+        convert(frame + shift + kSamplesOffset, samples, format, out, gain);
         out += samples;
 
         const auto word = std::uint16_t(frame[kPeakOffset] | frame[kPeakOffset + 1] << 8);

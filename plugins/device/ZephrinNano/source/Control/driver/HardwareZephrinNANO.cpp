@@ -4,7 +4,6 @@
 #include "Control/AutoPreamp.h"
 #include "Control/driver/FrameParser.h"
 #include "Dsp/ZephrinMDSP.h"
-#include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
 #include <QCoreApplication>
@@ -383,15 +382,13 @@ std::vector<std::size_t> HardwareZephrinNANO::findHeaders(const std::vector<int8
 std::size_t HardwareZephrinNANO::extractIQ(
     std::vector<int8_t> &block, const std::vector<std::size_t> &headers)
 {
-    const auto peak =
-        FrameParser::decode(block, headers, m_sampleFormat, m_iq, [](std::size_t distance) {
-            debug("std::size_t HardwareZephrinNANO::extractIQ(std::vector<int8_t> &, "
-                  "const std::vector<std::size_t> &)",
-                __LINE__, ", failed to read block, size:", distance);
-        });
-
-    const double gain = m_preampCoeff;
-    ippsMulC_64f_I(gain, reinterpret_cast<double *>(m_iq.data()), int(2 * m_iq.size()));
+    const auto logSkipped = [](std::size_t distance) {
+        debug("std::size_t HardwareZephrinNANO::extractIQ(std::vector<int8_t> &, "
+              "const std::vector<std::size_t> &)",
+            __LINE__, ", failed to read block, size:", distance);
+    };
+    const double gain = m_preampCoeff; // one for the block
+    const auto peak = FrameParser::decode(block, headers, m_sampleFormat, m_iq, logSkipped, gain);
     m_dsp->processIQ(gsl::span<COMPLEX>(m_iq));
 
     const std::size_t tail = FrameParser::keepTail(block, headers);

@@ -8,7 +8,9 @@
 ///
 /// A component is set into the upper bytes of a signed 32-bit integer, the bytes below stay zero,
 /// and the integer times the scale is the value: the largest positive code gives exactly 1.0. The
-/// integer is exact in a double, so every form of the conversion gives the same bits.
+/// integer is exact in a double, so every form of the conversion gives the same bits. The value is
+/// then multiplied by a gain, here and not in a pass of its own, as what leaves the cache has to
+/// come back.
 ///
 /// Pure functions, any thread, no allocation.
 class SampleConverter
@@ -20,11 +22,14 @@ public:
     static constexpr std::size_t kBytes16 = 2;
 
     /// Reads 3 * count bytes and writes count doubles, by the fastest form that the CPU has.
-    static void from24(const std::uint8_t *bytes, std::size_t count, double *out);
+    static void from24(
+        const std::uint8_t *bytes, std::size_t count, double *out, double gain = 1.0);
 
     /// The same, one component at a time: the fallback, and the yardstick of the fast form.
-    static void from24Plain(const std::uint8_t *bytes, std::size_t count, double *out);
+    static void from24Plain(
+        const std::uint8_t *bytes, std::size_t count, double *out, double gain = 1.0);
 
     /// Reads 2 * count bytes and writes count doubles.
-    static void from16(const std::uint8_t *bytes, std::size_t count, double *out);
+    static void from16(
+        const std::uint8_t *bytes, std::size_t count, double *out, double gain = 1.0);
 };
