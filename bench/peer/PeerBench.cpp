@@ -90,6 +90,8 @@ public:
         return m_road->record(std::uint64_t(m_options.seconds * m_options.rateHz));
     }
 
+    std::uint64_t processed() const { return m_road->processed(); }
+
     void switchToolsOn()
     {
         bench::switchToolsOn(
@@ -142,8 +144,10 @@ bool measure(const PeerOptions &options)
     std::vector<double> cpu;
     for (int run = 0; run < options.runs; ++run) {
         const double start = workSeconds();
+        const auto before = listener.processed();
         const auto &heard = listener.hear();
-        cpu.push_back(workSeconds() - start);
+        const double perSample = (workSeconds() - start) / double(listener.processed() - before);
+        cpu.push_back(perSample * options.rateHz * options.seconds);
         if (!options.tools)
             audio = heard;
     }

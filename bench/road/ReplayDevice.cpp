@@ -9,8 +9,9 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <condition_variable>
 #include <cstring>
-#include <thread>
+#include <mutex>
 
 namespace
 {
@@ -19,12 +20,13 @@ constexpr std::size_t kHeaderBytes = 8;
 constexpr std::size_t kFrameSamples = EngineLimits::kFrameSamples;
 constexpr double kFullScale = 8388607.0; // 24 bits
 constexpr auto kReadTimeout = std::chrono::milliseconds(200);
-constexpr auto kPoll = std::chrono::microseconds(100);
 
 std::vector<std::uint8_t> stream;
-std::size_t position = 0;              // reading thread only
-std::atomic<std::uint64_t> granted{0}; // bytes
-std::uint64_t sent = 0;                // bytes, reading thread only
+std::size_t position = 0; // reading thread only
+std::mutex grantMutex;
+std::condition_variable grantCame;
+std::uint64_t granted = 0; // bytes, guarded by grantMutex
+std::uint64_t sent = 0;    // bytes, reading thread only
 std::atomic<double> spent{0.0};
 int handleTarget = 0;
 
@@ -44,9 +46,8 @@ double threadSeconds()
 
 std::size_t waitForGrant(std::size_t wanted)
 {
-    const auto deadline = std::chrono::steady_clock::now() + kReadTimeout;
-    while (granted - sent < wanted && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(kPoll);
+    std::unique_lock lock(grantMutex);
+    grantCame.wait_for(lock, kReadTimeout, [&] { return granted - sent >= wanted; });
     return std::min<std::size_t>(wanted, granted - sent);
 }
 
@@ -89,7 +90,11 @@ void loadFrames(std::vector<std::uint8_t> frames)
 
 void grant(std::uint64_t samples)
 {
-    granted += samples * kFrameBytes / kFrameSamples;
+    {
+        const std::lock_guard lock(grantMutex);
+        granted += samples * kFrameBytes / kFrameSamples;
+    }
+    grantCame.notify_one();
 }
 
 double deviceSeconds()

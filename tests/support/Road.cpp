@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <pthread.h>
 #include <stdexcept>
 #include <thread>
@@ -18,7 +19,13 @@ namespace test
 {
 namespace
 {
-constexpr auto kPoll = std::chrono::microseconds(200);
+constexpr auto kPoll = std::chrono::microseconds(500);
+
+// IQ samples on their way, granted when they have fallen to the one up to the other: enough for
+// some reads in a row, and little enough to stay in the cache.
+constexpr std::uint64_t kLowWater = 6144;
+constexpr std::uint64_t kHighWater = 24576;
+
 constexpr auto kGiveUp = std::chrono::seconds(20);
 
 int codeOf(double rateHz)
@@ -42,8 +49,9 @@ Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
         const std::lock_guard lock(m_mutex);
         if (!m_keep)
             return;
-        for (int n = 0; n < count; ++n)
-            m_audio.push_back({block[n].re, block[n].im});
+        std::transform(block, block + count, std::back_inserter(m_audio), [](const COMPLEX32 &x) {
+            return COMPLEX{x.re, x.im};
+        });
     };
     m_sensors.onStereo = [this](uint, bool) {
         if (m_engineClock == 0) {
@@ -56,6 +64,7 @@ Road::Road(const Settings &settings, std::function<void(std::uint64_t)> grant)
         if (onInput)
             onInput(block, count);
         m_processed += static_cast<std::uint64_t>(count);
+        keepGranted();
     };
     m_engine->setIqServer(&m_iqServer);
     m_engine->setSensors(&m_sensors);
@@ -90,7 +99,11 @@ Road::~Road()
 
 void Road::keepGranted()
 {
-    while (m_pump.grant(m_processed)) { }
+    const std::lock_guard lock(m_pumpMutex);
+    if (m_pump.granted() > m_processed + kLowWater)
+        return;
+    while (m_pump.granted() < std::min(m_wanted.load(), m_processed + kHighWater)
+        && m_pump.grant(m_processed)) { }
 }
 
 std::vector<COMPLEX> Road::receive(std::size_t frames)
@@ -102,6 +115,7 @@ std::vector<COMPLEX> Road::receive(std::size_t frames)
     auto deadline = std::chrono::steady_clock::now() + kGiveUp;
     std::uint64_t seen = m_processed;
     for (;;) {
+        m_wanted = m_processed + kHighWater;
         keepGranted();
         {
             const std::lock_guard lock(m_mutex);
@@ -127,9 +141,10 @@ std::vector<COMPLEX> Road::receive(std::size_t frames)
 void Road::pass(std::uint64_t inputSamples)
 {
     const std::uint64_t target = m_processed + inputSamples;
+    m_wanted = target + CreditPump::kLargestRest; // what is granted comes through but for that
     while (m_processed < target) {
         keepGranted();
-        m_engine->wake();
+        m_engine->wake(); // its last wake-up may have come while it worked
         std::this_thread::sleep_for(kPoll);
     }
 }

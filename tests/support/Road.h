@@ -20,8 +20,9 @@ namespace test
 /// The whole road: a device behind the FT_ functions, driver, engine and receiver, joined as the
 /// plugin joins them; the audio that goes to the sound card is collected.
 ///
-/// The device sends what it is granted, and it is granted only what the rings have room for, so
-/// that nothing is dropped however fast or slow the machine is. Belongs to one thread.
+/// The device sends what it is granted, and it is granted only what is asked for and the rings have
+/// room for, so that nothing is dropped however fast or slow the machine is. The engine grants as
+/// it gets on; the owner's thread starts it and looks after it. Belongs to one thread.
 class Road
 {
 public:
@@ -65,7 +66,9 @@ private:
     void keepGranted();
     void pass(std::uint64_t inputSamples);
 
-    CreditPump m_pump;
+    std::mutex m_pumpMutex;
+    CreditPump m_pump;                      // guarded by it
+    std::atomic<std::uint64_t> m_wanted{0}; // IQ samples to be processed
     TestBridge m_bridge;
     TestIqServer m_iqServer;
     TestSensors m_sensors;
