@@ -13,6 +13,7 @@ packages=(
     libfftw3-dev libsndfile1-dev libusb-1.0-0-dev
     qtmultimedia5-dev libqt5multimedia5-plugins # sound cards, by sound server or ALSA
     libsamplerate0-dev
+    libevdev-dev libxtst-dev # control panels: their events, keystrokes to the desktop
     fonts-dejavu-core # letters in the pictures
     alsa-utils # its speech samples are the voices of the built-in scene
 )
@@ -20,7 +21,8 @@ case $task in
 run) ;;
 test)
     packages+=(libgtest-dev libgmock-dev
-        libhamlib-utils) # rigctl, a client of rig control
+        libhamlib-utils # rigctl, a client of rig control
+        xvfb)           # a desktop to send keystrokes to
     ;;
 bench) packages+=(libbenchmark-dev) ;;
 check) packages+=(clang-format clang-tidy) ;;
