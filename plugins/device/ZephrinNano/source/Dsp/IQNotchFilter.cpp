@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using zephrinnano::NotchCascade;
+
 namespace
 {
 // Limits of the half width.
@@ -68,6 +70,17 @@ void IQNotchFilter::process(COMPLEX *data, int length)
 {
     if (!m_active)
         return;
-    for (zephrinnano::TrackingNotchFilter &filter : m_filters)
-        filter.process(data, length);
+    zephrinnano::NotchSection *acting[NotchCascade::kMost];
+    int count = 0;
+    for (zephrinnano::TrackingNotchFilter &filter : m_filters) {
+        if (!filter.acts())
+            continue;
+        acting[count++] = &filter.section();
+        if (count == NotchCascade::kMost) {
+            NotchCascade::process(acting, count, data, length);
+            count = 0;
+        }
+    }
+    if (count > 0)
+        NotchCascade::process(acting, count, data, length);
 }

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Dsp/NotchCascade.h"
 #include "DspCore/types.h"
-
-#include <vector>
 
 namespace zephrinnano
 {
 /// Takes one frequency out of a complex stream.
 ///
 ///     tone A moves the notch to 0 Hz -> DC block -> tone B moves the stream back
+///
+/// The two tones undo each other but for the sample between them, so neither is made: a sample
+/// ahead the notch stands where its tone has turned the last one to, and the three are one section
+/// with a complex pole and no phase that could run away,
+///
+///     y[n] = x[n] - w x[n-1] + p w y[n-1],    w = exp(j 2 pi offset / rate)
 ///
 /// The DC block is y[n] = x[n] - x[n-1] + p y[n-1] with p = exp(-2 pi width / rate): a zero at
 /// 0 Hz and a pole beside it, the analogue RC high-pass by impulse invariance (Oppenheim and
@@ -42,42 +47,24 @@ public:
     void setWidth(double width) { m_width = width; }
     double width() const { return m_width; }
 
-    /// Derives tones and pole from the settings and forgets the history of the DC block. The
-    /// phases of the tones run on.
+    /// Derives the section from the settings and forgets its history.
     void update();
+
+    /// Whether it is on and inside plus or minus half the rate.
+    bool acts() const { return m_inBand && m_enabled; }
+
+    /// For a cascade of filters that act.
+    NotchSection &section() { return m_section; }
 
     /// Filters in place; does nothing if off, or if the notch is not inside plus or minus half the
     /// rate. Allocates nothing.
     void process(COMPLEX *data, int length);
 
 private:
-    /// Moves the stream along the frequency axis by a running tone. A second tone in series would
-    /// reach further than half the rate; the notch never lies there, so it stays off.
-    struct Shift
-    {
-        void process(COMPLEX *data, int length);
-
-        double phase = 0.0; // radians, 0 <= phase < 2 pi, carried from block to block
-        double secondPhase = 0.0;
-        double frequency = 0.0; // cycles per sample, 0..1
-        double secondFrequency = 0.0;
-        std::vector<COMPLEX> tone = std::vector<COMPLEX>(kMaxBlock);
-        bool secondEnabled = false;
-    };
-
-    void removeDc(COMPLEX *data, int length);
-
     double m_sampleRate = 39062.5; // Hz
     double m_width = 100.0;        // Hz
     double m_offset = 0.0;         // Hz
-    Shift m_toZero;                // tone A
-    Shift m_back;                  // tone B
-    double m_decay = 0.0;          // pole of the DC block
-    double m_timeConstant = 1.0;   // of the DC block, milliseconds
-    double m_poleRate = 0.0;       // Hz, the rate that the pole is for
-    COMPLEX m_input{0.0, 0.0};     // of the sample before
-    COMPLEX m_output{0.0, 0.0};    // likewise
-    bool m_dcBlockEnabled = true;
+    NotchSection m_section;
     bool m_enabled = false;
     bool m_inBand = false;
 };
