@@ -25,9 +25,9 @@ std::vector<std::uint8_t> stream;
 std::size_t position = 0; // reading thread only
 std::mutex grantMutex;
 std::condition_variable grantCame;
-std::uint64_t granted = 0; // bytes, guarded by grantMutex
-std::uint64_t sent = 0;    // bytes, reading thread only
-std::atomic<double> spent{0.0};
+std::uint64_t granted = 0;      // bytes, guarded by grantMutex
+std::uint64_t sent = 0;         // bytes, reading thread only
+std::atomic<double> spent{0.0}; // of two threads
 int handleTarget = 0;
 
 void putComponent(std::uint8_t *out, double value)
@@ -42,6 +42,12 @@ void putComponent(std::uint8_t *out, double value)
 double threadSeconds()
 {
     return bench::cpuSeconds(CLOCK_THREAD_CPUTIME_ID);
+}
+
+void spend(double seconds)
+{
+    double before = spent;
+    while (!spent.compare_exchange_weak(before, before + seconds)) { }
 }
 
 std::size_t waitForGrant(std::size_t wanted)
@@ -90,11 +96,13 @@ void loadFrames(std::vector<std::uint8_t> frames)
 
 void grant(std::uint64_t samples)
 {
+    const double start = threadSeconds();
     {
         const std::lock_guard lock(grantMutex);
         granted += samples * kFrameBytes / kFrameSamples;
     }
     grantCame.notify_one();
+    spend(threadSeconds() - start);
 }
 
 double deviceSeconds()
@@ -171,6 +179,6 @@ FT_STATUS FT_Read(FT_HANDLE, LPVOID buffer, DWORD bytes, LPDWORD received)
     copyOut(static_cast<std::uint8_t *>(buffer), ready);
     sent += ready;
     *received = static_cast<DWORD>(ready);
-    spent = spent + (threadSeconds() - start);
+    spend(threadSeconds() - start);
     return FT_OK;
 }

@@ -22,6 +22,6 @@ void loadFrames(std::vector<std::uint8_t> frames);
 /// Adds to what may be sent, in complex samples.
 void grant(std::uint64_t samples);
 
-/// CPU seconds of the thread that reads, spent in the device's own copies and waits.
+/// CPU seconds of the program's threads, spent in the device's own copies, waits and wake-ups.
 double deviceSeconds();
 } // namespace replay

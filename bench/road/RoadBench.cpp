@@ -2,7 +2,8 @@
 // The whole road, from USB frames to the sound card: CPU seconds per second of IQ, all threads
 // counted, two channels as always. Real time needs a real-time factor above 1 on one core.
 //
-// Then every mode at two rates, plain and with all tools on the audio switched on.
+// Then every mode at two rates, plain and with all tools switched on; what 30 s of zeros cost after
+// a signal; and how long a setter that changes the filter's length holds up its caller.
 //
 //   bench_road [--seconds S] [--rate HZ] [--taps N]
 #include "Dsp/ZephrinMDSP.h"
@@ -17,12 +18,16 @@
 #include <QCoreApplication>
 #include <QLoggingCategory>
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <vector>
 
 namespace
 {
+constexpr const char *kModeNames[] = {
+    "AM", "SAM", "DSB", "LSB", "USB", "CW", "NFM", "DIGL", "DIGU", "WFM", "DRM"};
+
 struct Figures
 {
     double all; // CPU seconds per second of IQ
@@ -43,10 +48,8 @@ std::vector<COMPLEX> band(double rate)
     return signal;
 }
 
-Figures measure(double rate, int taps, double length,
-    DspCore::Modulation mode = DspCore::Modulation::USB, bool tools = false)
+test::Road::Settings listening(double rate, int taps, DspCore::Modulation mode)
 {
-    replay::load(band(rate));
     test::Road::Settings settings;
     settings.rateHz = rate;
     settings.taps = taps;
@@ -55,6 +58,14 @@ Figures measure(double rate, int taps, double length,
     settings.mode = mode;
     settings.lowHz = mode == DspCore::Modulation::USB ? 300.0 : -4000.0;
     settings.highHz = mode == DspCore::Modulation::USB ? 2700.0 : 4000.0;
+    return settings;
+}
+
+Figures measure(double rate, int taps, double length,
+    DspCore::Modulation mode = DspCore::Modulation::USB, bool tools = false)
+{
+    replay::load(band(rate));
+    const auto settings = listening(rate, taps, mode);
     test::Road road(settings, replay::grant);
     if (tools)
         bench::switchToolsOn(road.engine(), mode, settings.centerHz, rate);
@@ -70,18 +81,13 @@ Figures measure(double rate, int taps, double length,
         test::rms(road.receive(4800))};
     return figures;
 }
-} // namespace
 
-namespace
-{
 void printModes(int taps, double length)
 {
-    constexpr const char *kNames[] = {
-        "AM", "SAM", "DSB", "LSB", "USB", "CW", "NFM", "DIGL", "DIGU", "WFM", "DRM"};
     std::printf("\nCPU s per s of IQ\n%6s %14s %14s %14s %14s\n", "mode", "192 kHz", "all tools",
         "3.072 MHz", "all tools");
     for (int mode = 0; mode < 11; ++mode) {
-        std::printf("%6s", kNames[mode]);
+        std::printf("%6s", kModeNames[mode]);
         for (const double rate : {192e3, 3072e3}) {
             for (const bool tools : {false, true}) {
                 const auto modulation = static_cast<DspCore::Modulation>(mode);
@@ -90,6 +96,59 @@ void printModes(int taps, double length)
             }
         }
         std::printf("\n");
+    }
+}
+
+// The filters' states run out towards zero, where slow arithmetic would wait.
+void printSilence(int taps)
+{
+    constexpr double kRate = 192e3;
+    constexpr double kSignal = 3.0; // s
+    constexpr double kZeros = 33.0; // s, of which the last three are measured
+    std::printf("\n30 s of zeros after a signal, all tools, 192 kHz, over the signal\n");
+    for (int mode = 0; mode < 11; ++mode) {
+        const std::vector<COMPLEX> signal = band(kRate);
+        std::vector<COMPLEX> stretch;
+        while (double(stretch.size()) < kSignal * kRate)
+            stretch.insert(stretch.end(), signal.begin(), signal.end());
+        const std::size_t blocks = std::size_t(kZeros * kRate) / signal.size() + 1;
+        stretch.resize(stretch.size() + blocks * signal.size());
+        replay::load(stretch);
+        const auto modulation = static_cast<DspCore::Modulation>(mode);
+        const auto settings = listening(kRate, taps, modulation);
+        test::Road road(settings, replay::grant);
+        bench::switchToolsOn(road.engine(), modulation, settings.centerHz, kRate);
+        const auto cost = [&](double length) {
+            const double start = bench::cpuSeconds(road.engineClock());
+            const std::uint64_t before = road.processed();
+            road.drain(static_cast<std::uint64_t>(length * kRate));
+            return (bench::cpuSeconds(road.engineClock()) - start)
+                / double(road.processed() - before);
+        };
+        road.drain(std::uint64_t(0.5 * kRate));
+        const double onSignal = cost(2.0);
+        cost(30.5);
+        std::printf("%6s %14.2f\n", kModeNames[mode], cost(2.5) / onSignal);
+        std::fflush(stdout);
+    }
+}
+
+// What the caller waits, with the stream running: for the block at hand and for the design.
+void printTaps()
+{
+    std::printf("\nchange of taps in a running stream, ms\n");
+    replay::load(band(3072e3));
+    test::Road road(listening(3072e3, 1570, DspCore::Modulation::USB), replay::grant);
+    road.drain(3072000);
+    for (const int taps : {8000, 200, 1570, 5000, 8000}) {
+        const auto start = std::chrono::steady_clock::now();
+        const double cpu = bench::cpuSeconds(CLOCK_THREAD_CPUTIME_ID);
+        road.engine().setSsbFilterTaps(taps);
+        const std::chrono::duration<double, std::milli> took =
+            std::chrono::steady_clock::now() - start;
+        std::printf("%6d %14.2f, of which the caller's own work %.2f\n", taps, took.count(),
+            1e3 * (bench::cpuSeconds(CLOCK_THREAD_CPUTIME_ID) - cpu));
+        road.drain(300000);
     }
 }
 } // namespace
@@ -121,7 +180,10 @@ int main(int argc, char **argv)
             figures.all - figures.engine, 1.0 / figures.all);
         std::fflush(stdout);
     }
-    if (only == 0.0)
+    if (only == 0.0) {
         printModes(parser.value("taps").toInt(), 0.4 * parser.value("seconds").toDouble());
+        printSilence(parser.value("taps").toInt());
+        printTaps();
+    }
     return 0;
 }

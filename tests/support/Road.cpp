@@ -24,7 +24,7 @@ constexpr auto kPoll = std::chrono::microseconds(500);
 // IQ samples on their way, granted when they have fallen to the one up to the other: enough for
 // some reads in a row, and little enough to stay in the cache.
 constexpr std::uint64_t kLowWater = 6144;
-constexpr std::uint64_t kHighWater = 24576;
+constexpr std::uint64_t kHighWater = 32768;
 
 constexpr auto kGiveUp = std::chrono::seconds(20);
 
