@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/HostLog.h"
 #include "program/Listener.h"
+#include "program/WindowRun.h"
 #include "settings/CommandLine.h"
 
 #include <QApplication>
@@ -32,8 +33,12 @@ int main(int argc, char **argv)
     std::signal(SIGPIPE, SIG_IGN);
     const QStringList arguments = argumentsOf(argc, argv);
     int taken = 1;
-    // The device has an options page, which nobody sees.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // Without a window the device still has an options page, which nobody sees.
+    const bool isHeadless = arguments.contains("--headless");
+    const bool hasScreen = host::WindowRun::isPossible();
+    if (!isHeadless)
+        host::WindowRun::prepareScale(arguments);
+    if ((isHeadless || !hasScreen) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     host::HostLog log;
     QApplication application(taken, argv);
@@ -51,6 +56,13 @@ int main(int argc, char **argv)
         print(stderr, "velmora-host: " + error->text + '\n');
         return host::kUsageError;
     }
-    log.setVerbose(std::get<host::HostSettings>(command).verbose);
-    return host::Listener(std::get<host::HostSettings>(command)).run();
+    const auto &settings = std::get<host::HostSettings>(command);
+    log.setVerbose(settings.verbose);
+    if (isHeadless)
+        return host::Listener(settings).run();
+    if (!hasScreen) {
+        print(stderr, "velmora-host: there is no screen for the window; add --headless\n");
+        return host::kUsageError;
+    }
+    return host::WindowRun::run(settings);
 }

@@ -37,8 +37,9 @@ public:
     explicit Reader(const QStringList &arguments)
     {
         m_parser.setApplicationDescription(
-            "Receives a station of the virtual receiver's band and writes what a sound card would "
-            "have played.\nFrequencies may be written as 14074000, 14.074M, 7.1e6 or 192k.");
+            "A receiver in a window; with --headless it receives a station and writes what a sound "
+            "card would have played.\nFrequencies may be written as 14074000, 14.074M, 7.1e6 or "
+            "192k.");
         for (const Option &option : optionTable())
             m_parser.addOption({option.name, option.helpText(), option.argument});
         m_parser.addOption({{"h", "help"}, "Show this text."});
@@ -54,8 +55,6 @@ public:
 
     HostSettings settings()
     {
-        if (!isSet("headless"))
-            refuse("there is no window; add --headless");
         for (const Option &option : optionTable())
             read(option);
         for (const Option &option : optionTable())

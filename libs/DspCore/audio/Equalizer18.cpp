@@ -11,15 +11,11 @@ namespace
 {
 constexpr double kQuality = 2.0;
 
-// Half-octave centres in hertz.
-constexpr std::array<double, Equalizer18::kBands> kCentres = {31, 63, 87, 125, 175, 250, 350, 500,
-    700, 1000, 1400, 2000, 2800, 4000, 5600, 8000, 11200, 16000};
-
 Biquad::Type type(std::size_t band)
 {
     if (band == 0)
         return Biquad::Type::LowShelf;
-    return band + 1 == kCentres.size() ? Biquad::Type::HighShelf : Biquad::Type::Peak;
+    return band + 1 == Equalizer18::kCentresHz.size() ? Biquad::Type::HighShelf : Biquad::Type::Peak;
 }
 } // namespace
 
@@ -30,10 +26,10 @@ Equalizer18::Equalizer18()
 
 void Equalizer18::design()
 {
-    for (std::size_t band = 0; band < kCentres.size(); ++band) {
+    for (std::size_t band = 0; band < Equalizer18::kCentresHz.size(); ++band) {
         Biquad section;
         const double gainDb = mEnable ? mGains[band] : 0.0;
-        section.init(type(band), kCentres[band] / mSampleRate, kQuality, gainDb);
+        section.init(type(band), Equalizer18::kCentresHz[band] / mSampleRate, kQuality, gainDb);
         mChain.set(int(band), section.coefficients());
     }
 }

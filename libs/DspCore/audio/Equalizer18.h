@@ -19,6 +19,10 @@ class Equalizer18
 public:
     static constexpr int kBands = BiquadChain::kSections;
 
+    /// Half an octave apart.
+    static constexpr std::array<double, kBands> kCentresHz = {31, 63, 87, 125, 175, 250, 350, 500,
+        700, 1000, 1400, 2000, 2800, 4000, 5600, 8000, 11200, 16000};
+
     Equalizer18();
 
     void clear();

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/WindowRun.h"
+
+#include "program/StopSignal.h"
+#include "program/Terminal.h"
+#include "radio/Radio.h"
+#include "settings/SettingsStore.h"
+#include "window/frame/MainWindow.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <cstdio>
+
+namespace host
+{
+namespace
+{
+constexpr int kSuccess = 0;
+constexpr int kBadInput = 2;
+
+// What a window takes of the command line; the rest is for a run that ends by itself.
+const QStringList kTaken = {"plugin", "d2xx", "settings", "scene", "scene-format", "scene-rate",
+    "scene-frequency", "rate", "center", "tune", "mode", "filter", "preamp", "auto-preamp",
+    "eeprom", "fault", "verbose"};
+
+void print(const QString &text)
+{
+    std::fputs(("velmora-host: " + text + '\n').toLocal8Bit().constData(), stderr);
+}
+} // namespace
+
+bool WindowRun::isPossible()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+        || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+void WindowRun::prepareScale(const QStringList &arguments)
+{
+    QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR"))
+        return;
+    const int given = arguments.indexOf("--settings");
+    const QString file = given >= 0 ? arguments.value(given + 1) : SettingsStore::defaultPath();
+    const int percent = QSettings(file, QSettings::IniFormat).value("Window/scale", 0).toInt();
+    if (percent >= 100 && percent <= 200)
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(percent / 100.0));
+}
+
+int WindowRun::run(const HostSettings &settings)
+{
+    for (const QString &option : settings.given.keys())
+        if (!kTaken.contains(option))
+            print(QString("--%1 has an effect with --headless only").arg(option));
+    Radio radio;
+    if (!radio.load(settings)) {
+        print(radio.error());
+        return kBadInput;
+    }
+    StopSignal stop;
+    MainWindow window(radio);
+    QObject::connect(&stop, &StopSignal::raised, &window, &QWidget::close);
+    QApplication::setQuitOnLastWindowClosed(true);
+    window.show();
+    radio.setPower(true);
+    QApplication::exec();
+    return kSuccess;
+}
+} // namespace host

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/frame/MainWindow.h"
+
+#include "window/controls/AudioPanel.h"
+#include "window/controls/BandBar.h"
+#include "window/controls/EqualizerDialog.h"
+#include "window/controls/ModePanel.h"
+#include "window/controls/NotchDialog.h"
+#include "window/controls/ToolPanel.h"
+#include "window/controls/VfoPanel.h"
+#include "window/frame/OptionsDialog.h"
+#include "window/frame/SoundChoice.h"
+#include "window/meter/HealthBar.h"
+#include "window/meter/SMeter.h"
+#include "window/panorama/PanoramaView.h"
+#include "window/panorama/WaterfallView.h"
+
+#include "radio/Radio.h"
+#include "rig/RadioRig.h"
+#include "rig/RigServer.h"
+
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMimeData>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSettings>
+#include <QSplitter>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace host
+{
+namespace
+{
+constexpr QSize kFirstSize{1280, 800};
+constexpr int kSideWidth = 262;
+const QString kGroup = QStringLiteral("Window");
+} // namespace
+
+MainWindow::MainWindow(Radio &radio)
+    : m_radio(radio), m_band(radio), m_lines(radio), m_sound(std::make_unique<SoundChoice>(radio)),
+      m_rigTarget(std::make_unique<RadioRig>(radio)),
+      m_rig(std::make_unique<RigServer>(*m_rigTarget))
+{
+    setWindowTitle(tr("Velmora receiver"));
+    setAcceptDrops(true);
+    build();
+    buildMenus();
+    readSettings();
+    connect(&radio, &Radio::message, this, &MainWindow::tell);
+    connect(&radio, &Radio::stateChanged, this, &MainWindow::showState);
+    connect(&radio, &Radio::aboutToSave, this, &MainWindow::writeSettings);
+    connect(&m_sound->output(), &SoundOutput::stateChanged, this,
+        [this](bool isPlaying, const QString &text) {
+            m_soundText->setText(isPlaying ? tr("sound: %1").arg(text) : text);
+        });
+    for (const QString &notice : radio.notices())
+        tell(notice);
+    showState();
+    m_panorama->setFocus();
+}
+
+MainWindow::~MainWindow()
+{
+    delete m_options; // gives the page back
+    writeSettings();
+    disconnect(&m_radio, nullptr, this, nullptr);
+}
+
+void MainWindow::build()
+{
+    auto *whole = new QWidget(this);
+    auto *layout = new QVBoxLayout(whole);
+    layout->setContentsMargins(8, 6, 8, 4);
+    layout->setSpacing(6);
+    layout->addWidget(newTop());
+    auto *middle = new QHBoxLayout;
+    middle->setSpacing(8);
+    middle->addWidget(newBands(), 1);
+    middle->addWidget(newSide());
+    layout->addLayout(middle, 1);
+    layout->addWidget(newBottom());
+    setCentralWidget(whole);
+    resize(kFirstSize);
+}
+
+QWidget *MainWindow::newTop()
+{
+    auto *top = new QWidget(this);
+    auto *layout = new QHBoxLayout(top);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    m_power = new QToolButton(top);
+    m_power->setText(tr("On"));
+    m_power->setCheckable(true);
+    m_power->setFocusPolicy(Qt::StrongFocus);
+    m_power->setAccessibleName(tr("Receiver on"));
+    m_power->setToolTip(tr("Starts and stops the receiver"));
+    m_power->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    connect(m_power, &QToolButton::toggled, &m_radio, &Radio::setPower);
+    layout->addWidget(m_power);
+    m_vfos = new VfoPanel(m_radio, top);
+    layout->addWidget(m_vfos, 3);
+    auto *meter = new SMeter(m_radio, top);
+    meter->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    layout->addWidget(meter, 1);
+    top->setFixedHeight(76);
+    return top;
+}
+
+QWidget *MainWindow::newBands()
+{
+    auto *left = new QWidget(this);
+    auto *layout = new QVBoxLayout(left);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    auto *bands = new BandBar(m_radio, left);
+    layout->addWidget(bands);
+    m_welcome = new QWidget(left);
+    layout->addWidget(m_welcome);
+    m_welcome->hide();
+    m_views = new QSplitter(Qt::Vertical, left);
+    m_panorama = new PanoramaView(m_radio, m_band, m_lines, m_views);
+    m_waterfall = new WaterfallView(m_radio, m_band, m_lines, m_views);
+    m_views->setChildrenCollapsible(false);
+    m_views->setHandleWidth(5);
+    m_views->setStretchFactor(0, 2);
+    m_views->setStretchFactor(1, 3);
+    layout->addWidget(m_views, 1);
+    connect(m_panorama, &PanoramaView::rangeChanged, this,
+        [this] { m_waterfall->setRange(m_panorama->range()); });
+    m_waterfall->setRange(m_panorama->range());
+    connect(m_panorama, &BandWidget::pointed, m_panorama, &PanoramaView::setPointer);
+    connect(m_waterfall, &BandWidget::pointed, m_panorama, &PanoramaView::setPointer);
+    return left;
+}
+
+QWidget *MainWindow::newSide()
+{
+    auto *area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto *side = new QWidget(area);
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 4, 0);
+    layout->setSpacing(8);
+    layout->addWidget(new AudioPanel(m_radio, side));
+    layout->addWidget(new ModePanel(m_radio, side));
+    auto *tools = new ToolPanel(m_radio, side);
+    connect(tools, &ToolPanel::equalizerWanted, this, &MainWindow::showEqualizer);
+    connect(tools, &ToolPanel::notchesWanted, this, &MainWindow::showNotches);
+    layout->addWidget(tools);
+    layout->addStretch(1);
+    area->setWidget(side);
+    area->setFixedWidth(kSideWidth + area->verticalScrollBar()->sizeHint().width());
+    return area;
+}
+
+QWidget *MainWindow::newBottom()
+{
+    auto *bottom = new QWidget(this);
+    auto *layout = new QHBoxLayout(bottom);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new HealthBar(m_radio, bottom));
+    m_message = new QLabel(bottom);
+    m_message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_message->setAccessibleName(tr("Messages"));
+    layout->addWidget(m_message, 1);
+    m_soundText = new QLabel(m_sound->output().text(), bottom);
+    m_soundText->setProperty("role", "heading");
+    layout->addWidget(m_soundText);
+    return bottom;
+}
+
+/// The first time there is more to say than a line of status holds.
+void MainWindow::showWelcome()
+{
+    auto *layout = new QHBoxLayout(m_welcome);
+    layout->setContentsMargins(8, 4, 4, 4);
+    auto *text = new QLabel(tr("<b>This is a band built into the program.</b> Each peak in the "
+                               "picture is a station; the "
+                               "yellow mark is where you listen. Click on another peak or turn the "
+                               "wheel to tune, choose "
+                               "its mode to the right. Real recordings open with File, Open."),
+        m_welcome);
+    text->setWordWrap(true);
+    layout->addWidget(text, 1);
+    auto *close = new QToolButton(m_welcome);
+    close->setText(tr("Understood"));
+    connect(close, &QToolButton::clicked, m_welcome, &QWidget::hide);
+    layout->addWidget(close);
+    m_welcome->setAutoFillBackground(true);
+    m_welcome->setBackgroundRole(QPalette::Base);
+    m_welcome->show();
+}
+
+void MainWindow::showState()
+{
+    const QSignalBlocker quiet(m_power);
+    m_power->setChecked(m_radio.isPowered());
+    m_power->setText(m_radio.state() == Radio::State::Searching ? tr("…")
+            : m_radio.isPowered()                               ? tr("On")
+                                                                : tr("Off"));
+    update();
+}
+
+void MainWindow::tell(const QString &text)
+{
+    m_message->setText(text);
+    m_message->setToolTip(text);
+}
+
+void MainWindow::openScene(const QString &file)
+{
+    if (!m_radio.openScene(file))
+        tell(m_radio.error());
+    else
+        tell(file.isEmpty() ? tr("The built-in band") : tr("Playing %1").arg(file));
+}
+
+void MainWindow::chooseScene()
+{
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open a recording or a band"), {},
+        tr("Recordings and bands (*.wav *.band *.f64 *.f32 *.s16 *.u8 *.cf32 *.cu8);;All files "
+           "(*)"));
+    if (!file.isEmpty())
+        openScene(file);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls() && m_radio.virtualReceiver())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    const QString file = event->mimeData()->urls().first().toLocalFile();
+    if (!file.isEmpty())
+        openScene(file);
+}
+
+void MainWindow::showOptions()
+{
+    if (!m_options)
+        m_options = new OptionsDialog(m_radio, this);
+    m_options->show();
+    m_options->raise();
+}
+
+void MainWindow::showEqualizer()
+{
+    if (!m_equalizer)
+        m_equalizer = new EqualizerDialog(m_radio, this);
+    m_equalizer->show();
+    m_equalizer->raise();
+}
+
+void MainWindow::showNotches()
+{
+    if (!m_notches)
+        m_notches = new NotchDialog(m_radio, this);
+    m_notches->show();
+    m_notches->raise();
+}
+
+void MainWindow::setRemote(bool on)
+{
+    if (!on)
+        m_rig->close();
+    else if (!m_rig->open())
+        tell(m_rig->error());
+    else
+        tell(tr("Remote control by rigctld's protocol on localhost:%1").arg(m_rig->port()));
+    m_remote->setChecked(m_rig->isOpen());
+}
+
+void MainWindow::writeSettings()
+{
+    QSettings &settings = m_radio.settings();
+    settings.beginGroup(kGroup);
+    settings.setValue("geometry", saveGeometry());
+    settings.setValue("views", m_views->saveState());
+    settings.setValue("palette", int(m_waterfall->palette()));
+    settings.setValue("linesPerSecond", m_lines.perSecond());
+    settings.setValue("averaging", m_lines.averaging());
+    settings.setValue("peakHold", m_lines.isPeakHold());
+    settings.setValue("automaticRange", m_panorama->isAutomatic());
+    settings.setValue("lowDb", m_panorama->range().lowDb);
+    settings.setValue("highDb", m_panorama->range().highDb);
+    settings.setValue("theme", int(m_theme));
+    settings.setValue("scale", m_scalePercent);
+    settings.setValue("remote", m_rig->isOpen());
+    settings.setValue("welcomed", true);
+    settings.endGroup();
+}
+
+void MainWindow::readSettings()
+{
+    QSettings &settings = m_radio.settings();
+    settings.beginGroup(kGroup);
+    const bool isFirst = !settings.contains("welcomed");
+    restoreGeometry(settings.value("geometry").toByteArray());
+    m_views->restoreState(settings.value("views").toByteArray());
+    m_lines.setPerSecond(settings.value("linesPerSecond", m_lines.perSecond()).toInt());
+    m_lines.setAveraging(settings.value("averaging", m_lines.averaging()).toInt());
+    m_lines.setPeakHold(settings.value("peakHold", false).toBool());
+    const int palette = settings.value("palette", 0).toInt();
+    if (palette >= 0 && palette < ColourMap::kPalettes)
+        m_waterfall->setPalette(ColourMap::Palette(palette));
+    if (!settings.value("automaticRange", true).toBool())
+        m_panorama->setRange(
+            {settings.value("lowDb").toDouble(), settings.value("highDb").toDouble()});
+    m_theme = Theme::Choice(std::clamp(settings.value("theme", 0).toInt(), 0, 2));
+    m_scalePercent = settings.value("scale", 0).toInt();
+    const bool isRemote = settings.value("remote", false).toBool();
+    settings.endGroup();
+    setTheme(m_theme);
+    if (isRemote)
+        setRemote(true);
+    if (isFirst && m_radio.virtualReceiver() && m_radio.sceneName() == "built-in")
+        showWelcome();
+}
+} // namespace host

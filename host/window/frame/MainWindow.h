@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "window/frame/Theme.h"
+#include "window/panorama/SpectrumLines.h"
+#include "window/panorama/VisibleBand.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QVector>
+
+class QActionGroup;
+class QLabel;
+class QSplitter;
+class QToolButton;
+
+namespace host
+{
+class EqualizerDialog;
+class NotchDialog;
+class OptionsDialog;
+class PanoramaView;
+class Radio;
+class RadioRig;
+class RigServer;
+class SoundChoice;
+class VfoPanel;
+class WaterfallView;
+
+/// The receiver to sit in front of: frequencies, meter and sound on top, below the bands with
+/// panorama and waterfall, to the right what the device's tables offer, at the bottom how the
+/// stream does. Settings of the window are kept in the radio's settings file, group "Window". GUI
+/// thread.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// The radio is loaded, and outlives the window.
+    explicit MainWindow(Radio &radio);
+    ~MainWindow() override;
+
+    /// What can be done by a key, for the help: what it does, the key.
+    QVector<QPair<QString, QString>> shortcuts() const;
+
+    PanoramaView &panorama() { return *m_panorama; }
+    WaterfallView &waterfall() { return *m_waterfall; }
+    VfoPanel &vfos() { return *m_vfos; }
+    VisibleBand &band() { return m_band; }
+    SpectrumLines &lines() { return m_lines; }
+
+    void openScene(const QString &file);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void build();
+    QWidget *newTop();
+    QWidget *newBands();
+    QWidget *newSide();
+    QWidget *newBottom();
+    void showWelcome();
+
+    void buildMenus();
+    void buildFileMenu();
+    void buildReceiverMenu();
+    void buildTuningMenu();
+    void buildViewMenu();
+    void buildHelpMenu();
+    QAction *addAction(
+        QMenu &menu, const QString &text, const QString &key, std::function<void()> f);
+    template <typename Value, typename Set>
+    void addChoices(
+        QMenu &menu, const QVector<QPair<QString, Value>> &choices, const Value &now, Set set);
+
+    void chooseScene();
+    void showOptions();
+    void showEqualizer();
+    void showNotches();
+    void showShortcuts();
+    void setTheme(Theme::Choice choice);
+    void setRemote(bool on);
+    void stepFilter(int by);
+    void stepStep(int by);
+    void tell(const QString &text);
+    void showState();
+
+    void readSettings();
+    void writeSettings();
+
+    Radio &m_radio;
+    VisibleBand m_band;
+    SpectrumLines m_lines;
+    std::unique_ptr<SoundChoice> m_sound;
+    std::unique_ptr<RadioRig> m_rigTarget;
+    std::unique_ptr<RigServer> m_rig;
+    Theme::Choice m_theme = Theme::Choice::Desktop;
+    int m_scalePercent = 0; ///< 0: the desktop's
+
+    // Children.
+    PanoramaView *m_panorama = nullptr;
+    WaterfallView *m_waterfall = nullptr;
+    QSplitter *m_views = nullptr;
+    VfoPanel *m_vfos = nullptr;
+    QToolButton *m_power = nullptr;
+    QLabel *m_message = nullptr;
+    QLabel *m_soundText = nullptr;
+    QWidget *m_welcome = nullptr;
+    QAction *m_remote = nullptr;
+    QPointer<EqualizerDialog> m_equalizer;
+    QPointer<NotchDialog> m_notches;
+    QPointer<OptionsDialog> m_options;
+};
+} // namespace host

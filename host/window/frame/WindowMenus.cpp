@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menus of the main window, and what their keys do.
+#include "window/frame/MainWindow.h"
+
+#include "window/controls/VfoPanel.h"
+#include "window/frame/SoundChoice.h"
+#include "window/panorama/PanoramaView.h"
+#include "window/panorama/WaterfallView.h"
+
+#include "radio/Radio.h"
+#include "rig/RigServer.h"
+
+#include "host_interfaces/EngineLimits.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace host
+{
+QAction *MainWindow::addAction(
+    QMenu &menu, const QString &text, const QString &key, std::function<void()> f)
+{
+    QAction *action = menu.addAction(text);
+    action->setShortcut(QKeySequence(key));
+    connect(action, &QAction::triggered, this, [f = std::move(f)] { f(); });
+    return action;
+}
+
+/// Actions of which one is checked.
+template <typename Value, typename Set>
+void MainWindow::addChoices(
+    QMenu &menu, const QVector<QPair<QString, Value>> &choices, const Value &now, Set set)
+{
+    auto *group = new QActionGroup(&menu);
+    for (const auto &choice : choices) {
+        QAction *action = menu.addAction(choice.first);
+        action->setCheckable(true);
+        action->setChecked(choice.second == now);
+        action->setData(QVariant::fromValue(choice.second));
+        group->addAction(action);
+        const Value value = choice.second;
+        connect(action, &QAction::triggered, this, [set, value] { set(value); });
+    }
+}
+
+void MainWindow::buildMenus()
+{
+    buildFileMenu();
+    buildReceiverMenu();
+    buildTuningMenu();
+    buildViewMenu();
+    buildHelpMenu();
+}
+
+void MainWindow::buildFileMenu()
+{
+    QMenu &menu = *menuBar()->addMenu(tr("&File"));
+    QAction *open =
+        addAction(menu, tr("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
+    QAction *builtin = addAction(menu, tr("&Built-in band"), "", [this] { openScene({}); });
+    open->setEnabled(m_radio.virtualReceiver());
+    builtin->setEnabled(m_radio.virtualReceiver());
+    menu.addSeparator();
+    addAction(menu, tr("&Quit"), "Ctrl+Q", [this] { close(); });
+}
+
+void MainWindow::buildReceiverMenu()
+{
+    QMenu &menu = *menuBar()->addMenu(tr("&Receiver"));
+    addAction(menu, tr("&On or off"), "Ctrl+P", [this] { m_radio.setPower(!m_radio.isPowered()); });
+    QMenu &rates = *menu.addMenu(tr("&Band width"));
+    connect(&rates, &QMenu::aboutToShow, this, [this, &rates] {
+        rates.clear();
+        QVector<QPair<QString, int>> choices;
+        for (const int hertz : EngineLimits::kRatesHz)
+            choices += {tr("%1 kHz").arg(hertz / 1000), hertz};
+        addChoices<int>(
+            rates, choices, int(m_radio.rateHz()), [this](int hertz) { m_radio.setRate(hertz); });
+    });
+    addAction(menu, tr("O&ptions of the device…"), "Ctrl+,", [this] { showOptions(); });
+    // It comes half a second after the device.
+    connect(&menu, &QMenu::aboutToShow, this, [this, &menu] {
+        QMenu *device = m_radio.manager().deviceMenu();
+        if (!device || menu.actions().contains(device->menuAction()))
+            return;
+        device->setTitle(tr("&Device"));
+        menu.insertMenu(menu.actions().at(1), device);
+    });
+    menu.addSeparator();
+    m_sound->serve(*menu.addMenu(tr("&Sound card")));
+    m_remote = addAction(menu, tr("Remote &control (port %1)").arg(RigServer::kUsualPort), "",
+        [this] { setRemote(m_remote->isChecked()); });
+    m_remote->setCheckable(true);
+    menu.addSeparator();
+    addAction(menu, tr("&Equalizer…"), "Ctrl+E", [this] { showEqualizer(); });
+    addAction(menu, tr("&Notch filters…"), "Ctrl+N", [this] { showNotches(); });
+}
+
+void MainWindow::buildTuningMenu()
+{
+    QMenu &menu = *menuBar()->addMenu(tr("&Tuning"));
+    addAction(menu, tr("&Type a frequency"), "F", [this] { m_vfos->editFrequency(); });
+    addAction(menu, tr("Step &up"), "PgUp", [this] { m_radio.tune(1); });
+    addAction(menu, tr("Step &down"), "PgDown", [this] { m_radio.tune(-1); });
+    addAction(menu, tr("Larger step"), "Ctrl+PgUp", [this] { stepStep(1); });
+    addAction(menu, tr("Smaller step"), "Ctrl+PgDown", [this] { stepStep(-1); });
+    menu.addSeparator();
+    addAction(
+        menu, tr("The other &VFO"), "V", [this] { m_radio.setActive(other(m_radio.active())); });
+    addAction(menu, tr("S&wap A and B"), "X", [this] { m_radio.swapVfos(); });
+    addAction(menu, tr("&Copy to the other VFO"), "C", [this] { m_radio.copyToOther(); });
+    addAction(menu, tr("&Split listening"), "S", [this] { m_radio.setSplit(!m_radio.isSplit()); });
+    addAction(menu, tr("&Lock"), "L", [this] { m_radio.setLocked(!m_radio.isLocked()); });
+    addAction(menu, tr("&RIT"), "R", [this] { m_radio.toggle(Switch::Rit); });
+    menu.addSeparator();
+    addAction(menu, tr("&Wider filter"), "]", [this] { stepFilter(1); });
+    addAction(menu, tr("&Narrower filter"), "[", [this] { stepFilter(-1); });
+    addAction(menu, tr("S&quelch"), "Q", [this] { m_radio.toggle(Switch::Squelch); });
+    addAction(menu, tr("&Mute"), "M", [this] { m_radio.toggle(Switch::Mute); });
+    addAction(menu, tr("Louder"), "Ctrl+Up",
+        [this] { m_radio.setValue(Dial::Volume, m_radio.value(Dial::Volume) + 2.0); });
+    addAction(menu, tr("Quieter"), "Ctrl+Down",
+        [this] { m_radio.setValue(Dial::Volume, m_radio.value(Dial::Volume) - 2.0); });
+}
+
+void MainWindow::buildViewMenu()
+{
+    QMenu &menu = *menuBar()->addMenu(tr("&View"));
+    addAction(menu, tr("Zoom &in"), "Ctrl++", [this] { m_band.zoom(0.5, m_radio.frequencyHz()); });
+    addAction(menu, tr("Zoom &out"), "Ctrl+-", [this] { m_band.zoom(2.0, m_radio.frequencyHz()); });
+    addAction(menu, tr("&Whole band"), "Ctrl+0", [this] { m_band.fit(); });
+    addAction(menu, tr("&Automatic level range"), "Ctrl+R",
+        [this] { m_panorama->setAutomatic(!m_panorama->isAutomatic()); });
+    addAction(menu, tr("&Peak hold"), "H", [this] { m_lines.setPeakHold(!m_lines.isPeakHold()); });
+    const auto addList = [this, &menu](const QString &text, auto fill) {
+        QMenu &list = *menu.addMenu(text);
+        connect(&list, &QMenu::aboutToShow, this, [&list, fill] {
+            list.clear();
+            fill(list);
+        });
+    };
+    addList(tr("A&veraging"), [this](QMenu &list) {
+        QVector<QPair<QString, int>> choices;
+        for (const int lines : {1, 2, 4, 8, 16, 30})
+            choices += {lines == 1 ? tr("none") : tr("%n lines", "", lines), lines};
+        addChoices<int>(
+            list, choices, m_lines.averaging(), [this](int lines) { m_lines.setAveraging(lines); });
+    });
+    addList(tr("&Lines a second"), [this](QMenu &list) {
+        QVector<QPair<QString, int>> choices;
+        for (const int lines : {5, 10, 25, 40, 60})
+            choices += {QString::number(lines), lines};
+        addChoices<int>(
+            list, choices, m_lines.perSecond(), [this](int lines) { m_lines.setPerSecond(lines); });
+    });
+    addList(tr("&Colours of the waterfall"), [this](QMenu &list) {
+        using Palette = ColourMap::Palette;
+        addChoices<int>(list,
+            {{tr("&Fire"), int(Palette::Inferno)}, {tr("&Sea"), int(Palette::Viridis)},
+                {tr("&Grey"), int(Palette::Grey)}},
+            int(m_waterfall->palette()),
+            [this](int palette) { m_waterfall->setPalette(Palette(palette)); });
+    });
+    addList(tr("&Window colours"), [this](QMenu &list) {
+        addChoices<int>(list,
+            {{tr("As the &desktop"), int(Theme::Choice::Desktop)},
+                {tr("D&ark"), int(Theme::Choice::Dark)}, {tr("&Light"), int(Theme::Choice::Light)}},
+            int(m_theme), [this](int choice) { setTheme(Theme::Choice(choice)); });
+    });
+    addList(tr("&Size of everything"), [this](QMenu &list) {
+        QVector<QPair<QString, int>> choices{{tr("as the desktop"), 0}};
+        for (const int percent : {100, 125, 150, 200})
+            choices += {tr("%1 %").arg(percent), percent};
+        addChoices<int>(list, choices, m_scalePercent, [this](int percent) {
+            m_scalePercent = percent;
+            tell(tr("The size changes at the next start of the program."));
+        });
+    });
+}
+
+void MainWindow::buildHelpMenu()
+{
+    QMenu &menu = *menuBar()->addMenu(tr("&Help"));
+    addAction(menu, tr("&Keys and mouse"), "F1", [this] { showShortcuts(); });
+    addAction(menu, tr("&About"), "", [this] {
+        QMessageBox::about(this, tr("About"),
+            tr("<b>%1 %2</b><p>A receiver for %3.</p><p>GPL-3.0-or-later</p>")
+                .arg(QApplication::applicationName(), QApplication::applicationVersion(),
+                    m_radio.deviceName()));
+    });
+}
+
+void MainWindow::setTheme(Theme::Choice choice)
+{
+    m_theme = choice;
+    Theme::apply(*qApp, choice);
+    for (QWidget *widget : findChildren<QWidget *>())
+        widget->update();
+}
+
+void MainWindow::stepFilter(int by)
+{
+    const auto &filters = m_radio.filters().filters(m_radio.mode());
+    int next = m_radio.filters().chosen(m_radio.mode()) + by;
+    if (m_radio.filters().chosen(m_radio.mode()) < 0) {
+        // Of free edges the next filter of the list that is wider, or narrower.
+        const auto now = m_radio.filterEdges();
+        const auto isNarrower = [&now](const FilterMemory::Filter &filter) {
+            return filter.edges.highHz - filter.edges.lowHz < now.highHz - now.lowHz;
+        };
+        const int narrower = int(std::count_if(filters.begin(), filters.end(), isNarrower));
+        next = by > 0 ? narrower : narrower - 1;
+    }
+    m_radio.chooseFilter(std::clamp(next, 0, int(filters.size()) - 1));
+}
+
+void MainWindow::stepStep(int by)
+{
+    const auto &steps = Radio::steps();
+    const int next = steps.indexOf(m_radio.step()) + by;
+    if (next >= 0 && next < steps.size())
+        m_radio.setStep(steps[next]);
+}
+
+QVector<QPair<QString, QString>> MainWindow::shortcuts() const
+{
+    QVector<QPair<QString, QString>> rows;
+    for (const QAction *menu : menuBar()->actions())
+        for (const QAction *action : menu->menu()->actions())
+            if (!action->shortcut().isEmpty())
+                rows += {action->text().remove('&').remove(QStringLiteral("…")),
+                    action->shortcut().toString(QKeySequence::NativeText)};
+    rows += {tr("Panorama: tune by the step, by ten steps"), tr("Wheel or ←→, with Shift")};
+    rows += {tr("Panorama: zoom about the pointer"), tr("Ctrl+Wheel, + and -")};
+    rows += {tr("Panorama: tune here, to the very place"), tr("Click, with Shift")};
+    rows += {tr("Panorama: move the view, an edge, a VFO, a notch"), tr("Drag")};
+    rows += {tr("Panorama: set a notch, take it out"), tr("Right click, Ins and Del")};
+    rows += {tr("Panorama: move and widen the level range"), tr("Drag and wheel on the numbers")};
+    rows += {tr("Panorama: automatic range, whole band"), tr("Double click on the numbers, Home")};
+    rows += {tr("Frequency: choose a digit, count, write"), tr("←→, ↑↓ or wheel, 0 to 9")};
+    return rows;
+}
+
+void MainWindow::showShortcuts()
+{
+    QDialog dialog(this);
+    dialog.setWindowTitle(tr("Keys and mouse"));
+    dialog.resize(560, 560);
+    auto *layout = new QVBoxLayout(&dialog);
+    const auto rows = shortcuts();
+    auto *table = new QTableWidget(rows.size(), 2, &dialog);
+    table->setHorizontalHeaderLabels({tr("What"), tr("How")});
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    for (int row = 0; row < rows.size(); ++row) {
+        table->setItem(row, 0, new QTableWidgetItem(rows[row].first));
+        table->setItem(row, 1, new QTableWidgetItem(rows[row].second));
+    }
+    layout->addWidget(table);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    dialog.exec();
+}
+} // namespace host

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/meter/HealthBar.h"
+
+#include "window/frame/Theme.h"
+
+#include "radio/Radio.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include <cmath>
+
+namespace host
+{
+namespace
+{
+constexpr int kEvery = 5; // readings; faster than five times a second no number can be read
+
+QString levelText(double db)
+{
+    return db <= Readings::kNothingDb ? QString("–") : QString::number(std::lround(db));
+}
+} // namespace
+
+HealthBar::HealthBar(Radio &radio, QWidget *parent)
+    : QWidget(parent), m_radio(radio), m_state(new QLabel(this)), m_input(new QLabel(this)),
+      m_losses(new QLabel(this)), m_audio(new QLabel(this)), m_stereo(new QLabel(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 0, 4, 0);
+    layout->setSpacing(14);
+    for (QLabel *label : {m_state, m_input, m_losses, m_audio, m_stereo})
+        layout->addWidget(label);
+    m_input->setToolTip(tr("Level at the receiver's converter; OVERFLOW: attenuate"));
+    m_losses->setToolTip(tr("IQ samples that were lost: in the program, and in reads that came "
+                            "back short. The sound has gaps where there are some."));
+    m_audio->setToolTip(tr("Peak of the audio"));
+    m_stereo->setToolTip(tr("Wide FM with a pilot tone"));
+    connect(&radio, &Radio::readingsChanged, this, &HealthBar::onReadings);
+    connect(&radio, &Radio::stateChanged, this, &HealthBar::showState);
+    connect(&radio, &Radio::rateChanged, this, &HealthBar::showState);
+    showState();
+}
+
+void HealthBar::showState()
+{
+    switch (m_radio.state()) {
+    case Radio::State::Off:
+        m_state->setText(tr("Off"));
+        break;
+    case Radio::State::Searching:
+        m_state->setText(tr("Looking for a receiver"));
+        break;
+    case Radio::State::Receiving:
+        m_state->setText(tr("%1, %2 kHz").arg(m_radio.deviceName()).arg(m_radio.rateHz() / 1000.0));
+        break;
+    }
+}
+
+void HealthBar::onReadings()
+{
+    const Readings &now = m_radio.readings();
+    const bool isBad = now.isOverflow;
+    if (++m_count < kEvery && !isBad)
+        return;
+    m_count = 0;
+    const QString warning =
+        QString("<b style=\"color:%1\">%2</b>").arg(QColor(Theme::current().warning).name());
+    m_input->setText(
+        isBad ? warning.arg(tr("ADC OVERFLOW")) : tr("ADC %1 dBFS").arg(levelText(now.inputDb)));
+    const QString losses = tr("lost %1 + %2").arg(now.droppedSamples).arg(now.lostSamples);
+    m_losses->setText(now.droppedSamples + now.lostSamples > 0 ? warning.arg(losses) : losses);
+    m_audio->setText(tr("audio %1 dBFS").arg(levelText(now.audioPeakDb)));
+    m_stereo->setText(now.isStereo ? tr("● stereo") : QString());
+}
+} // namespace host

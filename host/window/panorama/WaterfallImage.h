@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "window/panorama/ColumnMap.h"
+#include "window/panorama/WaterfallHistory.h"
+
+#include "pictures/ColourMap.h"
+#include "pictures/LevelRange.h"
+
+#include <QImage>
+
+#include <array>
+
+class QPainter;
+
+namespace host
+{
+/// The picture of a waterfall, newest line on top, as a ring of rows: a new line is written over
+/// the oldest one, and painting begins at the newest. Nothing is moved for a line; another zoom,
+/// range, palette or size draws all of it anew from the history.
+class WaterfallImage
+{
+public:
+    /// The history must outlive the image.
+    explicit WaterfallImage(const WaterfallHistory &history) : m_history(history) { }
+
+    /// Pixels of the screen.
+    void setSize(QSize size);
+    void setBand(double lowHz, double highHz);
+    void setLook(const LevelRange &range, ColourMap::Palette palette);
+
+    /// The history has a new line.
+    void addNewest();
+
+    /// One pixel of the screen a row, from the top left corner at `place` in the units of a painter
+    /// with that many pixels a unit.
+    void paint(QPainter &painter, QPointF place, double pixelRatio);
+
+private:
+    void drawRow(int age, int row);
+    void redraw();
+
+    const WaterfallHistory &m_history;
+    QImage m_ring;
+    int m_newest = 0;
+    double m_lowHz = 0.0;
+    double m_highHz = 1.0;
+    LevelRange m_range;
+    ColourMap::Palette m_palette = ColourMap::Palette::Inferno;
+    std::array<QRgb, 256> m_colours{};
+    ColumnMap m_map;
+    PictureAxis m_mapAxis;
+    std::vector<std::uint8_t> m_columns;
+    bool m_isStale = true;
+};
+} // namespace host
