@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/WindowRun.h"
 
+#include "memory/RadioMemory.h"
 #include "program/StopSignal.h"
-#include "program/Terminal.h"
 #include "radio/Radio.h"
 #include "settings/SettingsStore.h"
 #include "window/frame/MainWindow.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QSettings>
 
 #include <cstdio>
@@ -62,7 +64,11 @@ int WindowRun::run(const HostSettings &settings)
         return kBadInput;
     }
     StopSignal stop;
-    MainWindow window(radio);
+    // Beside settings of one's own lie bookmarks of one's own.
+    const QString bookmarks = settings.settingsFile.isEmpty()
+        ? RadioMemory::defaultPath()
+        : QFileInfo(settings.settingsFile).dir().filePath("bookmarks.csv");
+    MainWindow window(radio, bookmarks);
     QObject::connect(&stop, &StopSignal::raised, &window, &QWidget::close);
     QApplication::setQuitOnLastWindowClosed(true);
     window.show();

@@ -41,6 +41,12 @@ double level(double db)
 {
     return std::isfinite(db) ? std::max(Readings::kNothingDb, db) : Readings::kNothingDb;
 }
+/// In reads of the driver that came back short.
+std::uint64_t shortReadSamples()
+{
+    return FtReadMeter::instance().lostBytes / EngineLimits::kFrameBytes
+        * EngineLimits::kFrameSamples;
+}
 } // namespace
 
 Radio::Radio()
@@ -229,11 +235,18 @@ void Radio::setState(State state)
     if (state == m_state)
         return;
     m_state = state;
-    vr_status status{};
-    if (m_controls)
-        m_controls->getStatus(&status);
-    m_health.restart(status.samples_sent, m_ledger.processedSamples() + m_readings.lostSamples);
+    restartHealth();
     emit stateChanged(state);
+}
+
+/// What was on its way when the stream was begun anew is not lost.
+void Radio::restartHealth()
+{
+    if (!m_controls)
+        return;
+    vr_status status{};
+    m_controls->getStatus(&status);
+    m_health.restart(status.samples_sent, m_ledger.processedSamples() + shortReadSamples());
 }
 
 // Tuning.
@@ -457,6 +470,7 @@ void Radio::moveCenter(double hertz)
 void Radio::onRate(double spanHz)
 {
     m_ledger.dropWaiting();
+    restartHealth();
     if (!isReceivable(frequencyHz()))
         moveCenter(frequencyHz());
     sendAll();
@@ -669,8 +683,7 @@ void Radio::readMeters()
         m_sinceOverflow.start();
     m_overflows = overflows;
     m_readings.isOverflow = m_sinceOverflow.isValid() && !m_sinceOverflow.hasExpired(kOverflowMs);
-    m_readings.lostSamples =
-        FtReadMeter::instance().lostBytes / EngineLimits::kFrameBytes * EngineLimits::kFrameSamples;
+    m_readings.lostSamples = shortReadSamples();
     m_readings.lostFrames = m_ledger.lostFrames();
     if (m_controls && m_state == State::Receiving) {
         vr_status status{};
@@ -678,6 +691,7 @@ void Radio::readMeters()
         m_readings.shortReads = status.short_reads;
         m_health.look(status.samples_sent, m_ledger.processedSamples(), m_readings.lostSamples);
         m_readings.droppedSamples = m_health.dropped();
+        m_readings.lostSamples += status.fifo_overruns * EngineLimits::kFrameSamples;
     }
     emit readingsChanged();
 }

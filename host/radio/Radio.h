@@ -309,6 +309,7 @@ private:
     void filterMoved(bool moved);
     void onRate(double spanHz);
     void onPreamp(float db);
+    void restartHealth();
     void readMeters();
 
     void writeSettings(QSettings &settings) const;

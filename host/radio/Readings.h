@@ -19,7 +19,8 @@ struct Readings
 
     // Since the program began.
     std::uint64_t droppedSamples = 0; ///< IQ that the engine had no room for
-    std::uint64_t lostSamples = 0;    ///< IQ in reads of the receiver that came back short
+    std::uint64_t lostSamples = 0; ///< IQ that the receiver sent in vain: in reads that came back
+                                   ///< short, and what was not read in time
     std::uint64_t shortReads = 0;
     std::uint64_t lostFrames = 0; ///< audio that nobody fetched in time
 };

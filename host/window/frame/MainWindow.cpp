@@ -3,6 +3,7 @@
 
 #include "window/controls/AudioPanel.h"
 #include "window/controls/BandBar.h"
+#include "window/controls/BookmarkDialog.h"
 #include "window/controls/EqualizerDialog.h"
 #include "window/controls/ModePanel.h"
 #include "window/controls/NotchDialog.h"
@@ -15,14 +16,17 @@
 #include "window/panorama/PanoramaView.h"
 #include "window/panorama/WaterfallView.h"
 
+#include "memory/RadioMemory.h"
 #include "radio/Radio.h"
 #include "rig/RadioRig.h"
 #include "rig/RigServer.h"
 
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
@@ -39,9 +43,10 @@ constexpr int kSideWidth = 262;
 const QString kGroup = QStringLiteral("Window");
 } // namespace
 
-MainWindow::MainWindow(Radio &radio)
-    : m_radio(radio), m_band(radio), m_lines(radio), m_sound(std::make_unique<SoundChoice>(radio)),
-      m_rigTarget(std::make_unique<RadioRig>(radio)),
+MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
+    : m_radio(radio), m_band(radio), m_lines(radio),
+      m_memory(std::make_unique<RadioMemory>(radio, bookmarkFile)),
+      m_sound(std::make_unique<SoundChoice>(radio)), m_rigTarget(std::make_unique<RadioRig>(radio)),
       m_rig(std::make_unique<RigServer>(*m_rigTarget))
 {
     setWindowTitle(tr("Velmora receiver"));
@@ -56,15 +61,25 @@ MainWindow::MainWindow(Radio &radio)
         [this](bool isPlaying, const QString &text) {
             m_soundText->setText(isPlaying ? tr("sound: %1").arg(text) : text);
         });
-    for (const QString &notice : radio.notices())
+    connect(&*m_memory, &RadioMemory::message, this, &MainWindow::tell);
+    for (const QString &notice : radio.notices() + m_memory->notices())
         tell(notice);
+    const auto mark = [this] { showStations(); };
+    connect(&m_memory->bookmarks(), &QAbstractItemModel::dataChanged, this, mark);
+    connect(&m_memory->bookmarks(), &QAbstractItemModel::rowsInserted, this, mark);
+    connect(&m_memory->bookmarks(), &QAbstractItemModel::rowsRemoved, this, mark);
+    connect(&m_memory->bookmarks(), &QAbstractItemModel::rowsMoved, this, mark);
+    connect(&m_memory->bookmarks(), &QAbstractItemModel::modelReset, this, mark);
+    connect(&m_band, &VisibleBand::changed, this, mark);
+    showStations();
     showState();
     m_panorama->setFocus();
 }
 
 MainWindow::~MainWindow()
 {
-    delete m_options; // gives the page back
+    delete m_options;   // gives the page back
+    delete m_bookmarks; // looks at the memory
     writeSettings();
     disconnect(&m_radio, nullptr, this, nullptr);
 }
@@ -83,7 +98,8 @@ void MainWindow::build()
     layout->addLayout(middle, 1);
     layout->addWidget(newBottom());
     setCentralWidget(whole);
-    resize(kFirstSize);
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        resize(kFirstSize.boundedTo(screen->availableSize()));
 }
 
 QWidget *MainWindow::newTop()
@@ -116,7 +132,7 @@ QWidget *MainWindow::newBands()
     auto *layout = new QVBoxLayout(left);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-    auto *bands = new BandBar(m_radio, left);
+    auto *bands = new BandBar(*m_memory, left);
     layout->addWidget(bands);
     m_welcome = new QWidget(left);
     layout->addWidget(m_welcome);
@@ -267,6 +283,22 @@ void MainWindow::showNotches()
         m_notches = new NotchDialog(m_radio, this);
     m_notches->show();
     m_notches->raise();
+}
+
+void MainWindow::showBookmarks()
+{
+    if (!m_bookmarks)
+        m_bookmarks = new BookmarkDialog(*m_memory, this);
+    m_bookmarks->show();
+    m_bookmarks->raise();
+}
+
+void MainWindow::showStations()
+{
+    std::vector<PictureMark> marks;
+    for (const Bookmark &bookmark : m_memory->bookmarks().between(m_band.lowHz(), m_band.highHz()))
+        marks.push_back({bookmark.reception.frequencyHz, bookmark.name});
+    m_panorama->setMarks(marks);
 }
 
 void MainWindow::setRemote(bool on)

@@ -16,11 +16,13 @@ class QToolButton;
 
 namespace host
 {
+class BookmarkDialog;
 class EqualizerDialog;
 class NotchDialog;
 class OptionsDialog;
 class PanoramaView;
 class Radio;
+class RadioMemory;
 class RadioRig;
 class RigServer;
 class SoundChoice;
@@ -37,7 +39,7 @@ class MainWindow : public QMainWindow
 
 public:
     /// The radio is loaded, and outlives the window.
-    explicit MainWindow(Radio &radio);
+    MainWindow(Radio &radio, const QString &bookmarkFile);
     ~MainWindow() override;
 
     /// What can be done by a key, for the help: what it does, the key.
@@ -79,6 +81,8 @@ private:
     void showOptions();
     void showEqualizer();
     void showNotches();
+    void showBookmarks();
+    void showStations();
     void showShortcuts();
     void setTheme(Theme::Choice choice);
     void setRemote(bool on);
@@ -93,6 +97,7 @@ private:
     Radio &m_radio;
     VisibleBand m_band;
     SpectrumLines m_lines;
+    std::unique_ptr<RadioMemory> m_memory;
     std::unique_ptr<SoundChoice> m_sound;
     std::unique_ptr<RadioRig> m_rigTarget;
     std::unique_ptr<RigServer> m_rig;
@@ -111,6 +116,7 @@ private:
     QAction *m_remote = nullptr;
     QPointer<EqualizerDialog> m_equalizer;
     QPointer<NotchDialog> m_notches;
+    QPointer<BookmarkDialog> m_bookmarks;
     QPointer<OptionsDialog> m_options;
 };
 } // namespace host

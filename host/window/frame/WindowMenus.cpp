@@ -7,6 +7,7 @@
 #include "window/panorama/PanoramaView.h"
 #include "window/panorama/WaterfallView.h"
 
+#include "memory/RadioMemory.h"
 #include "radio/Radio.h"
 #include "rig/RigServer.h"
 
@@ -119,6 +120,10 @@ void MainWindow::buildTuningMenu()
     addAction(menu, tr("&Split listening"), "S", [this] { m_radio.setSplit(!m_radio.isSplit()); });
     addAction(menu, tr("&Lock"), "L", [this] { m_radio.setLocked(!m_radio.isLocked()); });
     addAction(menu, tr("&RIT"), "R", [this] { m_radio.toggle(Switch::Rit); });
+    addAction(menu, tr("&Bookmarks…"), "Ctrl+B", [this] { showBookmarks(); });
+    addAction(menu, tr("Next amateur band"), "Ctrl+Right", [this] { m_memory->goToNextBand(1); });
+    addAction(
+        menu, tr("Previous amateur band"), "Ctrl+Left", [this] { m_memory->goToNextBand(-1); });
     menu.addSeparator();
     addAction(menu, tr("&Wider filter"), "]", [this] { stepFilter(1); });
     addAction(menu, tr("&Narrower filter"), "[", [this] { stepFilter(-1); });

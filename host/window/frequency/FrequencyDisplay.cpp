@@ -18,11 +18,11 @@ namespace host
 {
 namespace
 {
-constexpr int kWheelStep = 120;      // eighths of a degree, a notch of common mice
-constexpr double kLetterWidth = 22;  // of "A" or "B" in its box, in front of the digits
-constexpr double kPointShare = 0.36; // of a digit's width, between groups
-constexpr int kActiveHeight = 34;    // of a digit's font, pixels
-constexpr int kOtherHeight = 34;
+constexpr int kWheelStep = 120;       // eighths of a degree, a notch of common mice
+constexpr double kLetterWidth = 22;   // of "A" or "B" in its box, in front of the digits
+constexpr double kPointShare = 0.36;  // of a digit's width, between groups
+constexpr double kWidestDigit = 0.56; // of the height
+constexpr int kDigitHeight = 34;      // pixels
 
 double powerOfTen(int digit)
 {
@@ -63,12 +63,14 @@ void FrequencyDisplay::tell()
 
 double FrequencyDisplay::digitWidth() const
 {
-    return (width() - kLetterWidth - 8.0) / (kDigits + 2.0 * kPointShare);
+    // Digits that stand too far apart are no number any more.
+    return std::min(
+        (width() - kLetterWidth - 8.0) / (kDigits + 2.0 * kPointShare), height() * kWidestDigit);
 }
 
 QSize FrequencyDisplay::sizeHint() const
 {
-    return {260, isActive() ? kActiveHeight + 12 : kOtherHeight + 12};
+    return {260, kDigitHeight + 12};
 }
 
 QSize FrequencyDisplay::minimumSizeHint() const
@@ -79,7 +81,9 @@ QSize FrequencyDisplay::minimumSizeHint() const
 QRectF FrequencyDisplay::rectOf(int digit) const
 {
     const int place = kDigits - 1 - digit; // from the left
-    const double x = kLetterWidth + 4.0 + digitWidth() * (place + kPointShare * (place / 3));
+    const double width = digitWidth() * (kDigits + 2.0 * kPointShare);
+    const double left = kLetterWidth + std::max(4.0, (this->width() - kLetterWidth - width) / 2.0);
+    const double x = left + digitWidth() * (place + kPointShare * (place / 3));
     return {x, 0.0, digitWidth(), double(height())};
 }
 

@@ -24,6 +24,8 @@ constexpr double kAboveS9Db = 60.0;
 // S-units take more of the scale than the decibels above S9: that is where one looks.
 constexpr double kS9Share = 0.58;
 
+constexpr double kNarrow = 180.0; // pixels, too little for all numbers
+
 constexpr int kPeakMs = 1500;
 constexpr double kPeakFallDb = 0.8; // at each reading after that
 constexpr double kSmoothing = 0.35; // of the way to the new reading, 25 times a second
@@ -96,7 +98,8 @@ void SMeter::paintEvent(QPaintEvent *)
     };
     for (int unit = 1; unit <= 9; unit += 2)
         tick(s9 + (unit - 9) * kUnitDb, QString::number(unit));
-    for (int above = 20; above <= 60; above += 20)
+    const int step = bar.width() < kNarrow ? 40 : 20;
+    for (int above = 20; above <= 60; above += step)
         tick(s9 + above, QString("+%1").arg(above));
 
     painter.setRenderHint(QPainter::Antialiasing, false);

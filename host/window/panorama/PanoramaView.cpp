@@ -15,6 +15,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -35,8 +36,9 @@ constexpr double kLeastStepDb = 4.0; // a range that moves for less would never 
 constexpr double kLowShare = 0.05;
 constexpr double kHighShare = 1.0;
 
-constexpr int kTickWidth = 76; // of a number of the frequency axis and a space
+constexpr int kTickWidth = 60; // of a number of the frequency axis and a space
 constexpr int kTickHeight = 26;
+constexpr double kNameHeight = 15.0; // of a station's name
 } // namespace
 
 PanoramaView::PanoramaView(Radio &radio, VisibleBand &band, SpectrumLines &lines, QWidget *parent)
@@ -191,12 +193,12 @@ void PanoramaView::paintAxes(QPainter &painter)
             Qt::AlignRight | Qt::AlignVCenter, tick.label);
     }
     painter.drawText(QRectF(0.0, area.bottom() + 3.0, kAxisWidth - 6.0, 16.0),
-        Qt::AlignRight | Qt::AlignVCenter, m_isAutomatic ? tr("dB auto") : tr("dBFS"));
+        Qt::AlignRight | Qt::AlignVCenter, m_isAutomatic ? tr("auto") : tr("dBFS"));
     const auto frequencies = AxisTicks::frequencies(
         band().lowHz(), band().highHz(), std::max(2, area.width() / kTickWidth));
     for (const auto &tick : frequencies.ticks) {
         const double x = xOf(tick.value);
-        painter.setPen(QColor(theme.isDark ? theme.grid : theme.grid));
+        painter.setPen(QColor(theme.grid));
         painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
         painter.setPen(QColor(theme.axis));
         painter.drawLine(QPointF(x, area.bottom() + 1.0), QPointF(x, area.bottom() + 5.0));
@@ -240,24 +242,29 @@ void PanoramaView::paintStations(QPainter &painter)
     const Theme &theme = Theme::current();
     const QRect area = plot();
     painter.setClipRect(area);
-    double free[] = {0.0, 0.0, 0.0}; // where each row of names is free from
+    std::array<double, 4> free{}; // where each row of names is free from
+    QColor ground(theme.plot);
+    ground.setAlpha(190);
+    std::vector<std::pair<QRectF, QString>> names;
+    painter.setPen(QPen(QColor(theme.axis), 1.0, Qt::DotLine));
     for (const PictureMark &mark : m_marks) {
         const double x = xOf(mark.frequencyHz);
         if (x < area.left() || x > area.right())
             continue;
         const double width = painter.fontMetrics().horizontalAdvance(mark.label) + 8.0;
-        for (int row = 0; row < 3; ++row) {
-            if (x - 4.0 < free[row])
-                continue;
-            free[row] = x + width;
-            const double y = area.top() + 20.0 + 15.0 * row;
-            painter.setPen(QPen(QColor(theme.axis), 1.0, Qt::DotLine));
-            painter.drawLine(QPointF(x, y + 14.0), QPointF(x, area.bottom()));
-            painter.setPen(QColor(theme.station));
-            painter.drawText(
-                QRectF(x - 3.0, y, width, 14.0), Qt::AlignLeft | Qt::AlignVCenter, mark.label);
-            break;
-        }
+        const auto row =
+            std::find_if(free.begin(), free.end(), [x](double end) { return end <= x - 4.0; });
+        if (row == free.end())
+            continue;
+        *row = x + width;
+        const double y = area.top() + kNameHeight * (1.4 + double(row - free.begin()));
+        painter.drawLine(QPointF(x, y + kNameHeight), QPointF(x, area.bottom()));
+        names.push_back({{x - 4.0, y, width - 4.0, kNameHeight - 1.0}, mark.label});
+    }
+    painter.setPen(QColor(theme.station));
+    for (const auto &[box, name] : names) {
+        painter.fillRect(box, ground);
+        painter.drawText(box, Qt::AlignCenter, name);
     }
     painter.setClipping(false);
 }

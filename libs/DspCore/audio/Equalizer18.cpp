@@ -15,7 +15,8 @@ Biquad::Type type(std::size_t band)
 {
     if (band == 0)
         return Biquad::Type::LowShelf;
-    return band + 1 == Equalizer18::kCentresHz.size() ? Biquad::Type::HighShelf : Biquad::Type::Peak;
+    return band + 1 == Equalizer18::kCentresHz.size() ? Biquad::Type::HighShelf
+                                                      : Biquad::Type::Peak;
 }
 } // namespace
 

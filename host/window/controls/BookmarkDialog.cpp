@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/controls/BookmarkDialog.h"
+
+#include "memory/BookmarkField.h"
+#include "memory/RadioMemory.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace host
+{
+BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
+    : QDialog(parent), m_memory(memory), m_search(memory.bookmarks()), m_table(new QTableView(this))
+{
+    setWindowTitle(tr("Bookmarks"));
+    resize(680, 460);
+    auto *layout = new QVBoxLayout(this);
+    auto *field = new QLineEdit(this);
+    field->setPlaceholderText(tr("Search"));
+    field->setAccessibleName(tr("Search in the bookmarks"));
+    field->setClearButtonEnabled(true);
+    connect(field, &QLineEdit::textChanged, this,
+        [this](const QString &text) { m_search.setText(text); });
+    layout->addWidget(field);
+    m_table->setModel(&m_search);
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(kFrequencyField, Qt::AscendingOrder);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setAccessibleName(tr("Bookmarks"));
+    m_table->verticalHeader()->hide();
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->resizeColumnsToContents();
+    layout->addWidget(m_table, 1);
+    auto *row = new QHBoxLayout;
+    const auto addButton = [&](const QString &text, auto slot) {
+        auto *button = new QPushButton(text, this);
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, slot);
+        row->addWidget(button);
+        return button;
+    };
+    addButton(tr("&Go"), &BookmarkDialog::go)->setDefault(true);
+    addButton(tr("&Add what is heard"), &BookmarkDialog::add);
+    addButton(tr("&Remove"), &BookmarkDialog::remove);
+    row->addStretch(1);
+    addButton(tr("&Import…"), &BookmarkDialog::importFile);
+    addButton(tr("&Export…"), &BookmarkDialog::exportFile);
+    addButton(tr("&Close"), &QDialog::accept);
+    layout->addLayout(row);
+}
+
+void BookmarkDialog::go()
+{
+    const QModelIndex index = m_table->currentIndex();
+    if (index.isValid())
+        m_memory.goTo(m_memory.bookmarks().at(m_search.mapToSource(index).row()));
+}
+
+void BookmarkDialog::add()
+{
+    const int row = m_memory.bookmarks().add(m_memory.here(tr("new")));
+    const QModelIndex index = m_search.mapFromSource(m_memory.bookmarks().index(row, 0));
+    if (!index.isValid())
+        return; // the search does not show it
+    m_table->setCurrentIndex(index);
+    m_table->edit(index);
+}
+
+void BookmarkDialog::remove()
+{
+    const QModelIndex index = m_table->currentIndex();
+    if (index.isValid())
+        m_search.removeRow(index.row());
+}
+
+void BookmarkDialog::importFile()
+{
+    const QString file =
+        QFileDialog::getOpenFileName(this, tr("Import bookmarks"), {}, tr("Tables (*.csv)"));
+    if (file.isEmpty())
+        return;
+    BookmarkModel::Import import;
+    if (!m_memory.bookmarks().importFile(file, &import))
+        tell(m_memory.bookmarks().error());
+    else
+        tell(
+            (QStringList{tr("%1 added, %2 were there already.").arg(import.added).arg(import.known)}
+                + import.problems)
+                .join('\n'));
+}
+
+void BookmarkDialog::exportFile()
+{
+    const QString file = QFileDialog::getSaveFileName(
+        this, tr("Export bookmarks"), "bookmarks.csv", tr("Tables (*.csv)"));
+    if (!file.isEmpty() && !m_memory.bookmarks().exportFile(file))
+        tell(m_memory.bookmarks().error());
+}
+
+void BookmarkDialog::tell(const QString &text)
+{
+    QMessageBox::information(this, windowTitle(), text);
+}
+} // namespace host
