@@ -130,8 +130,6 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         EXPECT_TRUE(error->text.contains(named)) << options << ": " << qPrintable(error->text);
         EXPECT_FALSE(error->text.contains('\n')) << options;
     }
-    const auto bare = read("");
-    EXPECT_TRUE(std::get<host::UsageError>(bare).text.contains("--headless"));
 }
 
 TEST(CommandLineTest, WhatHasNoEffectIsTold)
