@@ -13,10 +13,9 @@ namespace FmSoft
 ///          now · exp(j nominal)     known as soon as `now` is, long before the loop has found d
 ///          · (cos d + j sin d)      by their power series to d^7, as d is small
 ///
-/// A loop waits for the second product alone, some 15 cycles; a sine and a cosine of the phase
-/// would be 50. For |d| up to kLargestDeviation what the series leave out is below rounding
-/// (0.03^8 / 40320 = 2e-17). Rounding moves the point by some 1e-16 a step, so start() sets it
-/// right every kSteps steps: the error stays below 1e-14.
+/// A loop waits for the second product alone. For |d| up to kLargestDeviation what the series leave
+/// out is below rounding (0.03^8 / 40320 = 2e-17). Rounding moves the point by some 1e-16 a step,
+/// so start() sets it right every kSteps steps: the error stays below 1e-14.
 class SteadyPhasor
 {
 public:

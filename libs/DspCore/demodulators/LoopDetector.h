@@ -11,10 +11,10 @@ namespace DspCore
 {
 /// The phase detector fastArctangent(turned sample) for a loop that waits for it.
 ///
-///     plain      phase ─ sine, cosine ─ turn the sample ─ two divisions ─ error     125 cycles
+///     plain      phase ─ sine, cosine ─ turn the sample ─ two divisions ─ error
 ///
 ///     here       angles of the samples, before the loop and side by side
-///                phase ─ (+) ─ whole turns off ─┬──────────────── (-) ─ error        45 cycles
+///                phase ─ (+) ─ whole turns off ─┬──────────────── (-) ─ error
 ///                                               └─ quarter turns off ─ bend
 ///
 /// Turning a sample by a phase adds the phase to its angle. What the rational arctangent gives for

@@ -23,7 +23,7 @@ namespace DspCore
 ///              w[0]     w[1]      ..                 \  first w[j] takes its step for sample n-1
 ///
 /// Real and imaginary parts lie in arrays of their own, which is what the processor's vector units
-/// want. 98 weights cost 46 ns a sample at 3 GHz. Not thread-safe; the owner serialises.
+/// want. Not thread-safe; the owner serialises.
 class LmsPredictor
 {
 public:
