@@ -31,8 +31,8 @@ int Listener::run()
 {
     for (const QString &notice : qAsConst(m_settings.notices))
         m_terminal.print(notice);
-    if (!openLibrary() || !loadPlugin() || !openFiles() || !openReceiver() || !openOutlets()
-        || !startStream())
+    if (!openLibrary() || !loadPlugin() || !openFiles() || !openReceiver() || !openRig()
+        || !openOutlets() || !startStream())
         return m_status;
     QCoreApplication::exec();
     keepResults();
@@ -90,6 +90,15 @@ bool Listener::openReceiver()
     const bool isOpen = m_receiver->open(m_settings);
     m_terminal.print(m_receiver->notice());
     return isOpen || fail(m_receiver->error(), kFailure);
+}
+
+bool Listener::openRig()
+{
+    if (!m_settings.rigPort)
+        return true;
+    m_rig.emplace(*m_receiver, m_settings);
+    m_rigServer.emplace(*m_rig);
+    return m_rigServer->open(*m_settings.rigPort) || fail(m_rigServer->error(), kFailure);
 }
 
 bool Listener::openOutlets()
@@ -164,6 +173,7 @@ void Listener::onEnd()
     if (m_result.ending.isEmpty())
         m_result.ending = m_feed->status().scene_ended ? "scene ended" : "duration reached";
     m_result = measurement();
+    m_rigServer.reset();
     m_receiver->stop();
     m_terminal.clearProgress();
     QCoreApplication::exit();

@@ -7,10 +7,12 @@
 #include "library/ReceiverControls.h"
 #include "program/CpuMeter.h"
 #include "program/DialogGuard.h"
+#include "program/HeadlessRig.h"
 #include "program/Outlets.h"
 #include "program/StopSignal.h"
 #include "program/Terminal.h"
 #include "report/Measurement.h"
+#include "rig/RigServer.h"
 #include "settings/HostSettings.h"
 #include "stream/AudioFile.h"
 #include "stream/BandPictures.h"
@@ -60,6 +62,7 @@ private:
     bool loadPlugin();
     bool openFiles();
     bool openReceiver();
+    bool openRig();
     bool openOutlets();
     bool startStream();
 
@@ -96,6 +99,8 @@ private:
     std::optional<QSaveFile> m_reportFile;
     StreamLedger m_ledger;
     std::optional<PluginReceiver> m_receiver;
+    std::optional<HeadlessRig> m_rig;
+    std::optional<RigServer> m_rigServer;
     std::optional<BandPictures> m_pictures;
     std::optional<IqRecording> m_recording;
     std::optional<StreamFeed> m_feed;

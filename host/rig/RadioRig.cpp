@@ -2,6 +2,7 @@
 #include "rig/RadioRig.h"
 
 #include "radio/Radio.h"
+#include "rig/RigPassband.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
@@ -79,18 +80,10 @@ RigError RadioRig::setPassband(Mode mode, double hertz)
 {
     if (mode != m_radio.mode())
         return RigError::None;
-    FilterMemory::Edges edges = m_radio.filterEdges();
-    if (hertz == 0.0) {
-        const ReceptionMode &usual = *findMode(mode);
-        edges = {usual.filterLowHz, usual.filterHighHz};
-    } else if (m_radio.functions().isSimmetricFilter(mode)) {
-        edges = {-hertz / 2.0, hertz / 2.0};
-    } else if (edges.highHz <= 0.0) {
-        edges.lowHz = edges.highHz - hertz;
-    } else {
-        edges.highHz = edges.lowHz + hertz;
-    }
-    m_radio.setFilterEdges(edges);
+    const FilterMemory::Edges edges = m_radio.filterEdges();
+    const auto [low, high] =
+        rigPassband(m_radio.functions(), mode, {edges.lowHz, edges.highHz}, hertz);
+    m_radio.setFilterEdges({low, high});
     return RigError::None;
 }
 

@@ -29,8 +29,7 @@ public:
     RigError setMode(VfoId id, Mode mode) override;
     double passbandHz(Mode mode) const override;
 
-    /// The edge next to the carrier stays, of a filter around it both edges move. Only of the mode
-    /// that is heard; for another one nothing is done, which is no fault.
+    /// Only of the mode that is heard; for another one nothing is done, which is no fault.
     RigError setPassband(Mode mode, double hertz) override;
 
     bool isSplit() const override;

@@ -117,6 +117,8 @@ private:
     {
         if (m_settings.autoPreamp && m_settings.freeRun)
             refuse("--auto-preamp goes by the clock, which --free-run does not");
+        if (m_settings.rigPort && m_settings.freeRun)
+            refuse("--rig-port is for a run in real time, which --free-run is not");
         for (const char *time : {"agc-attack", "agc-decay", "agc-hang"})
             if (isSet(time) && m_settings.given["agc"] == "off")
                 refuse(QString("--%1 has no meaning with --agc off").arg(time));

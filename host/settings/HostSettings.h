@@ -78,6 +78,8 @@ struct HostSettings
     double seconds = 0.0; ///< 0: a finite scene as long as it is, else kDefaultSeconds
     bool freeRun = false; ///< as fast as the machine can instead of real time
 
+    std::optional<quint16> rigPort; ///< of the loopback address, for rig control; empty: none
+
     SpectrumSettings spectrum;
     RecordingSettings recording;
     OutletSettings vac;

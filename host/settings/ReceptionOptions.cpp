@@ -20,6 +20,8 @@ constexpr int kChannelA = 0;
 constexpr double kHighestFrequencyHz = 800e6;
 constexpr double kHighestSceneRateHz = 100e6;
 
+constexpr int kHighestPort = 65535;
+
 constexpr double kShortestRunSeconds = 1e-3;
 constexpr double kLongestRunSeconds = 86400.0; // a day; more is a slip of the finger
 
@@ -217,6 +219,14 @@ std::vector<Option> receptionOptions()
         {.name = "free-run",
             .help = "As fast as possible, without losing a sample; gives the same file each time",
             .keep = in(&HostSettings::freeRun)},
+        {.name = "rig-port",
+            .argument = "PORT",
+            .help = "Let programs on this computer tune the receiver while it runs, by the "
+                    "protocol of hamlib's rigctld; usually port 4532",
+            .value = wholeNumber(1, kHighestPort),
+            .otherwise = "off",
+            .keep = [](HostSettings &settings,
+                        const QVariant &port) { settings.rigPort = quint16(port.toUInt()); }},
         {.name = "eeprom",
             .argument = "FILE",
             .help = "File that holds the receiver's EEPROM",
