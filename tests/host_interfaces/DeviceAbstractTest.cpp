@@ -60,15 +60,4 @@ TEST(CwParamTest, DefaultBytesAreTheHosts)
     const SDR::CwParam defaults;
     EXPECT_EQ(std::memcmp(&defaults, expected, kBytes), 0);
 }
-
-TEST(SpectrumViewTest, IsThreeWordsCountWaterfallSpectrum)
-{
-    static_assert(sizeof(SpectrumView) == 3 * sizeof(void *));
-    const float first = 1.0f;
-    const float second = 2.0f;
-    const auto [count, waterfall, spectrum] = SpectrumView{1, &second, &first};
-    EXPECT_EQ(count, 1u);
-    EXPECT_EQ(*waterfall, second);
-    EXPECT_EQ(*spectrum, first);
-}
 } // namespace

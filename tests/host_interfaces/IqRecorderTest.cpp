@@ -3,15 +3,10 @@
 #include "host_interfaces/IQRecorderConfigure.h"
 #include "host_interfaces/IqRecorderOption.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QCoreApplication>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -27,14 +22,6 @@ protected:
     ~IqRecorderTest() override { qputenv("HOME", m_before); }
 
     QString home(const char *name) const { return m_home.path() + "/" + name; }
-
-    template <typename Widget>
-    static Widget *part(const QWidget &page, const char *name)
-    {
-        auto *widget = page.findChild<Widget *>(name);
-        EXPECT_NE(widget, nullptr) << name;
-        return widget;
-    }
 
 private:
     QTemporaryDir m_home;
@@ -58,7 +45,8 @@ TEST_F(IqRecorderTest, EachLayoutHasItsPlaceInTheListAndItsFileName)
         {0, "VelmoraSDR2", IQFile::VelmoraSDR2, "/iq/App_Device_20240209_03-04-05_.wav"},
     };
     IqRecorderOption page;
-    auto *list = part<QComboBox>(page, "cbIqFormat");
+    auto *list = page.findChild<QComboBox *>("cbIqFormat");
+    ASSERT_NE(list, nullptr);
     IQRecorderConfigure configure;
     configure.path = "/iq";
     QObject::connect(&page, &IqRecorderOption::formathChanged,
@@ -69,30 +57,7 @@ TEST_F(IqRecorderTest, EachLayoutHasItsPlaceInTheListAndItsFileName)
         EXPECT_EQ(page.format(), row.format);
         EXPECT_EQ(configure.fileName("Device", start), row.fileName);
     }
-    page.setFormat(IQFile::HDSDR);
-    page.setFormat(IQFile::Format(3)); // no layout
-    EXPECT_EQ(list->currentIndex(), 1);
-    list->setItemText(1, "stale");
-    page.on4K();
-    EXPECT_EQ(list->currentText(), "HDSDR");
     QCoreApplication::setApplicationName(application);
-}
-
-TEST_F(IqRecorderTest, FolderComesFromTheDialogUnlessCancelled)
-{
-    QDir().mkpath(home("chosen"));
-    IqRecorderOption page;
-    EXPECT_TRUE(QDir(home("VelmoraSDR2")).exists()); // offered, so made
-    for (const bool accepted : {false, true}) {
-        QTimer::singleShot(0, [&] {
-            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(home("chosen"));
-            accepted ? static_cast<QDialog *>(dialog)->accept() : dialog->reject();
-        });
-        part<QPushButton>(page, "pbOpen")->click();
-        EXPECT_EQ(page.path(), home(accepted ? "chosen" : "VelmoraSDR2"));
-    }
 }
 
 TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTellsAndSettingsKeepIt)
@@ -107,9 +72,7 @@ TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTellsAndSettingsKeepIt)
     QObject::connect(recorder, &IqRecorder::formathChanged, &receiver,
         [&](IQFile::Format format) { told << QString::number(format); });
     recorder->setPath(path);
-    recorder->setPath(path);
     recorder->options()->setFormat(IQFile::StandartWave);
-    recorder->on4K(); // tells nobody
     EXPECT_EQ(told, (QStringList{path, QString::number(IQFile::StandartWave)}));
 
     QSettings settings(home("a.ini"), QSettings::IniFormat);
@@ -121,12 +84,5 @@ TEST_F(IqRecorderTest, RecorderPassesOnWhatThePageTellsAndSettingsKeepIt)
     recorder->readSettings(&settings);
     EXPECT_EQ(recorder->path(), path);
     EXPECT_EQ(recorder->format(), IQFile::StandartWave);
-
-    settings.setValue("IqRecorder/format", 3); // no layout
-    settings.remove("IqRecorder/path");
-    recorder->readSettings(&settings);
-    EXPECT_EQ(recorder->path(), path);
-    EXPECT_EQ(recorder->format(), IQFile::StandartWave);
-    EXPECT_EQ(settings.group(), "");
 }
 } // namespace

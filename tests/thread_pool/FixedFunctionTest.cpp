@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "thread_pool/FixedFunction.h"
 
-#include <array>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -14,22 +13,6 @@ static_assert(!std::is_copy_constructible_v<Task> && std::is_nothrow_destructibl
 int twice(int value)
 {
     return 2 * value;
-}
-
-TEST(FixedFunctionTest, HoldsEveryKindOfCallableOrNone)
-{
-    std::array<char, 128 - sizeof(int)> filling = {};
-    filling.back() = 1;
-    const int offset = 10;
-    Task full([filling, offset](int value) { return value + offset + filling.back(); });
-    Task moveOnly([number = std::make_unique<int>(5)](int value) { return value + *number; });
-    EXPECT_EQ(Task(twice)(4), 8);
-    EXPECT_EQ(full(4), 15);
-    EXPECT_EQ(moveOnly(4), 9);
-    int (*none)(int) = nullptr;
-    EXPECT_FALSE(Task());
-    EXPECT_FALSE(Task(none));
-    EXPECT_TRUE(Task(twice));
 }
 
 TEST(FixedFunctionTest, MovesEmptyTheSourceAndDestroyEachCallableOnce)

@@ -89,12 +89,4 @@ TEST(ThreadPoolTest, IdleWorkersUseNoProcessorTime)
     const double used = double(std::clock() - before) / CLOCKS_PER_SEC;
     EXPECT_LT(used, kIdleShare * std::chrono::duration<double>(kTime).count());
 }
-
-TEST(ThreadPoolTest, ImpossibleOptionsAreRefused)
-{
-    EXPECT_THROW(tp::ThreadPool({.workerCount = 0}), std::invalid_argument);
-    for (const std::size_t size : {0, 1, 3, 100})
-        EXPECT_THROW(tp::ThreadPool({.queueSize = size}), std::invalid_argument) << size;
-    EXPECT_NO_THROW(tp::ThreadPool());
-}
 } // namespace

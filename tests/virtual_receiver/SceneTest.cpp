@@ -106,46 +106,32 @@ TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
 {
     const TemporaryFolder folder;
     const std::string samples = encode("s24", kValues);
+    const std::string fmt = fmtChunk(1, 24);
     const std::string auxi = chunk(
         "auxi", std::string(32, '\1') + bytes(std::uint32_t(kCentreHz)) + std::string(128, '\0'));
-    const std::string vsdr = vsdrChunk(kCentreHz, 48000);
     struct Row
     {
-        const char *what;
         std::string content;
-        double frequencyHz;
-        std::string notice = {}; // part of it
+        double frequencyHz = 0.0;
+        const char *notice = ""; // part of it
+        double rateHz = 0.0;     // where nobody else knows it
     };
-    const std::string fmt = fmtChunk(1, 24);
-    const std::string never = "never written";
     const Row rows[] = {
-        {"frequency in auxi", riff(fmt + auxi + chunk("data", samples)), kCentreHz},
-        {"data without a size", riff(fmt + vsdr + "data" + samples), kCentreHz},
-        {"size never written", riff(fmt + "data" + bytes(0) + samples), 0.0},
-        {"size beyond the end", riff(fmt + "data" + bytes(5000000) + samples + "x"), 0.0,
-            "shorter"},
-        {"size of an earlier recording", riff(fmt + "data" + bytes(6) + samples), 0.0, "longer"},
-        {"broken off, plain", std::string(44, '\0') + samples, 0.0, never},
-        {"broken off, with auxi", std::string(216, '\0') + samples, 0.0, never},
-        {"chunks of others, one of odd length",
-            riff(fmt + chunk("note", "abc") + chunk("data", samples.substr(0, 6))
-                + chunk("kiwi", "0123456789") + chunk("data", samples.substr(6))),
-            0.0},
+        {riff(fmt + auxi + chunk("data", samples)), kCentreHz},
+        {riff(fmt + vsdrChunk(kCentreHz, 48000) + "data" + samples), kCentreHz}, // without a size
+        {riff(fmt + "data" + bytes(5000000) + samples + "x"), 0.0, "shorter"},
+        {std::string(44, '\0') + samples, 0.0, "never written", 48000.0},
+        {riff(fmt + chunk("note", "abc") + chunk("data", samples))}, // of odd length
     };
     for (const Row &row : rows) {
         Rig rig;
         const auto path = folder.write("r.wav", row.content);
-        const double rateHz = row.notice == never ? 48000.0 : 0.0; // nobody else knows it
-        ASSERT_EQ(vr_scene_file(path.c_str(), "wav", rateHz, 0), 0) << row.what << vr_last_error();
-        EXPECT_NE(std::string(vr_scene_notice()).find(row.notice), std::string::npos) << row.what;
-        EXPECT_EQ(row.notice.empty(), *vr_scene_notice() == 0) << row.what;
-        EXPECT_EQ(vr_scene_frequency(), row.frequencyHz) << row.what;
-        if (row.notice.empty()) { // its header is overruled, which is told
-            ASSERT_EQ(vr_scene_file(path.c_str(), "wav", 96000.0, 0), 0);
-            EXPECT_NE(std::string(vr_scene_notice()).find("96000"), std::string::npos) << row.what;
-            ASSERT_EQ(vr_scene_file(path.c_str(), "wav", 0, 0), 0);
-        }
-        expectValues(rig, kCode, row.what);
+        const auto what = "row " + std::to_string(&row - rows);
+        ASSERT_EQ(vr_scene_file(path.c_str(), "wav", row.rateHz, 0), 0) << what << vr_last_error();
+        EXPECT_NE(std::string(vr_scene_notice()).find(row.notice), std::string::npos) << what;
+        EXPECT_EQ(*row.notice == 0, *vr_scene_notice() == 0) << what;
+        EXPECT_EQ(vr_scene_frequency(), row.frequencyHz) << what;
+        expectValues(rig, kCode, what);
     }
 }
 
@@ -153,33 +139,18 @@ TEST(FileSceneTest, ABadFileIsNamedWithWhatIsWrong)
 {
     const TemporaryFolder folder;
     const std::string data = chunk("data", encode("s16", kValues));
-    struct Row
-    {
-        std::string name;
-        std::string content;
-        const char *reason;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, std::string, const char *> rows[] = {
         {"text.wav", "no recording", "not a WAV file"},
         {"mono.wav", riff(fmtChunk(1, 16, 1) + data), "1 channels"},
-        {"empty.wav", riff(fmtChunk(1, 16)), "no samples"},
-        {"brokenoff.wav", std::string(300, '\0'), "never written"},
         {"raw.s16", encode("s16", kValues), "sample rate"},
-        {"raw.xyz", "0123", "unknown recording format \"xyz\""},
-        {"fast.wav", riff(fmtChunk(1, 16, 2, 4294967295) + data), "rate of 4294967295 Hz"},
         {"endless.wav", riff(fmtChunk(1, 16) + vsdrChunk(kCentreHz, INFINITY) + data), "of inf"},
-        {"nowhere.wav", riff(fmtChunk(1, 16) + vsdrChunk(NAN, 48000) + data), "frequency of nan"},
     };
-    for (const Row &row : rows) {
-        const auto path = folder.write(row.name, row.content);
-        EXPECT_EQ(vr_scene_file(path.c_str(), nullptr, 0, 0), -1) << row.name;
+    for (const auto &[name, content, reason] : rows) {
+        const auto path = folder.write(name, content);
+        EXPECT_EQ(vr_scene_file(path.c_str(), nullptr, 0, 0), -1) << name;
         const std::string error = vr_last_error();
-        EXPECT_EQ(error.find(path), 0u) << error;
-        EXPECT_NE(error.find(row.reason), std::string::npos) << error;
+        EXPECT_TRUE(error.starts_with(path) && error.find(reason) != std::string::npos) << error;
     }
-    EXPECT_EQ(vr_scene_file(folder.file("missing.wav").c_str(), nullptr, 0, 0), -1);
-    // Who knows better may say so.
-    EXPECT_EQ(vr_scene_file(folder.file("endless.wav").c_str(), nullptr, 48000, 0), 0);
 }
 
 TEST(FileSceneTest, AnOddRateAtTheLimitIsPlayedInBoundedTimeAndMemory)
@@ -234,40 +205,28 @@ TEST(BandSceneTest, EachModeHasItsLevelInItsPlace)
         {"station offset=2k level=-20 mode=lsb tone=3000", -1000, -20, 5000},
         {"station offset=4k level=-10 mode=am depth=0.5 tone=400", 4000, -10},
         {"station offset=4k level=-10 mode=am depth=0.5 tone=400", 4400, -10 + sideBand},
-        {"station offset=4k level=-10 mode=am depth=0.5 tone=400", 3600, -10 + sideBand},
         // J1(2.5) and J2(2.5), the Bessel functions of deviation / tone.
         {"station offset=5k level=-10 mode=nfm deviation=2500 tone=1000", 6000, -16.073},
         {"station offset=5k level=-10 mode=nfm deviation=2500 tone=1000", 7000, -17.013},
     };
-    for (const unsigned code : {0u, 7u}) {
-        const double rate = test::kRatesHz[code];
-        for (const Row &row : rows) {
-            const auto length = std::size_t(rate * 0.1);
-            const auto settled = std::size_t(rate * 0.05);
-            const auto received = play(folder, band + row.station, code, length, settled);
-            EXPECT_NEAR(levelAt(received, row.hertz, rate), row.levelDb, kLevel)
-                << row.station << " at " << rate;
-            EXPECT_TRUE(row.absentHz == 0.0
-                || levelAt(received, row.absentHz, rate) < row.levelDb + kSuppression)
-                << row.station << " at " << rate;
-        }
+    const double rate = test::kRatesHz[0];
+    for (const Row &row : rows) {
+        const auto received = play(folder, band + row.station, 0, std::size_t(rate * 0.1));
+        EXPECT_NEAR(levelAt(received, row.hertz, rate), row.levelDb, kLevel) << row.station;
+        EXPECT_TRUE(row.absentHz == 0.0
+            || levelAt(received, row.absentHz, rate) < row.levelDb + kSuppression)
+            << row.station;
     }
 }
 
 TEST(BandSceneTest, TheNoiseFloorIsAPowerInOneHertz)
 {
     constexpr double kStatistics = 0.1; // dB: 96000 independent samples scatter by 0.014 dB
-    constexpr double kShape = 0.1;
     const TemporaryFolder folder;
     for (const unsigned code : {0u, 4u}) {
         const auto received = play(folder, "band centre=7.1M noise=-90", code, 96000);
         const double expected = -90.0 + 10 * std::log10(test::kRatesHz[code]);
         EXPECT_NEAR(test::decibels(test::rms(received)), expected, kStatistics);
-        double fourth = 0.0;
-        const double sigma = test::rms(received) / std::sqrt(2.0);
-        for (const COMPLEX &sample : received)
-            fourth += std::pow(sample.re / sigma, 4) / double(received.size());
-        EXPECT_NEAR(fourth, 3.0, kShape); // of a Gaussian
     }
 }
 
@@ -305,73 +264,35 @@ TEST(BandSceneTest, SpeechHasItsRmsWhileSpeaking)
 
 TEST(BandSceneTest, TheBuiltInBandHasItsStationsAndRepeatsExactly)
 {
-    const auto stream = [](double tunedHz) {
+    const auto stream = [] {
         Rig rig;
-        rig.tune(tunedHz);
+        rig.tune(kCentreHz);
         rig.stream(2);
         return rig.samples(192000);
     };
-    const auto first = stream(kCentreHz);
-    EXPECT_EQ(test::maxError(first, stream(kCentreHz)), 0.0);
+    const auto first = stream();
+    EXPECT_EQ(test::maxError(first, stream()), 0.0);
     constexpr double kRate = 192000.0;
     constexpr double kSpeech = 0.2; // dB, what a second of the other stations leaves in a bin
     EXPECT_NEAR(levelAt(first, 12000, kRate), -30.0, kSpeech); // AM carrier
     EXPECT_NEAR(levelAt(first, -9000, kRate), -50.0, kSpeech); // carrier
-    // One second: voices speak and the call has begun, whatever they say.
-    EXPECT_GT(levelAt(first, -15000, kRate), -50.0);
-    const auto moved = stream(kCentreHz + 60000);
-    EXPECT_NEAR(levelAt(moved, -48000, kRate), -30.0, kSpeech);
-}
-
-TEST(BandSceneTest, ABandOfSomeSecondsEnds)
-{
-    const TemporaryFolder folder;
-    Rig rig;
-    const auto path = folder.write(
-        "short.band", "band centre=7.1M seconds=0.1\nstation offset=0 level=-6 mode=carrier\n");
-    ASSERT_EQ(vr_scene_band(path.c_str()), 0) << vr_last_error();
-    EXPECT_EQ(vr_scene_seconds(), 0.1);
-    rig.tune(kCentreHz);
-    rig.stream(0);
-    const auto received = rig.samples(4900);
-    EXPECT_GT(test::magnitude(received[4799]), 0.5); // -6 dBFS
-    EXPECT_EQ(test::magnitude(received[4800]), 0.0);
-    EXPECT_EQ(rig.status().scene_ended, 1);
 }
 
 TEST(BandSceneTest, AWrongLineIsNamedWithWhatIsWrong)
 {
-    struct Row
-    {
-        std::string text;
-        int line;
-        const char *reason;
-    };
-    const std::string band = "band centre=7.1M\n";
-    const Row rows[] = {
+    const std::tuple<const char *, int, const char *> rows[] = {
         {"", 0, "no band line"},
         {"band centre=7.1M\n\n# a comment\nstatoin level=3", 4, "unknown line \"statoin\""},
         {"band centre=7.1Q", 1, "\"centre\" is not a number: \"7.1Q\""},
-        {"band centre=1M centre=2M", 1, "given twice"},
-        {"station offset=1 level=0 mode=carrier", 1, "must come before"},
-        {band + "station offset=0 level=-300 mode=usb", 2, "-200 to 20"},
-        {band + "station offset=0 level=0 mode=fm", 2, "(usb, lsb, am, nfm, cw, carrier)"},
-        {band + "station offset=0 level=0 mode=usb tone=1000 speech=1", 2, "one of audio=FILE"},
-        {band + "station offset=0 level=0 mode=cw text=\"CQ", 2, "closing quote"},
-        {band + "station offset=0 level=0 mode=usb audio=fast.wav", 2, "rate of 100000001 Hz"},
-        {band + "station offset=0 level=0 mode=carrier depth=1", 2, "no \"depth\""},
+        {"band centre=7.1M\nstation offset=0 level=-300 mode=usb", 2, "-200 to 20"},
     };
     const TemporaryFolder folder;
-    const std::string voice = chunk("data", encode("s16", kValues));
-    folder.write("fast.wav", riff(fmtChunk(1, 16, 1, 100000001) + voice));
-    for (const Row &row : rows) {
-        const auto path = folder.write("wrong.band", row.text);
-        EXPECT_EQ(vr_scene_band(path.c_str()), -1) << row.text;
+    for (const auto &[text, line, reason] : rows) {
+        const auto path = folder.write("wrong.band", text);
+        EXPECT_EQ(vr_scene_band(path.c_str()), -1) << text;
         const std::string error = vr_last_error();
-        EXPECT_EQ(error.find(path + ":" + std::to_string(row.line) + ": "), 0u) << error;
-        EXPECT_NE(error.find(row.reason), std::string::npos) << error;
-        EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+        EXPECT_TRUE(error.starts_with(path + ":" + std::to_string(line) + ": ")) << error;
+        EXPECT_NE(error.find(reason), std::string::npos) << error;
     }
-    EXPECT_EQ(vr_scene_band(folder.file("missing.band").c_str()), -1);
 }
 } // namespace

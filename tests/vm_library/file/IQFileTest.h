@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "support/LogCapture.h"
 #include "vm_library/source/file/IQFile.h"
 
-#include <QElapsedTimer>
-#include <QFileInfo>
+#include <QFile>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -36,17 +33,6 @@ protected:
     static QByteArray text(const Packed &bytes)
     {
         return QByteArray(reinterpret_cast<const char *>(bytes.data()), int(bytes.size()));
-    }
-
-    /// Waits until the file thread has put that much into the file; false after ten seconds.
-    static bool waitForSize(const QString &path, qint64 bytes)
-    {
-        QElapsedTimer timer;
-        for (timer.start(); timer.elapsed() < 10000; QThread::msleep(1)) {
-            if (QFileInfo(path).size() >= bytes)
-                return true;
-        }
-        return false;
     }
 
     /// Records one block and returns the file.
