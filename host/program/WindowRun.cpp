@@ -24,7 +24,7 @@ constexpr int kBadInput = 2;
 // What a window takes of the command line; the rest is for a run that ends by itself.
 const QStringList kTaken = {"plugin", "d2xx", "settings", "scene", "scene-format", "scene-rate",
     "scene-frequency", "rate", "center", "tune", "mode", "filter", "preamp", "auto-preamp",
-    "eeprom", "fault", "verbose"};
+    "rig-port", "eeprom", "fault", "verbose"};
 
 void print(const QString &text)
 {
@@ -71,6 +71,8 @@ int WindowRun::run(const HostSettings &settings)
     MainWindow window(radio, bookmarks);
     QObject::connect(&stop, &StopSignal::raised, &window, &QWidget::close);
     QApplication::setQuitOnLastWindowClosed(true);
+    if (settings.rigPort)
+        window.openRemote(*settings.rigPort);
     window.show();
     radio.setPower(true);
     QApplication::exec();

@@ -303,12 +303,18 @@ void MainWindow::showStations()
 
 void MainWindow::setRemote(bool on)
 {
-    if (!on)
-        m_rig->close();
-    else if (!m_rig->open())
-        tell(m_rig->error());
-    else
+    if (on)
+        return openRemote(RigServer::kUsualPort);
+    m_rig->close();
+    m_remote->setChecked(false);
+}
+
+void MainWindow::openRemote(int port)
+{
+    if (m_rig->open(quint16(port)))
         tell(tr("Remote control by rigctld's protocol on localhost:%1").arg(m_rig->port()));
+    else
+        tell(m_rig->error());
     m_remote->setChecked(m_rig->isOpen());
 }
 

@@ -53,6 +53,9 @@ public:
 
     void openScene(const QString &file);
 
+    /// Rig control at a port of the loopback address; a person is told if it cannot be.
+    void openRemote(int port);
+
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
