@@ -16,10 +16,13 @@ void FrameQueue::make(const Batch &batch)
     const bool shortSamples = batch.state.shortSamples();
     const std::size_t perFrame = batch.state.samplesPerFrame();
     follow(batch);
-    const bool endedBefore = m_playing->ended();
     m_samples.resize(std::size_t(batch.frames) * perFrame);
-    m_playing->render(m_samples.data(), m_samples.size());
-    const bool ends = !endedBefore && m_playing->ended();
+    if (batch.paused)
+        std::ranges::fill(m_samples, Sample());
+    else
+        m_playing->render(m_samples.data(), m_samples.size());
+    const bool ends = !m_hasEnded && m_playing->ended();
+    m_hasEnded = m_playing->ended();
 
     const double gain = batch.state.gain();
     for (std::size_t i = 0; i < batch.frames; ++i) {
@@ -43,13 +46,18 @@ void FrameQueue::follow(const Batch &batch)
     } else if (batch.state.frequencyWord() != m_followedWord) {
         m_playing->retune(batch.state.frequencyHz());
     }
+    if (batch.seek)
+        m_playing->seek(*batch.seek);
+    if (batch.seek || batch.run != m_followedRun)
+        m_hasEnded = false;
+    m_playing->setLoop(batch.loop);
     m_followedRun = batch.run;
     m_followedWord = batch.state.frequencyWord();
 
     const double skipped = double(batch.skip) * double(batch.state.samplesPerFrame());
     auto left = std::size_t(std::min(skipped, kMaxSkipSeconds * batch.state.sampleRateHz()));
     m_samples.resize(kBatchFrames * batch.state.samplesPerFrame());
-    while (left > 0) {
+    while (left > 0 && !batch.paused) {
         const std::size_t part = std::min(left, m_samples.size());
         m_playing->render(m_samples.data(), part);
         left -= part;

@@ -31,7 +31,10 @@ public:
         std::uint64_t skip = 0;   ///< frames of the scene that pass unsent before the first
         DeviceState state;
         std::shared_ptr<Scene> scene;
-        std::uint64_t run = 0; ///< from 1; another run starts the scene anew
+        std::optional<double> seek; ///< in seconds: where the scene goes on
+        bool loop = false;          ///< a recording begins again after its end
+        bool paused = false;        ///< zeros, and the scene stands still
+        std::uint64_t run = 0;      ///< from 1; another run starts the scene anew
         std::vector<std::optional<Faults::ByteFault>> byteFaults; ///< of each frame
     };
 
@@ -55,6 +58,9 @@ public:
     /// Drops the bytes; the scene goes on.
     void clear();
 
+    /// Seconds from the beginning of the recording that plays up to the last sample made.
+    double position() const { return m_playing ? m_playing->position() : 0.0; }
+
     /// Complex samples limited at full scale since the last call.
     std::uint64_t takeClipped() { return m_packer.takeClipped(); }
 
@@ -74,6 +80,7 @@ private:
     FramePacker m_packer;
     std::vector<Sample> m_samples;
     std::shared_ptr<Scene> m_playing;
+    bool m_hasEnded = false; // which has been told
     std::uint64_t m_followedRun = 0;
     std::uint32_t m_followedWord = 0;
 };

@@ -284,7 +284,7 @@ FT_STATUS VirtualDevice::read(FT_HANDLE handle, std::uint8_t *buffer, DWORD size
         *received = DWORD(delivery.bytes);
         m_framesSent += delivery.frames;
         m_samplesSent += delivery.samples;
-        m_sceneEnded = m_sceneEnded || delivery.endedRun == m_run;
+        m_sceneEnded = m_sceneEnded || (delivery.endedRun == m_run && !m_seek);
     }
     m_shortReads += *received < size;
     return FT_OK;
@@ -318,6 +318,8 @@ FT_STATUS VirtualDevice::fill(Lock &lock, FT_HANDLE handle, std::size_t wanted)
             m_frames.make(batch);
             lock.lock();
             m_clipped += m_frames.takeClipped();
+            if (batch.run == m_run && !m_seek)
+                m_position = m_frames.position();
         } else if (timedOut) {
             return FT_OK;
         } else if (const Time wake = std::min(deadline, m_clock.dueAt(needed, now));
@@ -365,6 +367,9 @@ FrameQueue::Batch VirtualDevice::nextBatch(std::uint64_t frames)
     batch.state = m_state;
     batch.scene = m_scene;
     batch.run = m_run;
+    batch.seek = std::exchange(m_seek, std::nullopt);
+    batch.loop = m_loop;
+    batch.paused = m_paused;
     for (std::uint64_t i = 0; i < frames; ++i)
         batch.byteFaults.push_back(m_faults.onFrame(m_clock.frame() + i));
     m_clock.take(frames);
@@ -384,8 +389,7 @@ void VirtualDevice::obey(const CommandPacket &packet)
         && m_state.shortSamples() == before.shortSamples();
     if (m_state.streaming() && !sameStream) {
         m_clock.start(m_state.sampleRateHz(), m_state.samplesPerFrame(), Clock::now());
-        m_sceneEnded = false;
-        ++m_run;
+        beginRun();
     } else if (!m_state.streaming()) {
         m_clock.stop(Clock::now());
     }
@@ -453,15 +457,15 @@ void VirtualDevice::reset()
     powerOn();
     m_badBytes = 0;
     m_clock = StreamClock();
-    ++m_run;
     m_scene = makeBuiltinScene();
+    m_loop = m_paused = false;
+    beginRun();
     m_eeprom = Eeprom();
     m_faults.clear();
     m_calls.clear();
     m_commands.clear();
     m_commandCount = 0;
     m_reads = m_framesSent = m_samplesSent = m_shortReads = m_overruns = m_clipped = 0;
-    m_sceneEnded = false;
     m_changed.notify_all();
 }
 
@@ -469,8 +473,51 @@ void VirtualDevice::setScene(std::shared_ptr<Scene> scene)
 {
     Lock lock(m_mutex);
     m_scene = std::move(scene);
-    m_sceneEnded = false;
+    m_paused = false;
+    beginRun();
+}
+
+// The scene begins anew.
+void VirtualDevice::beginRun()
+{
     ++m_run;
+    m_sceneEnded = false;
+    m_seek.reset();
+    m_position = 0.0;
+}
+
+bool VirtualDevice::seekScene(double seconds, std::string &error)
+{
+    Lock lock(m_mutex);
+    if (!m_scene->isSeekable())
+        error = "the scene is no recording";
+    else if (!std::isfinite(seconds))
+        error = "no position";
+    if (!error.empty())
+        return false;
+    m_position = std::clamp(seconds, 0.0, m_scene->seconds());
+    m_seek = m_position;
+    m_sceneEnded = false;
+    return true;
+}
+
+double VirtualDevice::scenePosition() const
+{
+    Lock lock(m_mutex);
+    return m_position;
+}
+
+void VirtualDevice::loopScene(bool loop)
+{
+    Lock lock(m_mutex);
+    m_loop = loop;
+    m_sceneEnded = m_sceneEnded && !loop;
+}
+
+void VirtualDevice::pauseScene(bool pause)
+{
+    Lock lock(m_mutex);
+    m_paused = pause;
 }
 
 double VirtualDevice::sceneSeconds() const

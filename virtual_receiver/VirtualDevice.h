@@ -14,6 +14,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,6 +62,10 @@ public:
     double sceneSeconds() const;
     double sceneFrequencyHz() const;
     double sceneWidthHz() const;
+    bool seekScene(double seconds, std::string &error);
+    double scenePosition() const;
+    void loopScene(bool loop);
+    void pauseScene(bool pause);
     void setPace(Pace pace);
     void addCredit(std::uint64_t samples);
     bool useEepromFile(const std::string &path, std::string &error);
@@ -90,6 +95,7 @@ private:
     void plug(bool plugged);
     void runPlugFaults();
     void obey(const CommandPacket &packet);
+    void beginRun();
     void dropQueue();
     void countOverruns(Time now);
     void startSilence(Time now);
@@ -120,6 +126,10 @@ private:
     Eeprom m_eeprom;
     Faults m_faults;
     std::shared_ptr<Scene> m_scene;
+    std::optional<double> m_seek; // not yet done by the reading thread
+    bool m_loop = false;
+    bool m_paused = false;
+    double m_position = 0.0; // seconds, of what has been made
     StreamClock m_clock;
     std::uint64_t m_run = 1;     // counts stream starts and changes of scene
     bool m_queueDropped = false; // the reading thread is to empty m_frames

@@ -149,6 +149,26 @@ double vr_scene_seconds(void)
     return guarded(0.0, [] { return device().sceneSeconds(); });
 }
 
+int vr_scene_seek(double seconds)
+{
+    return result([=](std::string &error) { return device().seekScene(seconds, error); });
+}
+
+double vr_scene_position(void)
+{
+    return guarded(0.0, [] { return device().scenePosition(); });
+}
+
+void vr_scene_loop(int loop)
+{
+    guarded([=] { device().loopScene(loop != 0); });
+}
+
+void vr_scene_pause(int pause)
+{
+    guarded([=] { device().pauseScene(pause != 0); });
+}
+
 void vr_set_pace(enum vr_pace pace)
 {
     using vr::Pace;

@@ -80,6 +80,22 @@ double vr_scene_width(void);
 /// Length of a finite scene in seconds, 0 if it never ends.
 double vr_scene_seconds(void);
 
+/// Goes on at so many seconds from the beginning of a recording, limited to its length. A scene
+/// that never ends, and a band, have no positions.
+int vr_scene_seek(double seconds);
+
+/// Seconds from the beginning of a recording up to what has been sent of it, of this pass; 0 for
+/// all else. A scene begins anew with the stream.
+double vr_scene_position(void);
+
+/// A recording begins again after its end (1), or the stream carries zeros there (0), as it does
+/// after vr_reset().
+void vr_scene_loop(int loop);
+
+/// Stands still (1) or goes on (0); in between the stream carries zeros. Another scene, and
+/// vr_reset(), go on.
+void vr_scene_pause(int pause);
+
 void vr_set_pace(enum vr_pace pace);
 
 /// Adds to what may still be sent at VR_PACE_CREDIT, in complex samples at the device rate.

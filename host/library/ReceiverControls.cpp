@@ -24,6 +24,10 @@ std::optional<ReceiverControls> ReceiverControls::of(const D2xxLibrary &library)
     find(receiver.sceneFrequency, "vr_scene_frequency");
     find(receiver.sceneWidth, "vr_scene_width");
     find(receiver.sceneSeconds, "vr_scene_seconds");
+    find(receiver.sceneSeek, "vr_scene_seek");
+    find(receiver.scenePosition, "vr_scene_position");
+    find(receiver.sceneLoop, "vr_scene_loop");
+    find(receiver.scenePause, "vr_scene_pause");
     find(receiver.setPace, "vr_set_pace");
     find(receiver.addCredit, "vr_add_credit");
     find(receiver.setEeprom, "vr_set_eeprom");

@@ -21,6 +21,10 @@ struct ReceiverControls
     decltype(&vr_scene_frequency) sceneFrequency = nullptr;
     decltype(&vr_scene_width) sceneWidth = nullptr;
     decltype(&vr_scene_seconds) sceneSeconds = nullptr;
+    decltype(&vr_scene_seek) sceneSeek = nullptr;
+    decltype(&vr_scene_position) scenePosition = nullptr;
+    decltype(&vr_scene_loop) sceneLoop = nullptr;
+    decltype(&vr_scene_pause) scenePause = nullptr;
     decltype(&vr_set_pace) setPace = nullptr;
     decltype(&vr_add_credit) addCredit = nullptr;
     decltype(&vr_set_eeprom) setEeprom = nullptr;

@@ -102,6 +102,87 @@ TEST(FileSceneTest, EveryFormatIsRead)
     }
 }
 
+/// A second at 48 kHz that tells its place: sample i is i / 48000.
+std::string ramp(const TemporaryFolder &folder)
+{
+    std::vector<double> values;
+    for (int i = 0; i < 48000; ++i)
+        values.insert(values.end(), {i / 48000.0, 0.0});
+    // In two parts, the first of a quarter of a second.
+    const std::string bytes = encode("f64", values);
+    return folder.write("ramp.wav",
+        riff(fmtChunk(3, 64) + chunk("data", bytes.substr(0, 12000 * 16))
+            + chunk("data", bytes.substr(12000 * 16))));
+}
+
+TEST(FileSceneTest, OneCanGoToAndFroInARecording)
+{
+    constexpr std::size_t kRead = 84; // a frame
+    const TemporaryFolder folder;
+    const struct
+    {
+        double seconds, first, second; // values of the next frame's first sample and the one after
+        bool loop;
+    } rows[] = {
+        {0.125, 0.125, 0.125 + 1.0 / 48000, false},
+        {0.75, 0.75, 0.75 + 1.0 / 48000, false},
+        {0.25 - 1.0 / 48000, 0.25 - 1.0 / 48000, 0.25, false}, // over the gap between the parts
+        {-1.0, 0.0, 1.0 / 48000, false},
+        {1.0 - 1.0 / 48000, 1.0 - 1.0 / 48000, 0.0, false}, // the last, then nothing
+        {1.0 - 1.0 / 48000, 1.0 - 1.0 / 48000, 0.0, true},  // the last, then the first
+        {7.0, 0.0, 0.0, false},
+        {7.0, 0.0, 1.0 / 48000, true},
+    };
+    Rig rig;
+    ASSERT_EQ(vr_scene_file(ramp(folder).c_str(), nullptr, 0, kCentreHz), 0) << vr_last_error();
+    rig.tune(kCentreHz);
+    rig.stream(0);
+    rig.samples(kRead);
+    EXPECT_NEAR(vr_scene_position(), kRead / 48000.0, kCode);
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.seconds);
+        vr_scene_loop(row.loop);
+        ASSERT_EQ(vr_scene_seek(row.seconds), 0) << vr_last_error();
+        const auto samples = rig.samples(kRead);
+        EXPECT_NEAR(samples[0].re, row.first, kCode);
+        EXPECT_NEAR(samples[1].re, row.second, kCode);
+        const bool ends = !row.loop && row.seconds > 0.99;
+        EXPECT_EQ(rig.status().scene_ended, ends);
+        const double start = std::clamp(row.seconds, 0.0, 1.0);
+        const double next = ends ? 1.0 : std::fmod(start + kRead / 48000.0, 1.0);
+        EXPECT_NEAR(vr_scene_position(), next, kCode);
+    }
+
+    // A loop that is asked for at the end begins at once.
+    vr_scene_loop(0);
+    ASSERT_EQ(vr_scene_seek(1.0), 0);
+    rig.samples(kRead);
+    vr_scene_loop(1);
+    EXPECT_NEAR(rig.samples(kRead)[1].re, 1.0 / 48000, kCode);
+
+    EXPECT_EQ(vr_scene_seek(std::nan("")), -1);
+    vr_scene_builtin();
+    EXPECT_EQ(vr_scene_seek(0.0), -1);
+    EXPECT_STREQ(vr_last_error(), "the scene is no recording");
+    EXPECT_EQ(vr_scene_position(), 0.0);
+}
+
+TEST(FileSceneTest, APausedSceneStandsStill)
+{
+    constexpr std::size_t kRead = 84;
+    const TemporaryFolder folder;
+    Rig rig;
+    ASSERT_EQ(vr_scene_file(ramp(folder).c_str(), nullptr, 0, kCentreHz), 0) << vr_last_error();
+    rig.tune(kCentreHz);
+    rig.stream(0);
+    rig.samples(kRead);
+    vr_scene_pause(1);
+    EXPECT_EQ(test::rms(rig.samples(20 * kRead)), 0.0);
+    EXPECT_NEAR(vr_scene_position(), kRead / 48000.0, kCode);
+    vr_scene_pause(0);
+    EXPECT_NEAR(rig.samples(kRead)[0].re, kRead / 48000.0, kCode);
+}
+
 TEST(FileSceneTest, HeadersOfOtherProgramsAndCutFilesAreUnderstood)
 {
     const TemporaryFolder folder;

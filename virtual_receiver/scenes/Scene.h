@@ -30,6 +30,18 @@ public:
     /// True once all of a scene that ends has been rendered.
     virtual bool ended() const { return false; }
 
+    /// Whether the scene is a recording, in which one can go to and fro. Any thread.
+    virtual bool isSeekable() const { return false; }
+
+    /// Goes on at so many seconds from its beginning, limited to its length.
+    virtual void seek(double) { }
+
+    /// Seconds from the beginning, of this pass.
+    virtual double position() const { return 0.0; }
+
+    /// Whether a recording begins again after its end.
+    virtual void setLoop(bool) { }
+
     /// Radio frequency of the middle of the scene, 0 if it goes wherever the device is tuned.
     virtual double frequencyHz() const { return 0.0; }
 

@@ -134,9 +134,12 @@ std::size_t FileSource::readSegment(Sample *out, std::size_t count)
     return samples;
 }
 
-void FileSource::rewind()
+void FileSource::seek(std::size_t sample)
 {
+    std::uint64_t bytes = std::uint64_t(sample) * 2 * bytesPerComponent(m_format);
     m_segment = 0;
-    m_position = 0;
+    while (m_segment < m_segments.size() && bytes >= m_segments[m_segment].size)
+        bytes -= m_segments[m_segment++].size;
+    m_position = bytes;
 }
 } // namespace vr

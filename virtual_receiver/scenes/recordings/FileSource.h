@@ -30,7 +30,7 @@ public:
     const std::string &notice() const { return m_notice; }
 
     std::size_t read(Sample *out, std::size_t count) override;
-    void rewind() override;
+    void seek(std::size_t sample) override;
 
 private:
     FileSource() = default;

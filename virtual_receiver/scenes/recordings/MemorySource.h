@@ -17,7 +17,7 @@ public:
     double frequencyHz() const override { return m_frequencyHz; }
     std::size_t length() const override { return m_samples.size(); }
     std::size_t read(Sample *out, std::size_t count) override;
-    void rewind() override { m_position = 0; }
+    void seek(std::size_t sample) override { m_position = sample; }
 
 private:
     std::vector<Sample> m_samples;

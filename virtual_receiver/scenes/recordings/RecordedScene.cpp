@@ -25,10 +25,31 @@ double RecordedScene::seconds() const
     return m_repeat ? 0.0 : double(m_source->length()) / m_source->rateHz();
 }
 
+double RecordedScene::position() const
+{
+    return isSeekable() ? double(std::min(m_rendered, m_length)) / m_rateHz : 0.0;
+}
+
+// What the filters remember glides into what comes.
+void RecordedScene::seek(double seconds)
+{
+    const double length = double(m_source->length());
+    const double sample = std::clamp(seconds * m_source->rateHz(), 0.0, length);
+    m_source->seek(std::size_t(sample));
+    m_rendered = std::uint64_t(double(m_length) * (sample / length));
+}
+
+void RecordedScene::setLoop(bool loop)
+{
+    if (loop && ended())
+        seek(0.0);
+    m_loop = loop;
+}
+
 void RecordedScene::start(double rateHz, double tunedHz)
 {
     const double sourceHz = m_source->rateHz();
-    m_source->rewind();
+    m_source->seek(0);
     m_rateHz = rateHz;
     m_frequencyHz = m_source->frequencyHz() != 0.0 ? m_source->frequencyHz() : tunedHz;
     m_resampling = sourceHz != rateHz;
@@ -72,9 +93,9 @@ void RecordedScene::readSource(Sample *out, std::size_t count)
         if (count == 0)
             return;
         // A source that gives nothing right after a rewind cannot be read any more.
-        if (!m_repeat || (rewound && got == 0))
+        if (!isRepeating() || (rewound && got == 0))
             break;
-        m_source->rewind();
+        m_source->seek(0);
         rewound = true;
     }
     std::fill_n(out, count, Sample());
@@ -85,6 +106,8 @@ void RecordedScene::render(Sample *out, std::size_t count)
     for (std::size_t done = 0; done < count; done += kBlock)
         renderBlock(out + done, std::min(kBlock, count - done));
     m_rendered += count;
+    if (isRepeating())
+        m_rendered %= m_length;
 }
 
 void RecordedScene::renderBlock(Sample *out, std::size_t count)

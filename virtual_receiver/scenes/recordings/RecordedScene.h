@@ -28,17 +28,23 @@ public:
     void start(double rateHz, double tunedHz) override;
     void retune(double tunedHz) override;
     void render(Sample *out, std::size_t count) override;
-    bool ended() const override { return !m_repeat && m_rendered >= m_length; }
+    bool ended() const override { return !isRepeating() && m_rendered >= m_length; }
+    bool isSeekable() const override { return !m_repeat; }
+    void seek(double seconds) override;
+    double position() const override;
+    void setLoop(bool loop) override;
     double frequencyHz() const override { return m_source->frequencyHz(); }
     double widthHz() const override { return m_source->rateHz(); }
     double seconds() const override;
 
 private:
+    bool isRepeating() const { return m_repeat || m_loop; }
     void readSource(Sample *out, std::size_t count);
     void renderBlock(Sample *out, std::size_t count);
 
     std::unique_ptr<SampleSource> m_source;
-    bool m_repeat;
+    bool m_repeat;       // always
+    bool m_loop = false; // as it is asked for
 
     double m_rateHz = 0.0;
     double m_frequencyHz = 0.0; // of the recording's zero hertz
@@ -48,7 +54,7 @@ private:
     Mixer m_inputMixer;   // at the recording's rate
     Mixer m_channelMixer; // at the device's rate
     std::vector<Sample> m_input;
-    std::uint64_t m_rendered = 0; // samples since start()
+    std::uint64_t m_rendered = 0; // samples of this pass
     std::uint64_t m_length = 0;   // samples of one pass at the device's rate
 };
 } // namespace vr

@@ -22,6 +22,7 @@ public:
     /// Reads up to count samples of this pass; fewer only at its end.
     virtual std::size_t read(Sample *out, std::size_t count) = 0;
 
-    virtual void rewind() = 0;
+    /// Goes on with that sample, length() at most.
+    virtual void seek(std::size_t sample) = 0;
 };
 } // namespace vr
