@@ -5,6 +5,7 @@
 #include "TextScanner.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <iterator>
 #include <limits>
@@ -17,6 +18,8 @@ namespace
 // last sample only, one added in front of the samples shifts them all by one byte.
 constexpr std::size_t kLostAt = FramePacker::kFrameSize - 1;
 constexpr std::size_t kAddedAt = FramePacker::kHeaderSize;
+
+constexpr double kMostClockError = 1e5; // millionths
 
 constexpr std::string_view kFunctions[] = {
     "FT_ListDevices",
@@ -87,6 +90,10 @@ bool Faults::parse(std::string_view text, Fault &fault)
         fault.random.seed(seed);
         return good && scan.atEnd() && fault.rate >= 0.0 && fault.rate <= 1.0;
     }
+    if (scan.take("clock:")) {
+        fault.kind = Kind::Clock;
+        return scan.take(fault.rate) && scan.atEnd() && std::abs(fault.rate) <= kMostClockError;
+    }
     if (scan.take("silence@")) {
         fault.kind = Kind::Silence;
         // Cut at the dots first: "1." would be taken for a number.
@@ -138,6 +145,14 @@ bool Faults::Fault::strikes()
 bool Faults::Fault::drawn()
 {
     return std::uniform_real_distribution<double>()(random) < rate;
+}
+
+double Faults::clockError() const
+{
+    double millionths = 0.0;
+    for (const Fault &fault : m_faults)
+        millionths += fault.kind == Kind::Clock ? fault.rate : 0.0;
+    return millionths * 1e-6;
 }
 
 FT_STATUS Faults::onCall(std::string_view function)

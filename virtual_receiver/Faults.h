@@ -58,12 +58,15 @@ public:
     /// if there is none.
     double nextEvent() const;
 
+    /// By how much the device's clock runs fast, as a share of 1.
+    double clockError() const;
+
     /// Spends a plug-out, or a plug-in, that is due at a time of the stream.
     bool takeUnplug(double seconds);
     bool takeReplug(double seconds);
 
 private:
-    enum class Kind { Call, Torn, Byte, Silence, Unplug, Replug, Random };
+    enum class Kind { Call, Torn, Byte, Silence, Unplug, Replug, Random, Clock };
 
     static constexpr std::uint64_t kForever = UINT64_MAX;
 
@@ -77,9 +80,9 @@ private:
         std::uint64_t every = 1;    // Torn: strikes each of so many reads only
         ByteFault byte;             // Byte
         Span span;                  // Silence; Unplug and Replug use its begin
-        double rate = 0.0;          // Random: probability for each frame and each read
-        std::minstd_rand random;    // Torn, Random
-        std::uint64_t calls = 0;    // Call, Torn: seen so far
+        double rate = 0.0; // Random: probability for each frame and each read. Clock: millionths
+        std::minstd_rand random; // Torn, Random
+        std::uint64_t calls = 0; // Call, Torn: seen so far
 
         bool strikes(); // Call, Torn: counts a call
         bool drawn();   // Random

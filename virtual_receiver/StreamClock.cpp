@@ -34,6 +34,14 @@ void StreamClock::setPace(Pace pace, Time now)
     m_heldUntil = {};
 }
 
+void StreamClock::setSpeed(double speed, Time now)
+{
+    if (speed == m_speed)
+        return;
+    setPace(m_pace, now);
+    m_speed = speed;
+}
+
 double StreamClock::seconds() const
 {
     return double(m_frame) * m_frameSeconds;
@@ -43,7 +51,7 @@ std::uint64_t StreamClock::due(Time now) const
 {
     if (m_pace == Pace::RealTime) {
         const std::chrono::duration<double> run = (m_running ? now : m_stopped) - m_started;
-        const double frames = double(m_startFrame) + run.count() / m_frameSeconds;
+        const double frames = double(m_startFrame) + run.count() * m_speed / m_frameSeconds;
         return frames > double(m_frame) ? std::uint64_t(frames) - m_frame : 0;
     }
     if (!m_running || now < m_heldUntil)
@@ -58,7 +66,7 @@ StreamClock::Time StreamClock::dueAt(std::uint64_t frames, Time now) const
     if (m_pace != Pace::RealTime)
         return now < m_heldUntil ? m_heldUntil : Time::max();
     // One nanosecond above the exact time, so that due() does not fall short by rounding.
-    const double seconds = double(m_frame + frames - m_startFrame) * m_frameSeconds;
+    const double seconds = double(m_frame + frames - m_startFrame) * m_frameSeconds / m_speed;
     return m_started + std::chrono::nanoseconds(std::llround(seconds * 1e9) + 1);
 }
 

@@ -29,6 +29,9 @@ public:
     void setPace(Pace pace, Time now);
     Pace pace() const { return m_pace; }
 
+    /// In real time the stream is so many times as fast as its rate says, from now on.
+    void setSpeed(double speed, Time now);
+
     void addCredit(std::uint64_t samples) { m_credit += samples; }
 
     /// Frames that can be sent now, kUnlimited if as many as wanted.
@@ -59,6 +62,7 @@ public:
 private:
     Pace m_pace = Pace::RealTime;
     bool m_running = false;
+    double m_speed = 1.0;
     double m_frameSeconds = 1.0;
     std::size_t m_samplesPerFrame = 1;
     std::uint64_t m_frame = 0;

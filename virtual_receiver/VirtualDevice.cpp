@@ -573,7 +573,10 @@ std::vector<std::uint8_t> VirtualDevice::eeprom() const
 bool VirtualDevice::addFaults(const std::string &list, std::string &error)
 {
     Lock lock(m_mutex);
-    return m_faults.add(list, error);
+    if (!m_faults.add(list, error))
+        return false;
+    m_clock.setSpeed(1.0 + m_faults.clockError(), Clock::now());
+    return true;
 }
 
 void VirtualDevice::setPlugged(bool plugged)

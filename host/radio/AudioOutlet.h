@@ -2,6 +2,7 @@
 #pragma once
 
 #include "services/HostSoundOut.h"
+#include "stream/FrameSource.h"
 #include "stream/StreamLedger.h"
 
 #include "host_interfaces/EngineLimits.h"
@@ -17,11 +18,9 @@ namespace host
 /// what does not fit is lost (Readings::lostFrames): whoever plays them by another clock resamples.
 ///
 /// Threads: ready() any, pull() one audio thread at a time. Neither waits on the engine.
-class AudioOutlet
+class AudioOutlet : public FrameSource
 {
 public:
-    static constexpr int kRateHz = 48000;
-    static constexpr int kChannels = 2;
     static constexpr std::size_t kCapacity = EngineLimits::kAudioRing; ///< frames
 
     /// Both must outlive the outlet.
@@ -32,7 +31,7 @@ public:
 
     /// Takes up to so many frames, at most kCapacity; gives how many it got. What lies beyond them
     /// in `interleaved` is left alone. Allocates nothing.
-    std::size_t pull(float *interleaved, std::size_t frames);
+    std::size_t pull(float *interleaved, std::size_t frames) override;
 
 private:
     HostSoundOut &m_source;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "sound/FrameSink.h"
-#include "sound/FrameSource.h"
+#include "stream/FrameSink.h"
+#include "stream/FrameSource.h"
 
 #include <atomic>
 #include <condition_variable>

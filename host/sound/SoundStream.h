@@ -2,9 +2,9 @@
 #pragma once
 
 #include "sound/ClockLoop.h"
-#include "sound/FrameSink.h"
-#include "sound/FrameSource.h"
 #include "sound/VariableResampler.h"
+#include "stream/FrameSink.h"
+#include "stream/FrameSource.h"
 
 #include "DspCore/types.h"
 #include "vm_library/source/containers/CircularBuffer.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sound/VariableResampler.h"
 
-#include "sound/FrameSource.h"
+#include "stream/FrameSource.h"
 
 #include <samplerate.h>
 
