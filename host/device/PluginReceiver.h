@@ -76,6 +76,7 @@ public:
     DeviceAbstract &device() const { return *m_loader.device(); }
     HostBridge &bridge() const { return *m_bridge; }
     HostManager &manager() const { return *m_manager; }
+    HostIqServer &iqServer() { return m_iqServer; }
     const HostSensors &meters() const { return m_sensors; }
 
     /// The device's options page. Whoever shows it takes it out of his window before it closes.

@@ -225,6 +225,7 @@ public:
 
     DeviceAbstract &device() const { return m_receiver->device(); }
     HostBridge &bridge() const { return m_receiver->bridge(); }
+    HostIqServer &iqServer() { return m_receiver->iqServer(); }
     HostManager &manager() const { return m_receiver->manager(); }
     const StreamLedger &ledger() const { return m_ledger; }
     QWidget &optionsPage() { return m_receiver->optionsPage(); }

@@ -18,8 +18,9 @@ constexpr double kSmoothing = 6.0;
 constexpr double kStepSmoothing = 2.0;
 } // namespace
 
-void ClockLoop::restart()
+void ClockLoop::restart(double targetSeconds)
 {
+    m_target = targetSeconds;
     m_isFresh = true;
     m_correction = m_integral;
 }

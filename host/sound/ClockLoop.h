@@ -24,10 +24,9 @@ public:
     /// (5 cents). Crystals of sound cards and receivers are off by 100 millionths at most.
     static constexpr double kMostCorrection = 500e-6;
 
-    explicit ClockLoop(double targetSeconds = 0.0) : m_target(targetSeconds) { }
-
-    /// The time that waits has been put right: forgets it and keeps the drift that was learned.
-    void restart();
+    /// The time that waits has been put right, to this target: forgets it and keeps the drift that
+    /// was learned.
+    void restart(double targetSeconds);
 
     /// What waits now, and the time since the last call, both in seconds. Gives the correction:
     /// the audio is to be played so much faster than it comes, as a share of 1.
@@ -39,7 +38,7 @@ public:
     double waiting() const { return m_smooth; }
 
 private:
-    double m_target;
+    double m_target = 0.0; // seconds
     bool m_isFresh = true;
     double m_rough = 0.0;    // seconds, after the first low-pass
     double m_smooth = 0.0;   // seconds

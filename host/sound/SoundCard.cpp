@@ -115,7 +115,7 @@ bool SoundCard::open(const QAudioDeviceInfo &device)
     // What the card made of the wish counts.
     m_stream.begin(
         format.sampleRate(), double(format.durationForBytes(m_output->bufferSize())) * 1e-6);
-    m_playedBefore = 0;
+    m_standstill = 0;
     connect(
         m_output.get(), &QAudioOutput::stateChanged, this,
         [this](QAudio::State state) {
@@ -154,7 +154,8 @@ void SoundCard::onTimer()
         return;
     }
     const std::uint64_t played = m_stream.status().playedFrames;
-    if (played == m_playedBefore)
+    m_standstill = played == m_playedBefore ? m_standstill + 1 : 0;
+    if (m_standstill >= kMostStandstill)
         lose(tr("the sound device has stopped"));
     m_playedBefore = played;
 }

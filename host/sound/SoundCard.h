@@ -26,6 +26,7 @@ class SoundCard : public QObject
 
 public:
     static constexpr int kLookMs = 1000;           ///< between looks for a card that is not there
+    static constexpr int kMostStandstill = 4;      ///< looks; a sound server may need two to begin
     static constexpr double kBufferSeconds = 0.08; ///< asked of the card
 
     /// The stream must outlive the card.
@@ -62,5 +63,6 @@ private:
     std::unique_ptr<QAudioOutput> m_output;
     std::unique_ptr<RenderDevice> m_feed;
     std::uint64_t m_playedBefore = 0; // frames, at the last look
+    int m_standstill = 0;             // looks at which nothing more was played
 };
 } // namespace host

@@ -16,6 +16,9 @@ constexpr unsigned kRingFrames = 32768; // 0.7 s, above target and excess for an
 
 // From silence to full volume and back: too slow to click, too fast to be noticed.
 constexpr double kFadeSeconds = 0.01;
+
+// A source that is silent for longer was not late but off.
+constexpr double kOffSeconds = 0.5;
 } // namespace
 
 SoundStream::SoundStream(int rateHz)
@@ -25,7 +28,10 @@ SoundStream::SoundStream(int rateHz)
 
 void SoundStream::push(const float *interleaved, std::size_t frames)
 {
-    if (m_isOpen && !m_ring.write(reinterpret_cast<const COMPLEX32 *>(interleaved), int(frames)))
+    if (!m_isOpen)
+        return;
+    const bool isKept = m_ring.write(reinterpret_cast<const COMPLEX32 *>(interleaved), int(frames));
+    if (!isKept && m_seemsPlaying) // a card that is being opened takes its time
         m_lostFrames += frames;
 }
 
@@ -39,10 +45,12 @@ void SoundStream::begin(int cardHz, double cardSeconds)
 {
     m_cardHz = cardHz;
     m_target = cardSeconds + kReserveSeconds;
-    m_loop = ClockLoop(m_target);
+    m_mostTarget = m_target + kMostGrowthSeconds;
+    m_loop = ClockLoop();
     m_ring.clear();
     m_resampler.clear();
-    m_isPlaying = m_isEnding = false;
+    m_isPlaying = m_isEnding = m_isLate = false;
+    m_silence = 0.0;
     m_gain = 0.0f;
     m_isOpen = true;
 }
@@ -68,16 +76,30 @@ void SoundStream::dropTo(double seconds, double queuedSeconds)
 
 void SoundStream::render(float *out, std::size_t frames, double queuedSeconds)
 {
-    if (!m_isPlaying && waitingSeconds(queuedSeconds) >= m_target) {
-        m_resampler.clear(); // what it remembers was heard before
-        dropTo(m_target, queuedSeconds);
-        m_loop.restart();
-        m_isPlaying = true;
-    }
+    if (!m_isPlaying)
+        tryPlay(frames, queuedSeconds);
     const std::size_t made = m_isPlaying ? play(out, frames, waitingSeconds(queuedSeconds)) : 0;
     std::fill(out + made * kChannels, out + frames * kChannels, 0.0f);
     m_seemsPlaying = m_isPlaying;
     m_playedFrames += frames;
+}
+
+/// Begins when enough waits: more than before, if the source was late and not switched off.
+void SoundStream::tryPlay(std::size_t frames, double queuedSeconds)
+{
+    const bool wasLate = m_isLate && m_silence < kOffSeconds;
+    const double target = wasLate ? std::min(m_target + kGrowthSeconds, m_mostTarget) : m_target;
+    m_silence += double(frames) / m_cardHz;
+    if (waitingSeconds(queuedSeconds) < target)
+        return;
+    m_gaps += wasLate;
+    m_target = target;
+    m_silence = 0.0;
+    m_isLate = false;
+    m_resampler.clear(); // what it remembers was heard before
+    dropTo(m_target, queuedSeconds);
+    m_loop.restart(m_target);
+    m_isPlaying = true;
 }
 
 /// Frames that are to be heard; fewer than asked for where it has faded to silence.
@@ -104,7 +126,7 @@ void SoundStream::judge(std::size_t frames, double waiting)
     constexpr double kFilterSeconds = 0.002; // that the resampler keeps to itself
     const double needed = double(frames) / m_cardHz + kFadeSeconds + kFilterSeconds;
     if (waitingSeconds(0.0) < needed)
-        ++m_gaps;
+        m_isLate = true;
     else if (waiting > m_target + kMostExcessSeconds)
         ++m_skips;
     else

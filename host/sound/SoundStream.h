@@ -23,6 +23,8 @@ namespace host
 /// kReserve, whatever the clocks do; with its 80 ms that is a delay of 130 ms, and never above
 /// kMostExcess more: beyond that the surplus is left out.
 ///
+/// On a machine that is too busy for kReserve each gap makes it longer, up to kMostGrowth.
+///
 /// A source that stops is faded to silence; when enough has gathered it fades in again. The same
 /// goes for a surplus that is left out. Volume and mute glide. So nothing clicks.
 ///
@@ -39,7 +41,11 @@ public:
     static constexpr double kReserveSeconds = 0.05;
 
     /// Above the target for a moment; then the surplus is left out.
-    static constexpr double kMostExcessSeconds = 0.15;
+    static constexpr double kMostExcessSeconds = 0.06;
+
+    /// By which the reserve grows with each gap, and at most while the card is open.
+    static constexpr double kGrowthSeconds = 0.03;
+    static constexpr double kMostGrowthSeconds = 0.24;
 
     static constexpr double kSilenceDb = -60.0; ///< at and below it nothing is heard
 
@@ -48,7 +54,7 @@ public:
         bool isPlaying = false;       ///< audio goes out, not the silence of a source that stopped
         double delaySeconds = 0.0;    ///< that waits in ring and sound card, smoothed
         double correction = 0.0;      ///< how much faster than it comes it is played, share of 1
-        std::uint64_t gaps = 0;       ///< times that the source had nothing in time
+        std::uint64_t gaps = 0;       ///< times that the source was late, by half a second at most
         std::uint64_t skips = 0;      ///< times that a surplus was left out
         std::uint64_t lostFrames = 0; ///< refused by the ring of a card that stands still
         std::uint64_t playedFrames = 0; ///< at the sound card's rate, gaps included
@@ -78,6 +84,7 @@ private:
     double waitingSeconds(double queuedSeconds) const;
     void dropTo(double seconds, double queuedSeconds);
     std::size_t pull(float *interleaved, std::size_t frames);
+    void tryPlay(std::size_t frames, double queuedSeconds);
     void judge(std::size_t frames, double waiting);
     std::size_t play(float *out, std::size_t frames, double waiting);
     std::size_t shape(float *out, std::size_t frames);
@@ -92,9 +99,12 @@ private:
     VariableResampler m_resampler;
     ClockLoop m_loop;
     int m_cardHz = FrameSource::kRateHz;
-    double m_target = 0.0; // seconds
+    double m_target = 0.0;     // seconds
+    double m_mostTarget = 0.0; // seconds
     bool m_isPlaying = false;
     bool m_isEnding = false; // plays, fading out
+    bool m_isLate = false;   // ended, or ends, as the source had nothing in time
+    double m_silence = 0.0;  // seconds since then
     float m_gain = 0.0f;
 
     // Written by 1 or 2.

@@ -40,6 +40,9 @@ public:
     /// The source sends so much more at once.
     void sendAhead(double seconds);
 
+    /// The source is held up for so long; what it has by then comes at once.
+    void hold(double seconds) { m_sendTime += seconds; }
+
     /// The card goes, another comes.
     void replug();
 

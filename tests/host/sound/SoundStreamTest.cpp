@@ -165,13 +165,19 @@ TEST(SoundStreamTest, FadesWhateverHappens)
         {"mute", [](SimulatedCard &card) { card.stream.setMuted(true); }, 0.0, 0, 0},
         {"quieter", [](SimulatedCard &card) { card.stream.setVolume(-20.0); }, 0.05, 0, 0},
         {"silent", [](SimulatedCard &card) { card.stream.setVolume(-60.0); }, 0.0, 0, 0},
-        {"source stops", [](SimulatedCard &card) { card.run(1.0, false); }, 0.0, 1, 0},
+        {"source stops", [](SimulatedCard &card) { card.run(1.0, false); }, 0.0, 0, 0},
+        {"source is late",
+            [](SimulatedCard &card) {
+                card.run(0.3, false);
+                card.run(0.5);
+            },
+            0.5, 1, 0},
         {"source comes back",
             [](SimulatedCard &card) {
                 card.run(1.0, false);
                 card.run(0.5);
             },
-            0.5, 1, 0},
+            0.5, 0, 0},
         {"source sends too much",
             [](SimulatedCard &card) {
                 card.sendAhead(0.25);
@@ -187,6 +193,7 @@ TEST(SoundStreamTest, FadesWhateverHappens)
     };
     for (const auto &row : cases) {
         SCOPED_TRACE(row.name);
+        const bool isSending = std::string(row.name) != "source stops";
         SimulatedCard card({.amplitude = kAmplitude});
         card.run(2.0);
         ToneWatch tone(48000.0);
@@ -195,15 +202,31 @@ TEST(SoundStreamTest, FadesWhateverHappens)
         const auto status = card.stream.status();
         EXPECT_EQ(status.gaps, row.gaps);
         EXPECT_EQ(status.skips, row.skips);
-        card.run(0.5, row.peak > 0.0 || row.gaps == 0);
+        card.run(0.5, isSending);
         ToneWatch later(48000.0);
         card.onPlayed = [&](const float *out, std::size_t frames) {
             tone.add(out, frames);
             later.add(out, frames);
         };
-        card.run(0.5, row.peak > 0.0 || row.gaps == 0);
+        card.run(0.5, isSending);
         EXPECT_NEAR(later.peak, row.peak, 0.002);
         EXPECT_LT(tone.largest, kSmooth);
     }
+}
+
+TEST(SoundStreamTest, WaitsLongerForASourceThatIsLateAgainAndAgain)
+{
+    SimulatedCard card({.amplitude = kAmplitude});
+    card.run(1.0);
+    std::uint64_t gaps = 0;
+    for (int round = 0; round < 40; ++round) {
+        gaps = card.stream.status().gaps;
+        card.hold(0.15);
+        card.run(2.0);
+    }
+    EXPECT_EQ(card.stream.status().gaps, gaps); // none any more
+    EXPECT_GT(gaps, 1u);
+    EXPECT_LT(card.stream.status().delaySeconds,
+        0.08 + SoundStream::kReserveSeconds + SoundStream::kMostGrowthSeconds);
 }
 } // namespace

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "recording/IqStreamRecorder.h"
+
+#include "recording/IqFileRepair.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <chrono>
+
+namespace host
+{
+namespace
+{
+using namespace std::chrono_literals;
+using vm::file::IQFile;
+
+constexpr unsigned kRingSamples = 1 << 21;
+constexpr std::size_t kBlock = 4096; // samples; IQFile takes 10922 at most
+constexpr std::uint64_t kBytesPerSample = 6;
+
+// What IQFile, the file's buffer and a read in work may hold back.
+constexpr std::uint64_t kHeldBack = 4 * IQFile::kRingBytes;
+constexpr auto kRetry = 500us;
+} // namespace
+
+bool IqStreamRecorder::start(
+    const IQRecorderConfigure &where, const QString &device, double rateHz, double frequencyHz)
+{
+    stop();
+    if (!m_ring)
+        m_ring = std::make_unique<CircularBuffer<COMPLEX>>(kRingSamples);
+    m_ring->clear();
+    m_lostFrames = 0;
+    m_block.reserve(kBlock);
+    m_format = where.format;
+    m_rateHz = rateHz;
+    m_frequencyHz = frequencyHz;
+    // The configuration may change during the recording.
+    const auto namer = [path = where.path, format = where.format, device] {
+        IQRecorderConfigure at;
+        at.path = path;
+        at.format = format;
+        return at.fileName(device);
+    };
+    return begin({kBytesPerSample, rateHz}, namer);
+}
+
+void IqStreamRecorder::pushIq(const COMPLEX *block, int samples)
+{
+    if (takes() && !m_ring->write(block, samples))
+        m_lostFrames += std::uint64_t(samples);
+}
+
+bool IqStreamRecorder::openFile(const QString &path, QString &reason)
+{
+    m_path = path;
+    m_handedOver = m_checkedAt = 0;
+    m_file.setFormat(m_format);
+    m_file.setSampleRate(m_rateHz);
+    if (m_file.open(path))
+        return true;
+    reason = tr("cannot be written");
+    return false;
+}
+
+bool IqStreamRecorder::writeFrames(std::uint64_t most, std::uint64_t &written, QString &reason)
+{
+    written = std::min<std::uint64_t>({most, kBlock, m_ring->count()});
+    m_block.resize(written);
+    if (written == 0 || !m_ring->read(m_block.data(), int(written))) {
+        written = 0;
+        return true;
+    }
+    while (!m_file.write(m_block))
+        std::this_thread::sleep_for(kRetry); // its thread is writing
+    m_handedOver += written;
+    if (double(m_handedOver - m_checkedAt) < m_rateHz)
+        return true;
+    m_checkedAt = m_handedOver;
+    return isOnDisk(reason);
+}
+
+bool IqStreamRecorder::isOnDisk(QString &reason) const
+{
+    const auto bytes = std::uint64_t(QFileInfo(m_path).size());
+    if (bytes + kHeldBack >= m_handedOver * kBytesPerSample)
+        return true;
+    reason = tr("the disk does not take any more");
+    return false;
+}
+
+bool IqStreamRecorder::closeFile(QString &reason)
+{
+    m_file.setFrequency(m_frequencyHz);
+    m_file.close();
+    // Up to 100 bytes of the end stay in IQFile, as in the device's recorder.
+    constexpr std::uint64_t kTailSamples = 100 / kBytesPerSample;
+    const auto samples = IqFileRepair::repair(m_path, m_format);
+    if (samples && *samples + kTailSamples >= m_handedOver)
+        return true;
+    reason = tr("the disk did not take all of it");
+    return false;
+}
+} // namespace host
