@@ -5,11 +5,29 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 #include <sndfile.h>
 
 namespace host
 {
+namespace
+{
+/// A FLAC that was broken off does not tell its length, so it is read once.
+std::int64_t framesOf(SNDFILE &file, const SF_INFO &info)
+{
+    if (info.frames < std::numeric_limits<sf_count_t>::max())
+        return info.frames;
+    std::vector<float> block(4096 * std::size_t(info.channels));
+    std::int64_t frames = 0;
+    for (sf_count_t got = 1; got > 0; frames += got)
+        got = sf_readf_float(&file, block.data(), 4096);
+    sf_seek(&file, 0, SEEK_SET);
+    return frames;
+}
+} // namespace
+
 void AudioPlayer::Close::operator()(sf_private_tag *file) const
 {
     sf_close(file);
@@ -34,11 +52,12 @@ bool AudioPlayer::open(const QString &path)
         m_error = path + ": " + m_error;
         return false;
     }
+    const std::int64_t length = framesOf(*file, info);
     std::lock_guard lock(m_mutex);
     m_file = std::move(file);
     m_fileHz = info.samplerate;
     m_fileChannels = info.channels;
-    m_length = info.frames;
+    m_length = length;
     m_position = 0;
     m_isPaused = false;
     m_resampler.clear();
