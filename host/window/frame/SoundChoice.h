@@ -2,8 +2,8 @@
 #pragma once
 
 #include "sound/AudioPump.h"
-#include "sound/FrameSource.h"
 #include "sound/SoundOutput.h"
+#include "stream/FrameSource.h"
 
 #include <QObject>
 
