@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian 12 packages that a task needs. Does nothing, and needs no privileges, when all
 # of them are there.
-# usage: install-dependencies.sh run|test|bench|check
+# usage: install-dependencies.sh run|test|usb|bench|check
 set -euo pipefail
 task=${1:-}
 
@@ -24,10 +24,11 @@ test)
         libhamlib-utils # rigctl, a client of rig control
         xvfb)           # a desktop to send keystrokes to
     ;;
+usb) packages+=(qemu-system-x86 busybox-static cpio kmod) ;;
 bench) packages+=(libbenchmark-dev) ;;
 check) packages+=(clang-format clang-tidy) ;;
 *)
-    echo "usage: $0 run|test|bench|check" >&2
+    echo "usage: $0 run|test|usb|bench|check" >&2
     exit 2
     ;;
 esac
