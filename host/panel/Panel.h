@@ -25,7 +25,7 @@ public:
     static QString defaultPath();
 
     /// Takes the mapping from the file. One that is not there is made, with its explanation and no
-    /// controls. window may be null: then there are no shortcuts; else it must outlive the panel.
+    /// controls. window may be null: then there are no shortcuts.
     void load(const QString &file, QWidget *window);
 
     /// Of the last load(): the file if it cannot be read, "line 3: ..." for each line that cannot.

@@ -20,7 +20,7 @@ const char kExplanation[] =
 # key CODE ACTION            a key of the device, by its name in Linux, as KEY_MUTE or BTN_0
 # knob CODE ACTION [SPEED]   a knob of the device, as REL_DIAL or REL_WHEEL
 # shortcut KEYS ACTION       keys of the window, as Ctrl+M
-# turn UP DOWN ACTION [SPEED]   two of them as a knob, as Ctrl+Up Ctrl+Down
+# turn UP DOWN ACTION [SPEED]   two of them as a knob, as Alt+Up Alt+Down
 #
 # SPEED is "fixed N", N steps a click (below 0 the other way), or "adaptive [MOST]", one step a
 # click turned slowly and up to MOST turned fast; without it, "adaptive". Programs that show the

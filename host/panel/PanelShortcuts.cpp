@@ -3,8 +3,6 @@
 
 #include "panel/PanelMap.h"
 
-#include <QShortcut>
-
 namespace host
 {
 PanelShortcuts::PanelShortcuts()
@@ -12,15 +10,18 @@ PanelShortcuts::PanelShortcuts()
     m_clock.start();
 }
 
-PanelShortcuts::~PanelShortcuts() = default;
+PanelShortcuts::~PanelShortcuts()
+{
+    clear();
+}
 
 void PanelShortcuts::set(const PanelMap &map, QWidget &window, PanelTarget &target)
 {
     clear();
     const auto add = [&](const QKeySequence &keys, bool isRepeating, auto action) {
-        m_shortcuts.push_back(std::make_unique<QShortcut>(keys, &window));
+        m_shortcuts.push_back(new QShortcut(keys, &window));
         m_shortcuts.back()->setAutoRepeat(isRepeating);
-        QObject::connect(m_shortcuts.back().get(), &QShortcut::activated, &window, action);
+        QObject::connect(m_shortcuts.back().data(), &QShortcut::activated, &window, action);
     };
     for (const PanelMap::Shortcut &shortcut : map.shortcuts())
         add(shortcut.keys, shortcut.key->isRepeating(),
@@ -36,6 +37,8 @@ void PanelShortcuts::set(const PanelMap &map, QWidget &window, PanelTarget &targ
 
 void PanelShortcuts::clear()
 {
+    for (const QPointer<QShortcut> &shortcut : m_shortcuts)
+        delete shortcut.data();
     m_shortcuts.clear();
 }
 } // namespace host

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QPointer>
+#include <QShortcut>
 
-#include <memory>
 #include <vector>
 
-class QShortcut;
 class QWidget;
 
 namespace host
@@ -21,12 +21,12 @@ public:
     PanelShortcuts();
     ~PanelShortcuts();
 
-    /// In place of those before. window and target must outlive the shortcuts.
+    /// In place of those before. target must outlive the shortcuts.
     void set(const PanelMap &map, QWidget &window, PanelTarget &target);
     void clear();
 
 private:
     QElapsedTimer m_clock;
-    std::vector<std::unique_ptr<QShortcut>> m_shortcuts;
+    std::vector<QPointer<QShortcut>> m_shortcuts; // children of the window, which may go first
 };
 } // namespace host

@@ -2,6 +2,7 @@
 #include "program/WindowRun.h"
 
 #include "memory/RadioMemory.h"
+#include "panel/Panel.h"
 #include "program/StopSignal.h"
 #include "radio/Radio.h"
 #include "settings/SettingsStore.h"
@@ -64,11 +65,14 @@ int WindowRun::run(const HostSettings &settings)
         return kBadInput;
     }
     StopSignal stop;
-    // Beside settings of one's own lie bookmarks of one's own.
-    const QString bookmarks = settings.settingsFile.isEmpty()
-        ? RadioMemory::defaultPath()
-        : QFileInfo(settings.settingsFile).dir().filePath("bookmarks.csv");
-    MainWindow window(radio, bookmarks);
+    // Beside settings of one's own lie bookmarks and a control panel of one's own.
+    const auto beside = [&settings](const QString &usual) {
+        return settings.settingsFile.isEmpty()
+            ? usual
+            : QFileInfo(settings.settingsFile).dir().filePath(QFileInfo(usual).fileName());
+    };
+    MainWindow window(radio, beside(RadioMemory::defaultPath()));
+    window.loadPanel(beside(Panel::defaultPath()));
     QObject::connect(&stop, &StopSignal::raised, &window, &QWidget::close);
     QApplication::setQuitOnLastWindowClosed(true);
     if (settings.rigPort)

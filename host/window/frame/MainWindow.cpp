@@ -17,6 +17,7 @@
 #include "window/panorama/WaterfallView.h"
 
 #include "memory/RadioMemory.h"
+#include "panel/ControlPanel.h"
 #include "radio/Radio.h"
 #include "rig/RadioRig.h"
 #include "rig/RigServer.h"
@@ -47,7 +48,8 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
     : m_radio(radio), m_band(radio), m_lines(radio),
       m_memory(std::make_unique<RadioMemory>(radio, bookmarkFile)),
       m_sound(std::make_unique<SoundChoice>(radio)), m_rigTarget(std::make_unique<RadioRig>(radio)),
-      m_rig(std::make_unique<RigServer>(*m_rigTarget))
+      m_rig(std::make_unique<RigServer>(*m_rigTarget)),
+      m_controls(std::make_unique<ControlPanel>(radio, *m_memory))
 {
     setWindowTitle(tr("Velmora receiver"));
     setAcceptDrops(true);
@@ -62,6 +64,7 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
             m_soundText->setText(isPlaying ? tr("sound: %1").arg(text) : text);
         });
     connect(&*m_memory, &RadioMemory::message, this, &MainWindow::tell);
+    connect(&*m_controls, &ControlPanel::message, this, &MainWindow::tell);
     for (const QString &notice : radio.notices() + m_memory->notices())
         tell(notice);
     const auto mark = [this] { showStations(); };
@@ -307,6 +310,11 @@ void MainWindow::setRemote(bool on)
         return openRemote(RigServer::kUsualPort);
     m_rig->close();
     m_remote->setChecked(false);
+}
+
+void MainWindow::loadPanel(const QString &file)
+{
+    m_controls->load(file, this);
 }
 
 void MainWindow::openRemote(int port)

@@ -17,6 +17,7 @@ class QToolButton;
 namespace host
 {
 class BookmarkDialog;
+class ControlPanel;
 class EqualizerDialog;
 class NotchDialog;
 class OptionsDialog;
@@ -55,6 +56,9 @@ public:
 
     /// Rig control at a port of the loopback address; a person is told if it cannot be.
     void openRemote(int port);
+
+    /// Keys and knobs by the mapping in the file, see ControlPanel.
+    void loadPanel(const QString &file);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -104,6 +108,7 @@ private:
     std::unique_ptr<SoundChoice> m_sound;
     std::unique_ptr<RadioRig> m_rigTarget;
     std::unique_ptr<RigServer> m_rig;
+    std::unique_ptr<ControlPanel> m_controls;
     Theme::Choice m_theme = Theme::Choice::Desktop;
     int m_scalePercent = 0; ///< 0: the desktop's
 

@@ -2,9 +2,13 @@
 #include "radio/TestRadio.h"
 
 #include "memory/RadioMemory.h"
-#include "panel/RadioPanel.h"
+#include "panel/ControlPanel.h"
 
+#include <QApplication>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTest>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -72,5 +76,26 @@ TEST(RadioPanelTest, TurnsTheRadio)
     panel.goToBand("13 m");
     ASSERT_EQ(messages.size(), 2);
     EXPECT_EQ(messages[0].first(), "no desktop for F5");
+}
+
+TEST(ControlPanelTest, AMappingReachesTheRadioAndItsMistakesThePerson)
+{
+    test::TestRadio bench("band centre=7.1M noise=-140\n");
+    ASSERT_TRUE(bench.start());
+    host::RadioMemory memory(bench.radio(), bench.path("b.csv"));
+    host::ControlPanel panel(bench.radio(), memory);
+    QSignalSpy messages(&panel, &host::ControlPanel::message);
+    QFile mapping(bench.path("panel.conf"));
+    ASSERT_TRUE(mapping.open(QIODevice::WriteOnly));
+    mapping.write("shortcut F7 mute\nshortcut F8 dance\n");
+    mapping.close();
+    QWidget window;
+    window.show();
+    QApplication::setActiveWindow(&window);
+    panel.load(mapping.fileName(), &window);
+    QTest::keyClick(&window, Qt::Key_F7);
+    EXPECT_TRUE(bench.radio().isOn(host::Switch::Mute));
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].first().toString().contains("line 2"));
 }
 } // namespace
