@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Each installs what it is missing and builds no more than it needs.
-# run    receive the built-in band, say where the audio is
+# run    open the window on the built-in band; without a screen receive it, say where the audio is
 # test   run all tests
 # bench  run all benchmarks
 # test-usb  the provider on libusb in a virtual machine with a real USB stack (minutes)

@@ -51,6 +51,7 @@ public:
     VfoPanel &vfos() { return *m_vfos; }
     VisibleBand &band() { return m_band; }
     SpectrumLines &lines() { return m_lines; }
+    SoundChoice &sound() { return *m_sound; }
 
     void openScene(const QString &file);
 

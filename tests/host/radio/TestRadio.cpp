@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <cmath>
+#include <gtest/gtest.h>
 
 namespace test
 {
@@ -38,7 +39,6 @@ TestRadio::TestRadio(const QByteArray &band)
 
 bool TestRadio::start(const QStringList &options)
 {
-    m_options = options;
     const auto command = host::readCommandLine(
         QStringList{"velmora-host", "--headless", "--plugin", PLUGIN_FILE, "--d2xx", VIRTUAL_D2XX,
             "--settings", path("settings.ini"), "--scene", path("test.band")}
@@ -54,10 +54,16 @@ bool TestRadio::start(const QStringList &options)
     return true;
 }
 
-bool TestRadio::restart()
+bool TestRadio::restart(const QStringList &options)
 {
     m_radio.reset();
-    return start(m_options);
+    return start(options);
+}
+
+std::size_t TestRadio::pull(float *interleaved, std::size_t frames)
+{
+    return m_source ? m_source->pull(interleaved, frames)
+                    : m_radio->audio().pull(interleaved, frames);
 }
 
 std::vector<COMPLEX> TestRadio::listen(double seconds, int skipMs)
@@ -66,12 +72,11 @@ std::vector<COMPLEX> TestRadio::listen(double seconds, int skipMs)
     const std::size_t wanted = skipped + std::size_t(seconds * kRateHz);
     std::vector<float> pulled(2 * host::AudioOutlet::kCapacity);
     // What waits is older than the change.
-    while (m_radio->audio().pull(pulled.data(), host::AudioOutlet::kCapacity) > 0) { }
+    while (pull(pulled.data(), host::AudioOutlet::kCapacity) > 0) { }
     std::vector<COMPLEX> audio;
     QElapsedTimer clock;
     for (clock.start(); audio.size() < wanted && !clock.hasExpired(kStartMs); serve(5)) {
-        const std::size_t frames =
-            m_radio->audio().pull(pulled.data(), host::AudioOutlet::kCapacity);
+        const std::size_t frames = pull(pulled.data(), host::AudioOutlet::kCapacity);
         for (std::size_t i = 0; i < frames; ++i)
             audio.push_back({pulled[2 * i], pulled[2 * i + 1]});
     }
@@ -85,8 +90,10 @@ std::vector<COMPLEX> TestRadio::listen(double seconds, int skipMs)
 double TestRadio::toneDb(double hertz, int skipMs)
 {
     std::vector<COMPLEX> audio = listen(0.2, skipMs);
-    if (audio.empty())
-        return -300.0;
+    if (audio.empty()) {
+        ADD_FAILURE() << "no audio";
+        return 0.0;
+    }
     for (COMPLEX &sample : audio)
         sample.im = 0.0;
     return decibels(2.0 * magnitude(component(audio, hertz / kRateHz)));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "radio/Radio.h"
+#include "stream/FrameSource.h"
 
 #include "support/TemporarySettings.h"
 
@@ -26,10 +27,13 @@ public:
     bool start(const QStringList &options = {});
 
     /// Ends the radio and begins a new one on the same settings file.
-    bool restart();
+    bool restart(const QStringList &options);
 
     host::Radio &radio() { return *m_radio; }
     QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    /// Where listen() fetches the audio: the radio itself, unless somebody else does so already.
+    void setSource(host::FrameSource *source) { m_source = source; }
 
     /// Audio from now on, left as the real and right as the imaginary part, after `skipMs`, in
     /// which a change has had its effect.
@@ -39,9 +43,11 @@ public:
     double toneDb(double hertz, int skipMs = 300);
 
 private:
+    std::size_t pull(float *interleaved, std::size_t frames);
+
     TemporarySettings m_settings;
     QTemporaryDir m_folder;
     std::unique_ptr<host::Radio> m_radio;
-    QStringList m_options;
+    host::FrameSource *m_source = nullptr;
 };
 } // namespace test

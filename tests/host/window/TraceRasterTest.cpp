@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "window/panorama/TraceRaster.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+constexpr QRgb kGround = 0xff000000;
+constexpr QRgb kLine = 0xffffffff;
+constexpr QRgb kArea = 0xff0000ff;
+} // namespace
+
+TEST(TraceRasterTest, LineAndAreaAreWhereTheLevelIs)
+{
+    struct Case
+    {
+        std::vector<float> rows;
+        int x;
+        int y;
+        QRgb colour;
+    };
+    // A flat line one pixel wide in the middle of row 4; then a step, whose flank hangs together.
+    const std::vector<float> flat(8, 4.5f);
+    const std::vector<float> step{2.5f, 2.5f, 2.5f, 2.5f, 8.5f, 8.5f, 8.5f, 8.5f};
+    for (const Case &c : {Case{flat, 3, 3, kGround}, Case{flat, 3, 4, kLine},
+             Case{flat, 3, 5, kArea}, Case{flat, 0, 4, kLine}, Case{flat, 7, 9, kArea},
+             Case{step, 3, 4, kLine}, Case{step, 4, 6, kLine}, Case{step, 5, 6, kGround},
+             Case{step, 1, 4, kArea}, Case{std::vector<float>(8, -50.0f), 2, 0, kArea},
+             Case{std::vector<float>(8, 50.0f), 2, 9, kGround}}) {
+        QImage picture(8, 10, QImage::Format_RGB32);
+        picture.fill(kGround);
+        host::TraceRaster raster;
+        raster.draw(picture, c.rows, {kLine, kArea, 1.0});
+        EXPECT_EQ(picture.pixel(c.x, c.y) | 0xff000000u, c.colour)
+            << c.rows[0] << " at " << c.x << ", " << c.y << std::hex << ' '
+            << picture.pixel(c.x, c.y);
+    }
+}
+
+TEST(TraceRasterTest, EdgesAreSmooth)
+{
+    QImage picture(4, 10, QImage::Format_RGB32);
+    picture.fill(kGround);
+    host::TraceRaster raster;
+    raster.draw(picture, std::vector<float>(4, 4.75f), {kLine, 0, 1.0}); // from 4.25 to 5.25
+    EXPECT_NEAR(qRed(picture.pixel(1, 4)), 0.75 * 255, 3);
+    EXPECT_NEAR(qRed(picture.pixel(1, 5)), 0.25 * 255, 3);
+    EXPECT_EQ(qRed(picture.pixel(1, 6)), 0);
+}
