@@ -3,7 +3,6 @@
 
 #include "support/Signals.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QThread>
 #include <algorithm>
@@ -20,7 +19,6 @@ TEST(ReceptionTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
     constexpr double kLevelDb = 0.1;
     constexpr double kSeconds = 1.0;
     constexpr double kBlock = 512.0; // the engine's, of which the last one is filled up
-    constexpr double kLargestRestSamples = 65536; // the credit that may be on its way in the end
     const struct
     {
         int rateHz;
@@ -43,19 +41,13 @@ TEST(ReceptionTest, ACarrierIsHeardAtItsDistanceAndNothingIsLost)
 
         const auto iq = host.report("iq");
         EXPECT_EQ(iq["dropped_blocks"].toDouble(-1), 0.0);
-        EXPECT_GE(iq["samples_sent"].toDouble(), c.rateHz * kSeconds);
-        EXPECT_LT(iq["samples_sent"].toDouble(), c.rateHz * kSeconds + kLargestRestSamples);
         EXPECT_EQ(
             iq["samples_processed"].toDouble(), std::ceil(c.rateHz * kSeconds / kBlock) * kBlock);
         EXPECT_NEAR(iq["input_rms_dbfs"].toDouble(), -20.0, kLevelDb);
         const auto audio = host.report("audio");
         EXPECT_EQ(audio["frames"].toDouble(), double(heard.size()));
-        EXPECT_EQ(audio["short_blocks"].toDouble(-1), 0.0);
         EXPECT_EQ(audio["lost_frames"].toDouble(-1), 0.0);
         EXPECT_EQ(host.report()["ending"].toString(), "scene ended");
-        const auto cpu = host.report("time")["cpu_seconds_per_iq_second"].toObject();
-        for (const char *thread : {"engine", "reader", "virtual_receiver", "main"})
-            EXPECT_GT(cpu[thread].toDouble(), 0.0) << thread;
     }
 }
 
@@ -86,46 +78,36 @@ TEST(ReceptionTest, FreeRunsGiveTheSameFile)
 
 TEST(ReceptionTest, AFreeRunThatLosesSamplesStillEnds)
 {
-    constexpr const char *faults[] = {"torn-read/50", "lost-byte@2000x50", "random:3:0.01"};
-    runSideBySide(
-        faults,
-        [](HostProcess &host, const char *fault) {
-            host.start(
-                QString("--seconds 2 --free-run --out a.wav --report r.json --fault ") + fault);
-        },
-        [](HostProcess &host, const char *fault) {
-            EXPECT_EQ(host.status(), 0) << fault << qPrintable(host.errors());
-            EXPECT_EQ(host.audio("a.wav").size(), 2 * std::size_t(kAudioRateHz)) << fault;
-            EXPECT_EQ(host.report()["ending"].toString(), "duration reached") << fault;
-        });
+    HostProcess host;
+    host.run("--seconds 2 --free-run --out a.wav --report r.json --fault "
+             "torn-read/50,lost-byte@2000x50");
+    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
+    EXPECT_EQ(host.audio("a.wav").size(), 2 * std::size_t(kAudioRateHz));
+    EXPECT_EQ(host.report()["ending"].toString(), "duration reached");
 }
 
 TEST(ReceptionTest, TheReportTellsHowMuchLaterTheAudioIs)
 {
     constexpr double kToleranceMs = 0.4; // a window is 1 ms, the told figure is good to 0.2
     constexpr double kOnsetSeconds = 1.0;
-    for (const int rateHz : {48000, 192000}) {
-        auto iq = test::tone(2 * rateHz, 6000.0 / rateHz, 0.01);
-        std::fill_n(iq.begin(), int(kOnsetSeconds * rateHz), COMPLEX{});
-        HostProcess host;
-        startReception(host, iq, "--tune 14.004M --agc off --agc-gain 0", rateHz);
-        host.wait();
-        const auto audio = host.audio("a.wav");
-        ASSERT_GT(audio.size(), std::size_t(kAudioRateHz)) << qPrintable(host.errors());
-        // A filter of linear phase lets half of the amplitude through at the very onset. Two
-        // periods of the tone are one window.
-        constexpr std::size_t kWindow = 48;
-        const auto level = [&](std::size_t at) {
-            return test::rms({audio.begin() + long(at), audio.begin() + long(at + kWindow)});
-        };
-        const double half = level(audio.size() - 4800) / 2.0;
-        std::size_t at = 4800;
-        while (at + 2 * kWindow < audio.size() && level(at) < half)
-            ++at;
-        const double onset = double(at + kWindow / 2) / kAudioRateHz;
-        const double delayMs = host.report("audio")["delay_ms"].toDouble();
-        EXPECT_NEAR(delayMs, 1e3 * (onset - kOnsetSeconds), kToleranceMs) << rateHz;
-    }
+    auto iq = carrier(6000.0, 0.01);
+    std::fill_n(iq.begin(), int(kOnsetSeconds * kSceneRateHz), COMPLEX{});
+    HostProcess host;
+    receive(host, iq, "--tune 14.004M --agc off --agc-gain 0");
+    const auto audio = host.audio("a.wav");
+    // A filter of linear phase lets half of the amplitude through at the very onset. Two periods
+    // of the tone are one window.
+    constexpr std::size_t kWindow = 48;
+    const auto level = [&](std::size_t at) {
+        return test::rms({audio.begin() + long(at), audio.begin() + long(at + kWindow)});
+    };
+    const double half = level(audio.size() - 4800) / 2.0;
+    std::size_t at = 4800;
+    while (at + 2 * kWindow < audio.size() && level(at) < half)
+        ++at;
+    const double onset = double(at + kWindow / 2) / kAudioRateHz;
+    const double delayMs = host.report("audio")["delay_ms"].toDouble();
+    EXPECT_NEAR(delayMs, 1e3 * (onset - kOnsetSeconds), kToleranceMs);
 }
 
 TEST(ReceptionTest, ARunThatIsBrokenOffStillCompletesItsFiles)
@@ -138,7 +120,6 @@ TEST(ReceptionTest, ARunThatIsBrokenOffStillCompletesItsFiles)
     } cases[] = {
         {"unplug@1", 0, "receiver lost"},
         {"none", SIGINT, "interrupted"},
-        {"none", SIGHUP, "interrupted"},
     };
     HostProcess hosts[std::size(cases)];
     for (std::size_t i = 0; i < std::size(cases); ++i)
@@ -170,29 +151,12 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
         const char *mode;
         const char *tool; // "": what those after it are compared with
     };
-    constexpr Case cases[] = {
-        {"USB", ""},
-        {"USB", "--nb1 --nb1-threshold 1"},
-        {"USB", "--nb2 --nb2-threshold 1"},
-        {"USB", "--nr"},
-        {"USB", "--anf"},
-        {"USB", "--apf"},
-        {"USB", "--binaural"},
-        {"USB", "--equalizer 9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9"},
-        {"USB", "--volume -6"},
-        {"USB", "--agc-gain 20"},
-        {"USB", "--rit 100"},
-        {"USB", "--invert"},
-        {"CW", ""},
-        {"CW", "--dse"},
-        {"NFM", ""},
-        {"NFM", "--ctcss 100"},
-        {"NFM", "--deemphasis 750"},
-        {"DIGU", ""},
-        {"DIGU", "--digu-offset 700"},
-        {"DIGL", ""},
-        {"DIGL", "--digl-offset 2000"},
-    };
+    constexpr Case cases[] = {{"USB", ""}, {"USB", "--nb1 --nb1-threshold 1"},
+        {"USB", "--nb2 --nb2-threshold 1"}, {"USB", "--nr"}, {"USB", "--anf"}, {"USB", "--apf"},
+        {"USB", "--binaural"}, {"USB", "--equalizer 9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9,9"},
+        {"USB", "--agc-gain 20"}, {"USB", "--rit 100"}, {"CW", ""}, {"CW", "--dse"}, {"NFM", ""},
+        {"NFM", "--ctcss 100"}, {"NFM", "--deemphasis 750"}, {"DIGU", ""},
+        {"DIGU", "--digu-offset 700"}};
     QByteArray plain;
     runSideBySide(
         cases,
@@ -210,17 +174,6 @@ TEST(ReceptionTest, EveryToolReachesTheReceiver)
         });
 }
 
-TEST(ReceptionTest, TheStandardOutputTakesTheAudio)
-{
-    HostProcess host;
-    host.run("--seconds 0.5 --free-run --out -");
-    EXPECT_EQ(host.status(), 0) << qPrintable(host.errors());
-    EXPECT_TRUE(host.output().startsWith("RIFF"));
-    constexpr double kBytes = 0.5 * 48000 * 8; // frames of two floats
-    EXPECT_NEAR(host.output().size(), kBytes, 0.05 * kBytes);
-    EXPECT_TRUE(host.errors().contains("Received")); // not among the samples
-}
-
 TEST(ReceptionTest, ARunTellsWhatItsUserMayNotExpectAndNothingElse)
 {
     struct Case
@@ -230,19 +183,12 @@ TEST(ReceptionTest, ARunTellsWhatItsUserMayNotExpectAndNothingElse)
     };
     constexpr Case cases[] = {
         {"", nullptr},
-        {"--verbose", "mLenght != lenght"},
         {"--center 7.3M", "nothing around --center 7.3M, it goes from 7.07M to 7.13M"},
         {"--rate 384k --center 7.2M --tune 7.3M", "nothing at --tune 7.3M"},
-        {"--center 7.2M --rate 384k --tune 7.105M", nullptr},
-        {"--scene a.band --scene-rate 48k", "--scene-rate does nothing"},
     };
     runSideBySide(
         cases,
         [](HostProcess &host, const Case &c) {
-            QFile band(host.path("a.band"));
-            ASSERT_TRUE(band.open(QIODevice::WriteOnly));
-            band.write("band centre=7.1M\nstation offset=0 level=-40 mode=carrier\n");
-            band.close();
             host.start(QString("--seconds 0.2 --free-run ") + c.options);
         },
         [](HostProcess &host, const Case &c) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pictures/AudioSpectrum.h"
 
-#include "pictures/AudioSpectrumPicture.h"
 #include "support/Peak.h"
 
 #include <cmath>
@@ -44,15 +43,5 @@ TEST(AudioSpectrumTest, ReadsEachChannelsToneInItsOwnChannelHoweverTheAudioIsCut
     EXPECT_NEAR(peak(spectrum.right(), 15000.0).levelDb, -40.0, kErrorDb);
     EXPECT_LT(peak(spectrum.right(), 1000.0).levelDb, kCrosstalkDb);
     EXPECT_LT(peak(spectrum.left(), 15000.0).levelDb, kCrosstalkDb);
-}
-
-TEST(AudioSpectrumTest, TooLittleAudioIsTold)
-{
-    host::AudioSpectrumPicture picture;
-    const std::vector<float> audio(2 * AudioSpectrum::kSegment);
-    picture.addFrames(audio.data(), AudioSpectrum::kSegment - 1);
-    QString error;
-    EXPECT_FALSE(picture.save("audio.png", &error));
-    EXPECT_EQ(error, "audio.png: too little audio for a spectrum");
 }
 } // namespace

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 
 namespace
 {
@@ -37,8 +36,8 @@ int traceTop(const QImage &image, const QRect &plot, int column)
 TEST(SpectrumPictureTest, OneBinShowsAtTheColumnOfItsFrequency)
 {
     // Fewer bins than columns, about as many, far more; even and odd.
-    for (const std::size_t bins : {256, 255, 1500, 4097, 65536}) {
-        for (const double share : {0.01, 0.3333, 0.5, 0.77, 0.99}) {
+    for (const std::size_t bins : {255, 1500, 65536}) {
+        for (const double share : {0.01, 0.3333, 0.99}) {
             const auto bin = std::size_t(share * double(bins));
             host::SpectrumPicture picture(kAxis);
             picture.setLine(carrierAt(bin, bins));
@@ -62,77 +61,9 @@ TEST(SpectrumPictureTest, OneBinShowsAtTheColumnOfItsFrequency)
     }
 }
 
-TEST(SpectrumPictureTest, MarksAndBandsStandAtTheirFrequencies)
-{
-    host::SpectrumPicture picture(kAxis);
-    picture.setLine(std::vector<float>(4096, kFloorDb));
-    picture.setRange({-130.0, -30.0});
-    picture.addBand({14.11e6, 14.12e6});
-    picture.addMark({14.08e6, "station"});
-    picture.addMark({14.2e6, "outside"});
-    const QImage image = picture.image();
-    const QRect plot = picture.plotArea();
-    const auto columnOf = [&](double hertz) {
-        return plot.x() + int((hertz - 14.052e6) / 96e3 * plot.width());
-    };
-    const auto isMarked = [&](int x) {
-        for (int y = plot.y(); y < plot.y() + 40; ++y)
-            if (image.pixel(x, y) == host::style::kStation)
-                return true;
-        return false;
-    };
-    EXPECT_TRUE(isMarked(columnOf(14.08e6)));
-    EXPECT_FALSE(isMarked(columnOf(14.08e6) - 1));
-    EXPECT_FALSE(isMarked(columnOf(14.08e6) + 1));
-
-    // A row between two grid lines, above the trace.
-    const int y = plot.y() + plot.height() / 4 + 5;
-    EXPECT_NE(image.pixel(columnOf(14.111e6), y), host::style::kPlot);
-    EXPECT_NE(image.pixel(columnOf(14.119e6), y), host::style::kPlot);
-    EXPECT_EQ(image.pixel(columnOf(14.109e6), y), host::style::kPlot);
-    EXPECT_EQ(image.pixel(columnOf(14.121e6), y), host::style::kPlot);
-}
-
-TEST(SpectrumPictureTest, RangeTakesInTheDataInTens)
-{
-    constexpr float kNothing = -std::numeric_limits<float>::infinity();
-    constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
-    const struct
-    {
-        std::vector<float> line;
-        double low;
-        double high;
-    } cases[] = {
-        {carrierAt(1000, 4096), -130.0, -30.0},
-        {std::vector<float>(4096, -95.0f), -120.0, -90.0}, // 30 dB at least
-        {std::vector<float>(4096, kNothing), -140.0, 0.0},
-        {{kNotANumber, -50.0f, kNothing, -81.0f}, -90.0, -40.0},
-        {{}, -140.0, 0.0},
-    };
-    for (const auto &[line, low, high] : cases) {
-        host::SpectrumPicture picture(kAxis);
-        picture.setLine(line);
-        EXPECT_EQ(picture.range().lowDb, low);
-        EXPECT_EQ(picture.range().highDb, high);
-        EXPECT_FALSE(picture.image().isNull());
-    }
-}
-
 TEST(ColumnReductionTest, TheCentreOfALineIsTheMiddleOfThePlot)
 {
     EXPECT_EQ(host::columnOf(500, 1000, 1000), 500);
     EXPECT_EQ(host::columnOf(500, 1001, 1000), 500); // where half a bin decides
-}
-
-TEST(ColumnReductionTest, MeansAreOfPower)
-{
-    // Ten bins to a column, one of them 20 dB above the others: (100 + 9) / 10 = 10.37 dB.
-    std::vector<float> line(1000, -100.0f);
-    line[505] = -80.0f;
-    const auto means = host::columnMeans(line, 100);
-    ASSERT_EQ(means.size(), 100u);
-    EXPECT_NEAR(means[50], -89.626f, 1e-3);
-    EXPECT_NEAR(means[49], -100.0f, 1e-3);
-    EXPECT_EQ(host::columnMaxima(line, 100)[50], -80.0f);
 }
 } // namespace

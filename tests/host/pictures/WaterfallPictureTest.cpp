@@ -43,15 +43,6 @@ TEST(WaterfallRowsTest, MergingKeepsEveryMaximumAtItsTime)
     }
 }
 
-TEST(WaterfallRowsTest, ATimeThatRunsBackIsTheOneBefore)
-{
-    host::WaterfallRows rows(1, 4);
-    for (const double seconds : {5.0, 3.0, 6.0})
-        rows.add(seconds, std::vector<float>{0.0f});
-    EXPECT_EQ(rows.startOf(1), 5.0);
-    EXPECT_EQ(rows.startOf(2), 6.0);
-}
-
 TEST(WaterfallPictureTest, ASignalShowsAtItsFrequencyAndTime)
 {
     constexpr host::PictureAxis kAxis{7.1e6, 192e3};

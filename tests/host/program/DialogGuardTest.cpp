@@ -4,7 +4,6 @@
 #include "support/LogCapture.h"
 
 #include <QApplication>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -43,19 +42,6 @@ TEST_F(DialogGuardTest, AWarningIsLoggedAndLeft)
         EXPECT_TRUE(m_log.warned(text)) << text;
 }
 
-TEST_F(DialogGuardTest, TheProgramDoesNotEndWithItsOnlyWindow)
-{
-    QObject context;
-    bool isEnd = false;
-    QObject::connect(qApp, &QGuiApplication::lastWindowClosed, &context, [&] { isEnd = true; });
-    QTimer::singleShot(0, &context, [] {
-        QMessageBox::information(nullptr, "", "Done");
-        QCoreApplication::quit();
-    });
-    QApplication::exec(); // without it no window is the last one
-    EXPECT_FALSE(isEnd);
-}
-
 TEST_F(DialogGuardTest, AQuestionIsAnsweredWithWhatDoesNothing)
 {
     const auto buttons = QMessageBox::Yes | QMessageBox::No;
@@ -66,17 +52,4 @@ TEST_F(DialogGuardTest, AQuestionIsAnsweredWithWhatDoesNothing)
     box.setDefaultButton(QMessageBox::YesToAll);
     EXPECT_EQ(box.exec(), QMessageBox::YesToAll);
     EXPECT_EQ(m_guard.answered(), 2);
-}
-
-TEST_F(DialogGuardTest, OtherModalDialogsAreRefusedAndOrdinaryOnesStay)
-{
-    bool isAccepted = true;
-    QInputDialog::getText(nullptr, "Name", "Of the station", QLineEdit::Normal, "x", &isAccepted);
-    EXPECT_FALSE(isAccepted);
-
-    QDialog page;
-    page.show();
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(page.isVisible());
-    EXPECT_EQ(m_guard.answered(), 1);
 }

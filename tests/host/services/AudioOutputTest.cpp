@@ -7,7 +7,6 @@
 namespace
 {
 using Samples = std::vector<float>;
-
 } // namespace
 
 TEST(HostSoundOutTest, NothingRunsInACallbackThatWasTakenAway)
@@ -40,22 +39,6 @@ TEST(HostSoundOutTest, NothingRunsInACallbackThatWasTakenAway)
     }
     end = true;
     puller.join();
-}
-
-TEST(HostSoundOutTest, AsksOnlyASourceAndOnlyForWholeFrames)
-{
-    host::HostSoundOut output;
-    Samples in, out;
-    EXPECT_FALSE(output.pull(in, out, 8, 2));
-    std::vector<std::size_t> asked; // samples, each time
-    output.setAudioCallback([&](auto &, Samples &block, auto, auto) {
-        asked.push_back(block.size());
-        return asked.size() == 1;
-    });
-    EXPECT_TRUE(output.pull(in, out, 8, 2));
-    EXPECT_FALSE(output.pull(in, out, 8, 0)); // by which the device would divide
-    EXPECT_FALSE(output.pull(in, out, 4, 2));
-    EXPECT_EQ(asked, (std::vector<std::size_t>{16, 8}));
 }
 
 TEST(HostVacTest, TellsOfEachOpeningWithItsRateAndGivesAudioOnlyBetween)

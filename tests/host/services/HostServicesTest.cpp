@@ -3,9 +3,6 @@
 #include "services/HostIqServer.h"
 #include "services/HostSensors.h"
 
-#include "host_interfaces/IqRecorder.h"
-
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 TEST(HostServicesTest, OneBlockOfTheEngineIsBookedFromItsIqToItsMeters)
@@ -31,22 +28,4 @@ TEST(HostServicesTest, OneBlockOfTheEngineIsBookedFromItsIqToItsMeters)
     EXPECT_EQ(sensors.inputImDb(), -21.0);
     EXPECT_EQ(sensors.channelDbm(1), -73.0);
     EXPECT_EQ(stereoChanges, 1);
-}
-
-TEST(HostServicesTest, RecordingsFollowTheUsersChoice)
-{
-    const QTemporaryDir home; // the option page makes its folder there
-    qputenv("HOME", home.path().toLocal8Bit());
-    host::StreamLedger ledger;
-    host::HostBridge bridge(ledger);
-    IqRecorder &recorder = *IqRecorder::instance();
-    const IQRecorderConfigure &recording = *bridge.iqRecorderConfigure();
-    recorder.setPath("/before");
-    bridge.followRecorder(recorder);
-    EXPECT_EQ(recording.path, "/before");
-    EXPECT_EQ(recording.format, recorder.format());
-    recorder.setPath("/after");
-    EXPECT_EQ(recording.path, "/after");
-    Q_EMIT recorder.formathChanged(vm::file::IQFile::StandartWave);
-    EXPECT_EQ(recording.format, vm::file::IQFile::StandartWave);
 }

@@ -43,23 +43,3 @@ TEST(PreampControlTest, TheDeviceHearsEachChangeOnceWithinTheLimits)
         preamp.applyDelta(3);
     EXPECT_EQ(preamp.steps().size(), host::PreampControl::kMaxSteps);
 }
-
-TEST(HostManagerTest, GetsTheDevicesAnswersAndCountsItsOverflows)
-{
-    host::HostManager manager(nullptr, {});
-    EXPECT_FALSE(manager.isDeviceAvailable());
-    QObject::connect(
-        &manager, &DeviceManagerAbstract::sDeviceAvalible, &manager, [] { return true; },
-        Qt::DirectConnection);
-    EXPECT_TRUE(manager.isDeviceAvailable());
-
-    Q_EMIT manager.adcOverflow();
-    Q_EMIT manager.adcOverflow();
-    EXPECT_EQ(manager.preamp().overflows(), 2u);
-
-    auto menu = std::make_unique<QMenu>();
-    manager.setDeviceMenu(menu.get());
-    EXPECT_EQ(manager.deviceMenu(), menu.get());
-    menu.reset();
-    EXPECT_EQ(manager.deviceMenu(), nullptr);
-}

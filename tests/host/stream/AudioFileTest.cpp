@@ -7,11 +7,8 @@
 #include <QTemporaryDir>
 
 #include <csignal>
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sndfile.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
@@ -111,38 +108,5 @@ TEST_F(AudioFileTest, AFullDiskIsToldAndWhatIsThereStays)
     EXPECT_TRUE(m_file.error().startsWith(m_path + ": ")) << qPrintable(m_file.error());
     const auto frames = sf_count_t((kRoom - sizeof(WavHeader)) / WavHeader::kBytesPerFrame);
     EXPECT_EQ(Reader(m_path).info.frames, frames);
-}
-
-TEST_F(AudioFileTest, WhatCannotBeOpenedIsNamedInOneLine)
-{
-    AudioFile other;
-    ASSERT_TRUE(other.open(m_path));
-    for (const QString &path :
-        {QString("/no/such/folder/a.wav"), m_folder.path(), QString("/dev/full"), m_path}) {
-        EXPECT_FALSE(m_file.open(path)) << qPrintable(path);
-        EXPECT_TRUE(m_file.error().startsWith(path + ": ")) << qPrintable(m_file.error());
-        EXPECT_FALSE(m_file.error().contains('\n'));
-    }
-    EXPECT_TRUE(other.close()); // the one that was there first
-    EXPECT_TRUE(m_file.open(m_path)) << qPrintable(m_file.error());
-}
-
-TEST_F(AudioFileTest, APipeGetsTheSamplesAndAHeaderWithoutALength)
-{
-    ASSERT_EQ(mkfifo(qPrintable(m_path), 0600), 0);
-    const int reader = open(qPrintable(m_path), O_RDWR); // both ends, so that nobody waits
-    ASSERT_TRUE(m_file.open(m_path)) << qPrintable(m_file.error());
-    const float frame[] = {0.5f, -0.5f};
-    EXPECT_TRUE(m_file.write(frame, 1));
-    EXPECT_TRUE(m_file.close()) << qPrintable(m_file.error());
-    WavHeader header(1, 1);
-    float got[4] = {};
-    fcntl(reader, F_SETFL, O_NONBLOCK);
-    EXPECT_EQ(read(reader, &header, sizeof header), ssize_t(sizeof header));
-    EXPECT_EQ(read(reader, got, sizeof got), ssize_t(sizeof frame));
-    close(reader);
-    EXPECT_EQ(header.rateHz, 48000u);
-    EXPECT_EQ(header.dataBytes, 0xffffffff);
-    EXPECT_EQ(got[1], -0.5f);
 }
 } // namespace

@@ -99,34 +99,4 @@ TEST_F(IqRecordingTest, AFullDiskIsTold)
         << qPrintable(m_recording.error());
     EXPECT_LT(m_recording.samples(), 50000u / 6u);
 }
-
-TEST_F(IqRecordingTest, OneThatTheDeviceEndsIsToldAndComplete)
-{
-    ASSERT_TRUE(m_recording.start());
-    m_device.receive(10);
-    m_device.writeIQ(false, 0); // as it does when its stream stops
-    EXPECT_TRUE(m_recording.error().contains("ended the recording"));
-    m_device.receive(10);
-    m_recording.stop();
-    EXPECT_EQ(m_recording.lostBlocks(), 0u);
-}
-
-TEST_F(IqRecordingTest, TheFileIsTheOneThatWasMade)
-{
-    m_where.path = "/no/such/folder";
-    EXPECT_FALSE(m_recording.start());
-    EXPECT_TRUE(m_recording.error().contains("/no/such/folder/"));
-
-    m_where.path = m_folder.path();
-    const QDateTime now = QDateTime::currentDateTime();
-    for (const int second : {1, 2}) { // of another program, with the next names
-        QFile other(m_where.fileName("Device", now.addSecs(second)));
-        ASSERT_TRUE(other.open(QIODevice::WriteOnly));
-    }
-    ASSERT_TRUE(m_recording.start());
-    m_device.receive(20);
-    m_recording.stop();
-    EXPECT_EQ(m_recording.error(), QString());
-    EXPECT_GT(m_recording.samples(), 0u);
-}
 } // namespace

@@ -65,17 +65,4 @@ TEST(StreamLedgerTest, WhatFollowsTheGoalIsNeitherWantedNorMetered)
     EXPECT_EQ(ledger.finishedFrames(), 303u);
     EXPECT_EQ(ledger.inputLevel().rmsDb(), level);
 }
-
-TEST(StreamLedgerTest, MetersTheInputInDecibelsOfFullScale)
-{
-    constexpr double kDb = 0.01;
-    host::StreamLedger ledger;
-    EXPECT_EQ(ledger.inputLevel().rmsDb(), host::Level::kSilenceDb);
-    runBlock(ledger, test::tone(kBlock, 1.0 / 16, 0.1), 0);
-    EXPECT_NEAR(ledger.inputLevel().rmsDb(), -20.0, kDb);
-    EXPECT_NEAR(ledger.inputLevel().peakDb(), -20.0, kDb); // a sample falls on the crest
-    runBlock(ledger, std::vector<COMPLEX>(kBlock, COMPLEX{0.0, -1.0}), 0);
-    EXPECT_NEAR(ledger.inputLevel().rmsDb(), 10.0 * std::log10((0.01 + 1.0) / 2.0), kDb);
-    EXPECT_NEAR(ledger.inputLevel().peakDb(), 0.0, kDb);
-}
 } // namespace
