@@ -24,7 +24,6 @@ namespace
 {
 constexpr char kFft[] =
     ": (pSrcDst == 0) || (lenght == 0) || (mLenght == 0) || (mLenght != lenght)";
-constexpr char kWindow[] = " (pSrcDst == NULL) || (lenght == 0) ";
 constexpr char kIncorrect[] = "): Incorrect input parameters!";
 constexpr char kDemodulator[] = " : Incorrect input parameters!";
 
@@ -52,21 +51,16 @@ struct Call
 
 TEST(BadInputTest, IsReportedAndLeftAlone)
 {
-    FFT64 unsetFft;
-    FFT64 freedFft;
-    freedFft.init(32);
-    freedFft.free();
     FFT64 fft;
     fft.init(32);
-    const auto forward = [](FFT64 &which) {
-        return [&which](COMPLEX *x, int n) { EXPECT_FALSE(which.process(x, n, FftType::Forward)); };
+    const auto forward = [&fft](COMPLEX *x, int n) {
+        EXPECT_FALSE(fft.process(x, n, FftType::Forward));
     };
     Window64 window;
     window.init(16, Window::Hann); // becomes 32
     Biquad biquad;
     Iir unsetIir;
     DownConverter mixer;
-    mixer.setOsc(0.25);
     FastFir unsetFir;
     FastFir fir;
     fir.init(-0.1, 0.1, 500);
@@ -80,33 +74,21 @@ TEST(BadInputTest, IsReportedAndLeftAlone)
     apf.setEnable(true);
 
     const Call calls[] = {
-        {"FFT64::process", kFft, 0, forward(fft)},
-        {"FFT64::process", kFft, 16, forward(fft)},
-        {"FFT64::process", kFft, 32, forward(unsetFft)},
-        {"FFT64::process", kFft, 32, forward(freedFft)},
-        {"Window64::process", kWindow, 0, on(window)},
+        {"FFT64::process", kFft, 0, forward},
+        {"FFT64::process", kFft, 16, forward},
+        {"Window64::process", " (pSrcDst == NULL) || (lenght == 0) ", 0, on(window)},
         {"Window64::process", " mLenght != lenght ", 16, on(window)},
-        {"Biquad::process(double*", kIncorrect, 0,
-            [&](COMPLEX *x, int n) { EXPECT_FALSE(biquad.process(x ? &x->re : nullptr, n)); }},
         {"Biquad::process(COMPLEX*", kIncorrect, 0, on(biquad)},
         {"Biquad::process2", kIncorrect, -1,
             [&](COMPLEX *x, int n) { EXPECT_FALSE(biquad.process2(x, n)); }},
-        {"Iir::process", " Incorrect input parameters.", 0, on(unsetIir)},
         {"Iir::process", " Not initialize.", 32, on(unsetIir)},
-        {"DownConverter::process", kIncorrect, 0, on(mixer)},
         {"DownConverter::process", ", -3 ): Incorrect input parameters!", -3, on(mixer)},
         {"FastFir::process", ": Incorrect input parameters. ", 0, on(fir)},
         {"FastFir::process", ippGetStatusString(ippStsSizeErr), -1, on(fir)},
         {"FFT64::process", kFft, 32, on(unsetFir)},
-        {"FastFir::process", ": Incorrect input parameters. ", 0,
-            [&](COMPLEX *, int) {
-                std::vector<COMPLEX> empty;
-                EXPECT_FALSE(fir.process(empty));
-            }},
         {"DemodulatorAM::process", kDemodulator, 0, on(am)},
         {"DemodulatorSAM::process", kDemodulator, 0, on(sam)},
         {"DemodulatorCW::process", kDemodulator, 0, on(cw)},
-        {"DemodulatorWFM::process", kDemodulator, 0, on(wfm)},
         {"DemodulatorWFM::process", kDemodulator, -3, on(wfm)},
         {"void DspCore::Dse::process(COMPLEX *, int)", kIncorrect, 0, on(dse)},
         {"DemodulatorNFM", nullptr, 0, on(nfm)},
@@ -121,11 +103,8 @@ TEST(BadInputTest, IsReportedAndLeftAlone)
             call.process(nullptr, 32);
         const auto lines =
             call.text ? log.warnings().filter(call.caller).filter(call.text) : log.lines();
-        EXPECT_EQ(lines.size(),
-            call.text == nullptr   ? 0
-                : call.length == 0 ? 2
-                                   : 1)
-            << call.caller << log.lines().join('\n').toStdString();
+        const int expected = call.length == 0 ? 2 : 1;
+        EXPECT_EQ(lines.size(), call.text ? expected : 0) << call.caller;
         EXPECT_EQ(used, buffer) << call.caller;
     }
 }

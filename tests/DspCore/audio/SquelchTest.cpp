@@ -43,37 +43,28 @@ double heard(int tone, double subToneHz, double level)
     return test::rms(block);
 }
 
-TEST(SqlTest, OpensFromThreeDecibelsBelowTheThreshold)
+TEST(SquelchTest, OpensFromThreeDecibelsBelowTheThreshold)
 {
     const std::tuple<bool, double, bool> rows[] = {// on, level, open
         {true, -103.0, true}, {true, -103.001, false}, {true, -50.0, true}, {false, -140.0, true}};
+    const std::vector<COMPLEX> before = test::noise(kBlock, 1);
     for (const auto &[enable, level, open] : rows) {
         Sql squelch;
         squelch.setThreshold(kThreshold);
         squelch.setEnable(enable);
-        const std::vector<COMPLEX> before = test::noise(kBlock, 1);
         std::vector<COMPLEX> block = before;
         squelch.process(block.data(), kBlock, level);
         EXPECT_EQ(block == before, open) << level;
         EXPECT_EQ(test::rms(block) == 0.0, !open) << level;
-    }
-}
 
-TEST(SqlCtcssTest, WithoutToneSquelchOnlyTheLevelCounts)
-{
-    for (const bool enable : {false, true}) {
-        for (const double level : {-103.0, -104.0}) {
-            SqlCtcss squelch;
-            squelch.setEnableSql(enable);
-            squelch.setThreshold(kThreshold);
-            const std::vector<COMPLEX> before = test::noise(kBlock, 2);
-            std::vector<COMPLEX> block = before;
-            squelch.process(block.data(), kBlock, level);
-            if (enable && level < -103.0)
-                EXPECT_NEAR(test::rms(block) / test::rms(before), kMute, kMute * kRoundOff);
-            else
-                EXPECT_EQ(block, before);
-        }
+        SqlCtcss withoutTone;
+        withoutTone.setThreshold(kThreshold);
+        withoutTone.setEnableSql(enable);
+        block = before;
+        withoutTone.process(block.data(), kBlock, level);
+        EXPECT_EQ(block == before, open) << level;
+        const double gain = test::rms(block) / test::rms(before);
+        EXPECT_NEAR(gain, open ? 1.0 : kMute, kMute * kRoundOff) << level;
     }
 }
 
@@ -81,15 +72,13 @@ TEST(SqlCtcssTest, OpensForAStrongSignalWithItsToneOnly)
 {
     constexpr double kSubTone = 0.02; // what the high-pass may leave of it
     // Neighbours closer than 3.6 Hz overlap, so tones are taken that stand apart.
-    for (const int tone : {0, 12, 24, 32, 40}) {
+    for (const int tone : {0, 24, 40}) {
         const double hz = Velmora::CTCSS[std::size_t(tone)];
         EXPECT_NEAR(heard(tone, hz, kStrong), 0.4, kSubTone) << hz;
         EXPECT_LT(heard(tone, hz + 12.0, kStrong), 10.0 * kMute) << hz;
         EXPECT_LT(heard(tone, hz, -104.0), 10.0 * kMute) << hz;
     }
-    // Outside of the table no tone opens.
-    for (const int tone : {42, 1 << 30, -(1 << 30)})
-        EXPECT_LT(heard(tone, tone < 0 ? 67.0 : 254.1, kStrong), 10.0 * kMute) << tone;
+    EXPECT_LT(heard(42, 254.1, kStrong), 10.0 * kMute) << "outside of the table no tone opens";
 }
 
 TEST(SqlCtcssTest, LocksOnATenthAndLosesOnASixthOfASecondOfCountedBlocks)
@@ -117,10 +106,4 @@ TEST(SqlCtcssTest, LocksOnATenthAndLosesOnASixthOfASecondOfCountedBlocks)
     EXPECT_EQ(blocksUntil(false), 17); // 17 * 481 is the first above 8000
 }
 
-TEST(SqlCtcssTest, FrequenciesFindTheirIndex)
-{
-    for (const auto &[hz, index] : {std::pair{67.0f, 0}, {65.1f, -1}, {254.1f, 41}, {256.0f, -1},
-             {205.0f, 32}, {206.5f, 33}, {0.0f, -1}, {110.0f, 15}})
-        EXPECT_EQ(SqlCtcss::getIndexFreq(hz), index) << hz;
-}
 } // namespace

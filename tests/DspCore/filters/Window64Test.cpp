@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/Window64.h"
-#include "support/Signals.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -69,55 +68,20 @@ TEST(Window64Test, ShapesPassThroughTheirKnownPoints)
     }
 }
 
-TEST(Window64Test, LanczosHasNoValueAtTheCentreOfAnOddLength)
-{
-    for (const int length : {32, 33, 61}) {
-        const auto window = table(Window::Lanczos, length);
-        for (int n = 0; n < length; ++n) {
-            const double x = 2.0 * n / (length - 1) - 1.0;
-            const double expected = std::sin(x) / x / 0.8413951416451951;
-            if (length % 2 == 1 && n == length / 2)
-                EXPECT_TRUE(std::isnan(window[std::size_t(n)])) << length;
-            else
-                EXPECT_NEAR(window[std::size_t(n)], expected, kRoundOff) << length << " " << n;
-        }
-    }
-}
-
-TEST(Window64Test, EvenLengthsPeakBelowTheirMiddle)
-{
-    // The triangle peaks at both middle samples, the bell at the lower one.
-    const auto triangle = table(Window::Bartlett, 32);
-    for (const auto &[n, value] : {std::pair{0, 0.0}, {14, 0.875}, {15, 1.0}, {16, 1.0}, {31, 0.0}})
-        EXPECT_NEAR(triangle[std::size_t(n)], value / 0.5011872336272722, kRoundOff) << n;
-    const auto bell = table(Window::Gauss05, 32);
-    EXPECT_NEAR(bell[15], 1.0 / 0.3357376142429546, kRoundOff);
-    EXPECT_LT(bell[16], bell[15]);
-}
-
 TEST(Window64Test, BothPartsAreWeightedAndTheSameLengthKeepsTheOldShape)
 {
     const auto window = table(Window::Hamming, 61);
-    auto expected = test::noise(61, 4);
-    auto buffer = expected;
-    auto single = std::vector<float>(61, 0.5f);
-    for (std::size_t n = 0; n < expected.size(); ++n)
-        expected[n] = {buffer[n].re * window[n], buffer[n].im * window[n]};
+    std::vector<COMPLEX> buffer(61, COMPLEX{1.0, -2.0});
+    std::vector<float> single(61, 1.0f);
     Window64 applied;
     applied.init(61, Window::Hamming);
     applied.init(61, Window::Hann);
     applied.process(buffer.data(), 61);
-    EXPECT_LT(test::maxError(buffer, expected), kRoundOff);
-
     Window32 applied32;
     applied32.init(61, Window::Hamming);
     applied32.process(single.data(), 61);
-    for (std::size_t n = 0; n < single.size(); ++n)
-        EXPECT_NEAR(single[n], 0.5 * window[n], kSinglePrecision);
-
-    applied.init(62, static_cast<Window>(0)); // flat
-    buffer.push_back({1.0, 1.0});
-    expected = buffer;
-    applied.process(buffer.data(), 62);
-    EXPECT_EQ(buffer, expected);
+    for (std::size_t n = 0; n < buffer.size(); ++n) {
+        EXPECT_EQ(buffer[n], (COMPLEX{window[n], -2.0 * window[n]}));
+        EXPECT_NEAR(single[n], window[n], kSinglePrecision);
+    }
 }

@@ -29,89 +29,74 @@ int blocksToArrive(double from, double to)
     return int(std::ceil(samples / kBlock));
 }
 
-/// Feeds ones, so that the output is the gain itself.
-class Fade
+/// Feeds ones, so that the output is the gain itself: that of the block's last sample. Both
+/// channels and both parts must agree.
+double step(ModulationSwitcher &switcher)
 {
-public:
-    /// Gain of the block's last sample; both channels and both parts must agree.
-    double step()
-    {
-        std::vector<COMPLEX> a(kBlock, {1.0, 1.0});
-        std::vector<COMPLEX> b = a;
-        switcher.process(a.data(), b.data(), kBlock);
-        EXPECT_EQ(a, b);
-        EXPECT_EQ(a.back().re, a.back().im);
-        return a.back().re;
-    }
+    std::vector<COMPLEX> a(kBlock, {1.0, 1.0});
+    std::vector<COMPLEX> b = a;
+    switcher.process(a.data(), b.data(), kBlock);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(a.back().re, a.back().im);
+    return a.back().re;
+}
 
-    /// Runs blocks until one asks for the clear; returns how many.
-    int runToClear()
-    {
-        for (int blocks = 1; blocks < 1000; ++blocks) {
-            step();
-            if (switcher.takeClear())
-                return blocks;
-        }
-        return -1;
-    }
-
-    ModulationSwitcher switcher;
-};
+/// Runs blocks until one asks for the clear; returns how many.
+int runToClear(ModulationSwitcher &switcher)
+{
+    int blocks = 1;
+    for (step(switcher); !switcher.takeClear() && blocks < 1000; step(switcher))
+        ++blocks;
+    return blocks;
+}
 
 TEST(ModulationSwitcherTest, FadesOutSwitchesAndFadesIn)
 {
-    Fade fade;
-    fade.switcher.setModulation(Modulation::AM); // the mode at construction
-    EXPECT_EQ(fade.step(), 1.0);
-    EXPECT_FALSE(fade.switcher.takeClear());
-    fade.switcher.setAgcParam(); // brings the gain from its first value, 0, near 1
-    ASSERT_EQ(fade.runToClear(), blocksToArrive(0.0, kSilence));
+    ModulationSwitcher fade;
+    fade.setModulation(Modulation::AM); // the mode at construction
+    EXPECT_EQ(step(fade), 1.0);
+    EXPECT_FALSE(fade.takeClear());
+    fade.setAgcParam(); // brings the gain from its first value, 0, near 1
+    ASSERT_EQ(runToClear(fade), blocksToArrive(0.0, kSilence));
     const int fadeIn = blocksToArrive(kSilence, 1.0);
     double start = 0.0;
     for (int i = 0; i < fadeIn; ++i)
-        start = fade.step();
+        start = step(fade);
     EXPECT_NEAR(start, faded(kSilence, 1.0, fadeIn * kBlock), kRoundOff);
-    EXPECT_EQ(fade.step(), 1.0); // arrived: the step gives up its last 1e-5
+    EXPECT_EQ(step(fade), 1.0); // arrived: the step gives up its last 1e-5
 
-    fade.switcher.setModulation(Modulation::USB);
+    fade.setModulation(Modulation::USB);
     for (int i = 1; i <= 20; ++i)
-        EXPECT_NEAR(fade.step(), faded(start, kSilence, i * kBlock), kRoundOff);
-    EXPECT_EQ(fade.runToClear() + 20, blocksToArrive(1.0, kSilence));
-    EXPECT_EQ(fade.switcher.modulation(), Modulation::AM); // of the block that clears
+        EXPECT_NEAR(step(fade), faded(start, kSilence, i * kBlock), kRoundOff);
+    EXPECT_EQ(runToClear(fade) + 20, blocksToArrive(1.0, kSilence));
+    EXPECT_EQ(fade.modulation(), Modulation::AM); // of the block that clears
     for (int i = 1; i <= 20; ++i) {
-        EXPECT_NEAR(fade.step(), faded(kSilence, 1.0, i * kBlock), kSilence * 1e-5);
-        EXPECT_EQ(fade.switcher.modulation(), Modulation::USB);
+        EXPECT_NEAR(step(fade), faded(kSilence, 1.0, i * kBlock), kSilence * 1e-5);
+        EXPECT_EQ(fade.modulation(), Modulation::USB);
     }
 }
 
-TEST(ModulationSwitcherTest, TheLastRequestCountsAndARunningFadeGoesOnFromThePresentGain)
+TEST(ModulationSwitcherTest, AFadeGoesOnFromThePresentGainAlsoAfterAClear)
 {
-    Fade fade;
-    fade.switcher.setModulation(Modulation::CW);
-    fade.step();
-    fade.switcher.setModulation(Modulation::LSB);
-    fade.switcher.setAgcParam();
-    fade.runToClear();
-    fade.step();
-    const double reached = fade.step();
-    ASSERT_GT(reached, 0.3);
-    fade.switcher.setAgcParam();
-    EXPECT_NEAR(fade.step(), faded(reached, kSilence, kBlock), kRoundOff);
-    EXPECT_EQ(fade.switcher.modulation(), Modulation::LSB);
-}
-
-TEST(ModulationSwitcherTest, ClearEndsTheFadeAndKeepsTheGain)
-{
-    Fade fade;
-    fade.switcher.setModulation(Modulation::NFM);
-    fade.runToClear();
-    fade.step();
-    const double reached = fade.step();
-    fade.switcher.setModulation(Modulation::DRM);
-    fade.switcher.clear();
-    EXPECT_EQ(fade.switcher.modulation(), Modulation::DRM);
-    EXPECT_EQ(fade.step(), 1.0);
-    fade.switcher.setAgcParam();
-    EXPECT_NEAR(fade.step(), faded(reached, kSilence, kBlock), kRoundOff);
+    for (const bool clear : {false, true}) {
+        ModulationSwitcher fade;
+        fade.setModulation(Modulation::NFM);
+        step(fade);
+        fade.setModulation(Modulation::LSB); // the last request counts
+        fade.setAgcParam();
+        runToClear(fade);
+        step(fade);
+        const double reached = step(fade);
+        ASSERT_GT(reached, 0.3);
+        EXPECT_EQ(fade.modulation(), Modulation::LSB);
+        if (clear) { // ends the fade at once
+            fade.setModulation(Modulation::DRM);
+            fade.clear();
+            EXPECT_EQ(fade.modulation(), Modulation::DRM);
+            EXPECT_EQ(step(fade), 1.0);
+        }
+        fade.setAgcParam();
+        EXPECT_NEAR(step(fade), faded(reached, kSilence, kBlock), kRoundOff);
+    }
 }
 } // namespace

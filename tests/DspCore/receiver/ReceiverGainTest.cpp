@@ -15,22 +15,6 @@ constexpr double kSinglePrecision = 1e-4; // a float ramp stops moving that clos
 constexpr double kFixedGain = 0.7;
 constexpr int kSecond = 192000;
 
-/// Hears a carrier in the middle of the panorama; fades in.
-struct Carrier
-{
-    Receiver receiver;
-    Carrier()
-    {
-        test::holdGain(receiver);
-        receiver.setBandFilterIf(0, -4000, 4000);
-        test::setMode(receiver, Modulation::DSB);
-    }
-    test::Heard feed(int length)
-    {
-        return test::feed(receiver, std::vector<COMPLEX>(std::size_t(length), {0.2, 0.2}));
-    }
-};
-
 TEST(ReceiverGainTest, MainVolumeGlidesInFiftyMilliseconds)
 {
     struct Row
@@ -44,11 +28,9 @@ TEST(ReceiverGainTest, MainVolumeGlidesInFiftyMilliseconds)
         {"new", nullptr, 0.0, 1.0, 48000},
         {"-20 dB", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 48000},
         {"96 kHz", [](Receiver &r) { r.setMainVolume(-20.0); }, 1.0, 0.1, 96000},
-        {"-60 dB", [](Receiver &r) { r.setMainVolume(-60.0); }, 1.0, 0.0, 48000},
         {"-80 dB", [](Receiver &r) { r.setMainVolume(-80.0); }, 1.0, 0.0, 48000},
         {"+6 dB", [](Receiver &r) { r.setMainVolume(6.0); }, 1.0, 1.0, 48000},
         {"mute", [](Receiver &r) { r.setMainMute(true); }, 1.0, 0.0, 48000},
-        {"channel gain without B", [](Receiver &r) { r.setVolume(0, -20.0); }, 1.0, 1.0, 48000},
         {"new input rate",
             [](Receiver &r) {
                 r.setInputSampleRate(96000.0);
@@ -57,13 +39,17 @@ TEST(ReceiverGainTest, MainVolumeGlidesInFiftyMilliseconds)
             0.0, 1.0, 48000},
     };
     for (const Row &row : rows) {
-        Carrier carrier;
-        carrier.receiver.setOutputSampleRate(row.audioRate);
+        Receiver receiver; // hears a carrier in the middle of the panorama
+        test::holdGain(receiver);
+        receiver.setBandFilterIf(0, -4000, 4000);
+        test::setMode(receiver, Modulation::DSB);
+        receiver.setOutputSampleRate(row.audioRate);
+        const std::vector<COMPLEX> carrier(kSecond, COMPLEX{0.2, 0.2});
         if (row.change) {
-            carrier.feed(kSecond);
-            row.change(carrier.receiver);
+            test::feed(receiver, carrier);
+            row.change(receiver);
         }
-        const auto heard = carrier.feed(kSecond / 2);
+        const auto heard = test::feed(receiver, carrier);
         const double timeConstant = 0.050 * row.audioRate; // samples
         const int settled = int(heard.audio.size());
         for (const int n : {2400, 3600, 6000, settled}) { // the carrier is back after every delay
@@ -109,26 +95,16 @@ TEST(ReceiverGainTest, ChannelGainsActWhileChannelBIsInUse)
         Levels gains; // A left, A right, B left, B right
     };
     const Row rows[] = {
-        {"B unused",
+        {"B unused, volume A",
             [](Receiver &r) {
                 r.setEnableVfob(false);
                 r.setVolume(0, -20);
             },
             {1, 1, 0, 0}},
         {"volume A", [](Receiver &r) { r.setVolume(0, -20); }, {.1, .1, 1, 1}},
-        {"volume B", [](Receiver &r) { r.setVolume(1, -60); }, {1, 1, 0, 0}},
         {"below -60", [](Receiver &r) { r.setVolume(1, -80); }, {1, 1, 1e-4, 1e-4}},
-        {"above 0", [](Receiver &r) { r.setVolume(0, 10); }, {1, 1, 1, 1}},
         {"right of A weaker", [](Receiver &r) { r.setBalance(0, 20); }, {1, .1, 1, 1}},
-        {"right of A off", [](Receiver &r) { r.setBalance(0, 60); }, {1, 0, 1, 1}},
-        {"left of B weaker", [](Receiver &r) { r.setBalance(1, -20); }, {1, 1, .1, 1}},
         {"left of B never off", [](Receiver &r) { r.setBalance(1, -60); }, {1, 1, 1e-3, 1}},
-        {"back to the middle",
-            [](Receiver &r) {
-                r.setBalance(0, 20);
-                r.setBalance(0, 0);
-            },
-            {1, 1, 1, 1}},
         {"mute A", [](Receiver &r) { r.setMute(0, true); }, {0, 0, 1, 1}},
         {"mute main", [](Receiver &r) { r.setMainMute(true); }, {0, 0, 0, 0}},
         {"no such channel",
@@ -150,12 +126,15 @@ TEST(ReceiverGainTest, ChannelGainsActWhileChannelBIsInUse)
 
 TEST(ReceiverGainTest, ChannelGainsMoveTwoPercentPerSample)
 {
-    Carrier carrier;
-    carrier.receiver.setEnableVfob(true);
-    carrier.receiver.setMute(1, true); // B hears the same carrier; leaves A alone in the sum
-    carrier.feed(kSecond);
-    carrier.receiver.setBalance(0, 20.0);
-    const auto heard = carrier.feed(4096);
+    Receiver receiver;
+    test::holdGain(receiver);
+    receiver.setBandFilterIf(0, -4000, 4000);
+    test::setMode(receiver, Modulation::DSB);
+    receiver.setEnableVfob(true);
+    receiver.setMute(1, true); // B hears the same; leaves A alone in the sum
+    test::feed(receiver, std::vector<COMPLEX>(kSecond, {0.2, 0.2}));
+    receiver.setBalance(0, 20.0);
+    const auto heard = test::feed(receiver, std::vector<COMPLEX>(4096, {0.2, 0.2}));
     for (const int n : {1, 10, 50, 200}) {
         const COMPLEX pair = heard.audio[std::size_t(n - 1)];
         EXPECT_NEAR(pair.im / pair.re, 0.1 + 0.9 * std::pow(0.98, n), kSinglePrecision) << n;

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <numbers>
-#include <utility>
 #include <vector>
 
 namespace test

