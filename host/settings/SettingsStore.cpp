@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QTemporaryFile>
 
 namespace host
@@ -14,6 +15,20 @@ namespace
 {
 // What merging may add to the sum of both files: names of groups, quotation marks.
 constexpr qint64 kSpareBytes = 4096;
+
+/// Held while the file is opened, read and written. QSettings has a lock of its own for writing
+/// only: opened, it reads first and looks at the time of the file after that, so what another
+/// program saves between the two would be taken for known, and lost. Where no lock can be made (a
+/// folder that is missing or read only) or nobody gives it back, the file is used without.
+class FileTurn
+{
+public:
+    explicit FileTurn(const QString &path) : m_lock(path + ".turn") { m_lock.tryLock(kPatienceMs); }
+
+private:
+    static constexpr int kPatienceMs = 5000; // a save takes a few milliseconds
+    QLockFile m_lock;
+};
 } // namespace
 
 QString SettingsStore::defaultPath()
@@ -24,6 +39,7 @@ QString SettingsStore::defaultPath()
 SettingsStore::SettingsStore(const QString &path)
     : m_path(path), m_working(m_folder.filePath("run.ini"), QSettings::IniFormat)
 {
+    const FileTurn turn(m_path);
     const QSettings file(m_path, QSettings::IniFormat);
     for (const QString &key : file.allKeys()) {
         if (key.isEmpty()) // a line that begins with "="; nothing can be kept under it
@@ -72,6 +88,7 @@ bool SettingsStore::save()
 
 bool SettingsStore::write(const QVariantMap &changed, const QSet<QString> &removed)
 {
+    const FileTurn turn(m_path);
     QSettings file(m_path, QSettings::IniFormat);
     if (m_isDamaged) { // written anew, or its bad lines would stay
         file.clear();

@@ -9,26 +9,6 @@ using tp::MPMCBoundedQueue;
 
 namespace
 {
-TEST(MPMCBoundedQueueTest, FullQueueLeavesTheTaskWithTheCallerAndStaysInOrder)
-{
-    MPMCBoundedQueue<std::unique_ptr<int>> queue(2);
-    for (int lap = 0; lap < 5; ++lap) {
-        ASSERT_TRUE(queue.push(std::make_unique<int>(1)));
-        ASSERT_TRUE(queue.push(std::make_unique<int>(2)));
-        auto third = std::make_unique<int>(3);
-        EXPECT_FALSE(queue.push(std::move(third)));
-        ASSERT_TRUE(third);
-
-        std::unique_ptr<int> taken;
-        ASSERT_TRUE(queue.pop(taken));
-        EXPECT_EQ(*taken, 1);
-        ASSERT_TRUE(queue.push(std::move(third)));
-        ASSERT_TRUE(queue.pop(taken) && queue.pop(taken));
-        EXPECT_FALSE(queue.pop(taken));
-        EXPECT_EQ(*taken, 3); // untouched
-    }
-}
-
 /// A job that counts its objects, those that a move leaves behind among them.
 class CountedJob
 {

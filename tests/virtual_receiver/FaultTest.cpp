@@ -116,22 +116,6 @@ TEST(FaultTest, AnUnpluggedDeviceIsGoneAndItsHandleStaysDead)
     EXPECT_EQ(FT_Purge(handle, 3), FT_OK);
 }
 
-TEST(FaultTest, RandomFaultsRepeatWithTheirSeed)
-{
-    const auto stream = [](const char *fault) {
-        Rig rig;
-        playQuiet();
-        EXPECT_EQ(vr_fault(fault), 0);
-        rig.stream(0);
-        return frameSizes(rig.read(400 * 512));
-    };
-    const auto sizes = stream("random:7:0.1");
-    EXPECT_EQ(sizes, stream("random:7:0.1"));
-    const auto damaged = std::count_if(sizes.begin(), sizes.end(), [](auto n) { return n != 512; });
-    constexpr double kStatistics = 0.05; // three sigma of 400 frames
-    EXPECT_NEAR(double(damaged) / double(sizes.size()), 0.1, kStatistics);
-}
-
 TEST(FaultTest, WhatIsNotUnderstoodIsNamedAndNothingIsAdded)
 {
     Rig rig;

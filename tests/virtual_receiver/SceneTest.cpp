@@ -325,24 +325,6 @@ TEST(BandSceneTest, MorseIsKeyedInTime)
     EXPECT_EQ(keyed, word + word);
 }
 
-TEST(BandSceneTest, SpeechHasItsRmsWhileSpeaking)
-{
-    // Half a second of tone, then of silence: the RMS counts where something is heard.
-    constexpr double kEdges = 0.3; // dB
-    const TemporaryFolder folder;
-    std::vector<double> audio(48000);
-    for (std::size_t i = 0; i < 24000; ++i)
-        audio[i] = 0.3 * std::sin(2 * M_PI * 0.025 * double(i));
-    folder.write("voice.wav", riff(fmtChunk(3, 64, 1) + chunk("data", encode("f64", audio))));
-    auto received = play(folder,
-        "band centre=7.1M\nstation offset=0 level=-20 mode=usb audio=voice.wav pause=0", 0, 48000,
-        0);
-    const std::vector<COMPLEX> speaking(received.begin() + 4000, received.begin() + 20000);
-    const std::vector<COMPLEX> silent(received.begin() + 28000, received.begin() + 44000);
-    EXPECT_NEAR(test::decibels(test::rms(speaking)), -20.0, kEdges);
-    EXPECT_LT(test::decibels(test::rms(silent)), -100.0);
-}
-
 TEST(BandSceneTest, TheBuiltInBandHasItsStationsAndRepeatsExactly)
 {
     const auto stream = [] {

@@ -4,6 +4,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/TemporarySettings.h"
 
+#include <QLockFile>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -105,6 +106,28 @@ TEST_F(SettingsStoreTest, AFullDiskLeavesTheFileAsItWas)
     }
     EXPECT_NE(store.error(), "");
     EXPECT_EQ(test::TemporarySettings::read(kFile), text);
+}
+
+TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)
+{
+    test::TemporarySettings::write(kFile, "");
+    QLockFile turn(test::TemporarySettings::path(kFile) + ".turn");
+    ASSERT_TRUE(turn.tryLock());
+    const pid_t other = fork();
+    if (other == 0) {
+        host::SettingsStore store;
+        store.settings().setValue("other/key", 1);
+        _exit(store.save() ? 0 : 1);
+    }
+    usleep(100000); // many times as long as a save
+    int status = -1;
+    EXPECT_EQ(waitpid(other, &status, WNOHANG), 0);
+    test::TemporarySettings::write(kFile, "[own]\nkey=2\n");
+    turn.unlock();
+    waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(stored("other/key").toInt(), 1);
+    EXPECT_EQ(stored("own/key").toInt(), 2);
 }
 
 TEST_F(SettingsStoreTest, WhatAnotherProgramSavesMeanwhileIsKept)

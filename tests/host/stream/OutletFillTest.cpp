@@ -39,18 +39,6 @@ TEST_F(OutletFillTest, FramesComeInWholeChunksAtTheOutletsRate)
     EXPECT_EQ(cable.readyFrames(), 524u);
 }
 
-TEST_F(OutletFillTest, RoomIsCountedInFramesOfTheOutlet)
-{
-    host::OutletFill cable(m_ledger, 192000); // a chunk is half of the ring
-    EXPECT_TRUE(cable.hasRoom(2048, 0.5));
-    EXPECT_FALSE(cable.hasRoom(4096, 0.5));
-    make(4);
-    EXPECT_FALSE(cable.hasRoom(2048, 0.5));
-    EXPECT_TRUE(cable.hasRoom(2048, 1.0));
-    cable.addPulled(8192);
-    EXPECT_TRUE(cable.hasRoom(2048, 0.5));
-}
-
 TEST_F(OutletFillTest, NothingIsReadyPastTheGoal)
 {
     m_ledger.setGoal(5 * kBlock);
