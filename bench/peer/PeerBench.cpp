@@ -7,8 +7,8 @@
 #include "peer/StreamSpectrum.h"
 #include "road/CpuSeconds.h"
 #include "road/ReplayDevice.h"
+#include "road/Road.h"
 #include "road/Tools.h"
-#include "support/Road.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

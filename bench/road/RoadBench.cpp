@@ -10,8 +10,8 @@
 #include "host_interfaces/EngineLimits.h"
 #include "road/CpuSeconds.h"
 #include "road/ReplayDevice.h"
+#include "road/Road.h"
 #include "road/Tools.h"
-#include "support/Road.h"
 #include "support/Signals.h"
 
 #include <QCommandLineParser>
@@ -78,7 +78,7 @@ Figures measure(double rate, int taps, double length,
     const double iqSeconds = static_cast<double>(road.processed() - start) / rate;
     const Figures figures{(bench::cpuSeconds(CLOCK_PROCESS_CPUTIME_ID) - processStart) / iqSeconds,
         (bench::cpuSeconds(road.engineClock()) - engineStart) / iqSeconds,
-        test::rms(road.receive(4800))};
+        test::rms(road.record(static_cast<std::uint64_t>(rate * 0.1)))};
     return figures;
 }
 

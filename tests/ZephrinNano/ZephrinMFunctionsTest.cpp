@@ -50,47 +50,6 @@ TEST_F(ZephrinMFunctionsTest, FrequenciesFindTheBandsThatWereAvailableAtConstruc
     EXPECT_EQ(more.getBandFromFreq(28000001.0), 10);
 }
 
-TEST_F(ZephrinMFunctionsTest, FiltersAreAsWideAsTheirNamesSayAndWithinTheLimits)
-{
-    // "3K" is 3000 Hz wide; for a sideband the far edge is at 3000 Hz.
-    const auto hertz = [](QString name) {
-        const double unit = name.endsWith('K') ? 1000.0 : 1.0;
-        return name.remove('K').toDouble() * unit;
-    };
-    constexpr double kCarrierGap = 70.0;
-    Functions functions;
-    for (int number = 0; number <= Mode::DRM; ++number) {
-        const auto mode = Mode(number);
-        const auto limits = functions.filterLimits(mode);
-        const bool isOneSided = limits.first == 0.0 || limits.second == 0.0;
-        const bool isFixed = mode == Mode::DRM;
-        EXPECT_NE(functions.isSimmetricFilter(mode), isOneSided) << number;
-        EXPECT_EQ(functions.filterNum(mode), isFixed ? 1 : 9) << number;
-        EXPECT_EQ(functions.isLockFilter(mode), isFixed) << number;
-        EXPECT_NE(functions.isEnableVaribleFilter(mode), isFixed) << number;
-        double before = 0.0;
-        for (unsigned filter = 0; filter < 9; ++filter) {
-            const auto edges = functions.listFilterNum(mode, filter);
-            const double width = hertz(functions.filterName(mode, filter));
-            auto expected = qMakePair(-width / 2.0, width / 2.0);
-            if (isOneSided)
-                expected = limits.first == 0.0 ? qMakePair(kCarrierGap, width)
-                                               : qMakePair(-width, -kCarrierGap);
-            EXPECT_EQ(edges, expected) << number << ' ' << filter;
-            EXPECT_TRUE(edges.first >= limits.first && edges.second <= limits.second) << number;
-            EXPECT_TRUE(width > before || isFixed) << number;
-            before = width;
-        }
-        EXPECT_EQ(functions.filterName(mode, 9), "");
-        EXPECT_EQ(functions.listFilterNum(mode, 9), qMakePair(0.0, 0.0));
-    }
-    for (const int none : {11, -1}) {
-        EXPECT_EQ(functions.filterName(Mode(none), 0), "");
-        EXPECT_EQ(functions.filterLimits(Mode(none)), functions.filterLimits(Mode::WFM));
-        EXPECT_TRUE(functions.isSimmetricFilter(Mode(none)));
-    }
-}
-
 TEST_F(ZephrinMFunctionsTest, ModesAreListedInTheOrderOfTheButtonsWithTheirDefaults)
 {
     Functions functions;
@@ -111,22 +70,5 @@ TEST_F(ZephrinMFunctionsTest, ModesAreListedInTheOrderOfTheButtonsWithTheirDefau
             "5 CW Fast 100 -10000..10000", "6 NFM Long 5K -18000..18000",
             "9 WFM Long 50K -156000..156000", "7 DIGL Slow 3.0K -15000..0",
             "8 DIGU Slow 3.0K 0..15000", "10 DRM Long 10K -5000..5000"}));
-    EXPECT_EQ(functions.defaultAgcMode(11), int(DspCore::AgcMode::Long));
-    const int byBand[] = {3, 3, 3, 3, 3, 4, 4, 4, 4, 6, 6, 6, 6, 0, 0};
-    for (unsigned band = 0; band < std::size(byBand); ++band)
-        EXPECT_EQ(functions.defaultMode(band), byBand[band]) << band;
-}
-
-TEST_F(ZephrinMFunctionsTest, AttenuatorIsOnAtPlace0)
-{
-    Functions functions;
-    EXPECT_EQ(functions.getPreampIndex(false, true), 0);
-    EXPECT_EQ(functions.getPreampIndex(true, false), 1);
-    for (const int index : {0, 1}) {
-        bool attenuator = index != 0;
-        functions.getAttAmpFromIndex(index, &attenuator, nullptr);
-        EXPECT_EQ(attenuator, index == 0);
-    }
-    functions.getAttAmpFromIndex(0, nullptr, nullptr);
 }
 } // namespace

@@ -1,34 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
-#include "program/DialogGuard.h"
-#include "support/LogCapture.h"
 
-#include <QApplication>
 #include <QDir>
-#include <QLoggingCategory>
 #include <QSignalSpy>
-#include <QSpinBox>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <future>
 #include <optional>
-#include <stdexcept>
 
 namespace
 {
 using test::PluginRig;
-
-QTabWidget *optionPages()
-{
-    for (auto *const widget : QApplication::topLevelWidgets())
-        if (auto *const pages = widget->findChild<QTabWidget *>("tbwOptions"))
-            return pages;
-    return nullptr;
-}
 
 TEST(PluginInterfaceTest, AnswersWithoutAnEngine)
 {
@@ -36,33 +20,13 @@ TEST(PluginInterfaceTest, AnswersWithoutAnEngine)
     auto &device = rig.device();
     EXPECT_EQ(device.name(), "ZephrinNANO");
     EXPECT_EQ(device.getAvalibleFunctions()->getCurrentPanSampleRateRX(), 43000.0);
-    SDR::CwParam other;
-    other.words[0] = 99;
-    device.setCwParam(other);
-    EXPECT_EQ(device.cwParam(), SDR::CwParam());
     EXPECT_TRUE(device.setPreamp(3));
     EXPECT_FALSE(device.open());
     EXPECT_EQ(device.getIqRingBuffer(0), nullptr);
 
     QSignalSpy rates(&device, SIGNAL(changedSampleRate(double)));
     QMetaObject::invokeMethod(&device, "onSampleRate", Q_ARG(int, 3));
-    QMetaObject::invokeMethod(&device, "onStoped");
-    QMetaObject::invokeMethod(&device, "onHideSpectrumSlopes", Q_ARG(bool, true));
     EXPECT_TRUE(rates.isEmpty());
-}
-
-TEST(PluginInterfaceTest, HasOneReceiver)
-{
-    PluginRig rig;
-    rig.prepare();
-    EXPECT_NE(rig.device().getIqRingBuffer(0), nullptr);
-    EXPECT_EQ(rig.device().getIqRingBuffer(1), nullptr);
-    EXPECT_TRUE(rig.device().setRxFreq(1, 5e6));
-    ASSERT_TRUE(rig.device().open());
-    constexpr double kWordHz = 0.1;
-    EXPECT_NEAR(rig.receiver().frequency_hz, 1.8e6, kWordHz); // what it starts with
-    EXPECT_TRUE(rig.device().setRxFreq(0, 5e6));
-    EXPECT_NEAR(rig.receiver().frequency_hz, 5e6, kWordHz);
 }
 
 TEST(PluginInterfaceTest, SettingsEndInOneRate)
@@ -77,10 +41,6 @@ TEST(PluginInterfaceTest, SettingsEndInOneRate)
     rig.readSettings();
     EXPECT_EQ(rates, (QList<QVariantList>{{96000.0}, {384000.0}, {96000.0}}));
     rates.clear();
-    for (const int none : {9, -1}) {
-        QMetaObject::invokeMethod(&rig.device(), "onSampleRate", Q_ARG(int, none));
-        EXPECT_TRUE(rates.empty()) << none;
-    }
     emit rig.manager().hideSpectrumSlopesChanged(true);
     rig.readSettings({{"SampleRate", 7}});
     auto &functions = *rig.device().getAvalibleFunctions();
@@ -96,16 +56,6 @@ TEST(PluginInterfaceTest, SettingsEndInOneRate)
     EXPECT_EQ(rates, (QList<QVariantList>{{86000.0}, {2293333.0}, {2560000.0}}));
 }
 
-TEST(PluginInterfaceTest, TheExpertPageIsForExperts)
-{
-    PluginRig rig;
-    rig.init(true);
-    const int all = optionPages()->count();
-    rig.device().deinit();
-    rig.init(false);
-    EXPECT_EQ(optionPages()->count(), all - 1);
-}
-
 TEST(PluginInterfaceTest, TakesAManagerThatComesFirstAndGivesItItsMenuAMomentLater)
 {
     PluginRig rig;
@@ -118,21 +68,6 @@ TEST(PluginInterfaceTest, TakesAManagerThatComesFirstAndGivesItItsMenuAMomentLat
     EXPECT_EQ(rig.receiver().attenuator, 6u); // in half decibels
     rig.device().deinit();
     EXPECT_EQ(rig.manager().deviceMenu(), nullptr);
-}
-
-TEST(PluginInterfaceTest, WarnsOfANotchThatItDoesNotHave)
-{
-    PluginRig rig;
-    rig.prepare();
-    rig.device().setRxFreq(0, 7.05e6);
-    const auto band = std::size_t(rig.device().getAvalibleFunctions()->getBandFromFreq(7.05e6));
-    QLoggingCategory::setFilterRules("default.debug=false");
-    test::LogCapture log;
-    auto *const notches = rig.bridge().radioNotchControl();
-    emit notches->paramChanged(band, 7, true, 7.05e6, 100.0);
-    EXPECT_FALSE(log.warned("radio notch filter"));
-    emit notches->paramChanged(band, 8, true, 7.05e6, 100.0);
-    EXPECT_TRUE(log.warned("radio notch filter  8"));
 }
 
 class RecordingTest : public testing::Test
@@ -161,21 +96,6 @@ protected:
     std::optional<QSignalSpy> m_spy;
 };
 
-/// A pool that takes no more frames of the panorama ends the engine's thread, not the stream.
-TEST_F(RecordingTest, NeedsAnEngineThatWorks)
-{
-    std::promise<void> gate;
-    const auto open = gate.get_future().share();
-    auto &pool = m_rig.bridge().threadPool();
-    EXPECT_THROW(for (;;) pool.post([open] { open.wait(); }), std::runtime_error) << "full";
-    ASSERT_TRUE(m_rig.device().start());
-    PluginRig::wait(300); // the first frame is due, and refused
-    EXPECT_EQ(told(true), m_no);
-    EXPECT_EQ(files(), 0);
-    EXPECT_TRUE(m_rig.device().isStart());
-    gate.set_value();
-}
-
 TEST_F(RecordingTest, IsStartedOnceAndStopped)
 {
     ASSERT_TRUE(m_rig.device().open());
@@ -201,12 +121,10 @@ TEST_F(RecordingTest, EndsWithItsStream)
 {
     const std::pair<const char *, std::function<void(DeviceAbstract &)>> rows[] = {
         {"stop", [](auto &device) { device.stop(); }},
-        {"close", [](auto &device) { device.close(); }},
         {"rate",
             [this](auto &) {
                 m_rig.readSettings({{"SampleRate", 3}});
             }},
-        {"deinit", [](auto &device) { device.deinit(); }},
     };
     for (const auto &[name, end] : rows) {
         ASSERT_TRUE(m_rig.device().start()) << name;
@@ -218,14 +136,5 @@ TEST_F(RecordingTest, EndsWithItsStream)
         for (const QString &file : QDir(m_folder.path()).entryList(QDir::Files))
             QFile::remove(m_folder.filePath(file)); // its name counts seconds only
     }
-}
-
-TEST_F(RecordingTest, AFolderThatIsNotThereIsToldInABox)
-{
-    const host::DialogGuard guard; // a person would have to press Ok
-    m_rig.bridge().setRecordingPath(m_folder.filePath("missing"));
-    ASSERT_TRUE(m_rig.device().start());
-    EXPECT_EQ(told(true), m_no);
-    EXPECT_EQ(guard.answered(), 1);
 }
 } // namespace

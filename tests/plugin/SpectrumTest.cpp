@@ -56,28 +56,6 @@ protected:
     std::vector<COMPLEX> m_audio; // heard along with the last line
 };
 
-TEST_F(PanoramaTest, ShowsEachStationAtItsPlaceAndLevel)
-{
-    constexpr double kToleranceDb = 0.2;
-    const std::vector<PluginRig::Carrier> carriers = {
-        {7.03e6, -50.0}, {7.0812e6, -90.0}, {7.1e6, -40.0}, {7.1353e6, -3.0}, {7.18e6, -30.0}};
-    start(carriers); // below full scale together
-    auto spectrum = line();
-    ASSERT_EQ(spectrum.size(), 4096u);
-    for (const auto &[hz, levelDb] : carriers)
-        EXPECT_NEAR(levelAt(spectrum, hz), levelDb + kAveragerDb, kToleranceDb) << hz;
-    const auto middle = spectrum.begin() + 2048;
-    EXPECT_EQ(std::max_element(middle - 20, middle + 20), middle); // the centre frequency
-    EXPECT_LT(levelAt(spectrum, 7.12e6), -110.0);
-
-    emit m_rig.manager().hideSpectrumSlopesChanged(true);
-    spectrum = line();
-    const double shownHz = m_rig.device().getAvalibleFunctions()->getCurrentPanSampleRateRX();
-    const auto peak = std::max_element(spectrum.begin(), spectrum.end()) - spectrum.begin();
-    EXPECT_LT(shownHz, kRateHz);
-    EXPECT_NEAR(kCentreHz + (double(peak) / 4096.0 - 0.5) * shownHz, 7.1353e6, shownHz / 1000.0);
-}
-
 TEST_F(PanoramaTest, ANotchTakesACarrierOutAndStaysOnIt)
 {
     constexpr double kNotchedHz = 7.1015e6;

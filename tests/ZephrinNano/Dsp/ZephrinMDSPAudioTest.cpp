@@ -81,23 +81,10 @@ TEST_F(EngineAudioTest, SoundCardPlaysTheReceiversAudioInPairs)
     EXPECT_EQ(test::rms(pull(&ZephrinMDSP::soundCardIO, 1)), 0.0) << "all played";
 }
 
-TEST_F(EngineAudioTest, OtherChannelCountsStayInsideTheBuffer)
-{
-    start();
-    playTone(20, 0.1);
-    std::vector<float> mono(600, -1.0f);
-    EXPECT_TRUE(engine.soundCardIO(noInput, mono, 0, 1));
-    EXPECT_FLOAT_EQ(mono[599], float(0.7 * soundCard[299].im));
-    std::vector<float> four(800, -1.0f);
-    EXPECT_TRUE(engine.soundCardIO(noInput, four, 0, 4));
-    EXPECT_FLOAT_EQ(four[399], float(0.7 * soundCard[799].im));
-    EXPECT_FLOAT_EQ(four[400], 0.7f * -1.0f);
-}
-
 TEST_F(EngineAudioTest, VacCarriesTheAudioServersStreamAtItsOwnRate)
 {
     // At 192 kHz a chunk makes 8192 pairs, more than the resampler gives at a time.
-    for (const double rate : {48000.0, 44100.0, 96000.0, 192000.0}) {
+    for (const double rate : {44100.0, 192000.0}) {
         vacSource.clear();
         engine.setVacSampleRate(rate);
         engine.vacOpen();
@@ -111,32 +98,6 @@ TEST_F(EngineAudioTest, VacCarriesTheAudioServersStreamAtItsOwnRate)
         EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 0) << rate;
         engine.close();
     }
-}
-
-TEST_F(EngineAudioTest, LineOutDeliversOrRefuses)
-{
-    engine.setLineOutSampleRate(96000.0);
-    engine.setLineOutEnable(true);
-    start();
-    std::vector<float> untouched(8, -1.0f);
-    EXPECT_FALSE(engine.lineOutIO(noInput, untouched, 0, 2));
-    EXPECT_EQ(untouched, std::vector<float>(8, -1.0f));
-
-    // Long enough for the volume to have faded in: then the sound card's audio is the line out's
-    // source, 0.7 times.
-    playTone(200, 0.1);
-    EXPECT_GT(waiting(&ZephrinMDSP::lineOutIO), 0);
-    soundCard.clear();
-    playTone(4, 0.1);
-    const auto audio = pull(&ZephrinMDSP::lineOutIO, 2 * kChunk);
-    ASSERT_EQ(audio.size(), std::size_t(2 * kChunk));
-    EXPECT_TRUE(pull(&ZephrinMDSP::lineOutIO, 1).empty());
-    const auto expected = resampled(soundCard, 48000.0, 96000.0, 0.4 / 0.7);
-    // The engine's resampler has a past, the other starts from nothing: 8 taps a phase.
-    constexpr int kPast = 2 * 8;
-    EXPECT_GT(test::rms(expected), 1e-3);
-    constexpr double kVolumeTail = 2e-5; // what the volume ramp may still lack
-    EXPECT_LT(test::maxError(from(kPast, audio), from(kPast, expected)), kVolumeTail);
 }
 
 TEST_F(EngineAudioTest, AClosedVacIsDrainedAndAPathStartsEmpty)
@@ -163,35 +124,4 @@ TEST_F(EngineAudioTest, AClosedVacIsDrainedAndAPathStartsEmpty)
     engine.lineoutClose();
     playTone(4, 0.1);
     EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0);
-}
-
-TEST_F(EngineAudioTest, AFullTapDropsChunksWhole)
-{
-    constexpr int kCapacity = 16384;
-    engine.setVacSampleRate(44100.0);
-    engine.vacOpen();
-    start();
-    playTone(40, 0.1); // ten chunks of 1881 or 1882 pairs; eight fit, 1329 pairs stay free
-    const auto expected = resampled(vacSource, 48000.0, 44100.0, 0.3);
-    ASSERT_GT(int(expected.size()), kCapacity);
-    const int held = waiting(&ZephrinMDSP::vacIO);
-    EXPECT_NEAR(held, 8 * 1881.6, 64.0);
-}
-
-TEST_F(EngineAudioTest, ANewSoundCardRateReachesTheLineOutAndNotTheVac)
-{
-    engine.setLineOutSampleRate(0.0); // as from a host whose devices are not there yet
-    EXPECT_NO_THROW(engine.setSampleRateSC(0.0));
-    engine.vacOpen();
-    engine.lineoutOpen();
-    engine.setSampleRateSC(96000.0);
-    start();
-    playTone(4, 0.1); // 4096 pairs of audio: two chunks
-    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), 0) << "no rate";
-    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), 2 * kChunk);
-    engine.setLineOutSampleRate(48000.0);
-    engine.setVacSampleRate(48000.0);
-    playTone(4, 0.1);
-    EXPECT_EQ(waiting(&ZephrinMDSP::lineOutIO), kChunk);
-    EXPECT_EQ(waiting(&ZephrinMDSP::vacIO), kChunk);
 }

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EngineTest.h"
 
-#include <QCoreApplication>
-
-#include <algorithm>
 #include <future>
 
 namespace
@@ -12,47 +9,6 @@ using namespace std::chrono_literals;
 } // namespace
 
 using EngineSpectrumTest = EngineTest;
-
-TEST_F(EngineSpectrumTest, SettingsReachThePanorama)
-{
-    constexpr double kHz = -5859.375; // a bin of 1024 at 48 kHz
-    constexpr double kBlurBins = 1.5; // of the interpolation
-    QObject receiver;
-    int frames = 0;
-    QObject::connect(&engine, &ZephrinMDSP::spectrum, &receiver, [&](quint32) { ++frames; });
-    engine.setHideSpectrumSlopes(true);
-    engine.setSpectrumSize(1000); // a power of two from there on
-    engine.setSpectrumUpdateTime(10);
-    start();
-    for (const auto end = std::chrono::steady_clock::now() + 60s;
-         frames < 3 && std::chrono::steady_clock::now() < end;) {
-        playTone(2, 0.1, kHz);
-        std::this_thread::sleep_for(2ms);
-        QCoreApplication::processEvents();
-    }
-    std::vector<float> line, waterfall;
-    engine.readSpectrum(0, line, waterfall);
-    ASSERT_EQ(line.size(), 1024u);
-    ASSERT_EQ(waterfall.size(), 1024u);
-    // 43 of 48 kHz are stretched over the line.
-    const auto peak = std::max_element(waterfall.begin(), waterfall.end()) - waterfall.begin();
-    EXPECT_NEAR(double(peak), 512 + kHz / 43000.0 * 1024, kBlurBins);
-}
-
-TEST_F(EngineSpectrumTest, OnlyARunningEngineShowsLinesAndOnlyOfReceiver0)
-{
-    const auto lineOf = [this](unsigned receiver) {
-        std::vector<float> line{1.0f}, waterfall;
-        engine.readSpectrum(receiver, line, waterfall);
-        return line.size();
-    };
-    EXPECT_EQ(lineOf(0), 1u);
-    start();
-    EXPECT_EQ(lineOf(1), 1u);
-    EXPECT_EQ(lineOf(0), 4096u);
-    engine.close();
-    EXPECT_EQ(lineOf(0), 1u);
-}
 
 TEST_F(EngineSpectrumTest, ARefusedJobEndsTheThreadAndTheEngineStartsAgain)
 {

@@ -7,7 +7,6 @@
 #include <QTemporaryDir>
 
 #include <atomic>
-#include <ctime>
 
 using EngineThreadsTest = EngineTest;
 
@@ -46,36 +45,25 @@ TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
     });
 
     QTemporaryDir folder;
-    for (int round = 0; round < 24; ++round) {
+    for (int round = 0; round < 12; ++round) {
         const bool odd = round % 2 != 0;
         engine.setSampleRate(odd ? 192000.0 : 48000.0);
         engine.setSampleRateSC(round % 3 == 0 ? 96000.0 : 48000.0);
         engine.setModulation(0, DspCore::Modulation(round % 9));
         engine.setBandFilterIf(0, -100.0 * round, 3000.0);
-        engine.setDownConverter(0, 1000.0 * round);
         engine.setDds(0, 7e6 + round);
-        engine.setAmFilterTaps(500 + round);
         engine.setAgcMode(DspCore::AgcMode(round % 6));
-        engine.setAgcAttack(DspCore::AgcMode::Fast, 1.0 + round);
         engine.setMainVolume(-round); // like every setter that only passes on
         engine.setNb1Threshold(round);
         engine.setLineOutSampleRate(48000.0 + round);
-        engine.setVacSampleRate(48000.0 + round);
         engine.setLineOutEnable(odd);
         odd ? engine.vacOpen() : engine.vacClose();
         engine.setIqServer(odd ? nullptr : &iqServer);
         engine.setAudioServer(odd ? &audioServer : nullptr);
-        engine.setSensors(&sensors);
         engine.setSpectrumSize(256u << round % 5);
-        engine.setSpectrumAveraging(unsigned(round % 10));
-        engine.setSpectrumAveragingType(unsigned(round % 4));
         engine.setSpectrumUpdateTime(10);
-        engine.setWaterfallFilter(odd);
-        engine.setHideSpectrumSlopes(odd);
-        engine.iqRecorder()->setFrequency(round);
         if (engine.isIqRecording())
             engine.iqRecorderStop();
-        engine.setIQFormat(vm::file::IQFile::Format(round % 3));
         EXPECT_TRUE(engine.iqRecorderStart(folder.path() + "/iq.wav"));
         EXPECT_TRUE(waitForBlocks(sensors.blocks + 2));
         if (round % 4 == 3) {
@@ -86,35 +74,6 @@ TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
     quit = true;
     for (std::thread &thread : threads)
         thread.join();
-}
-
-// The setters work under the engine's mutex; at 3.072 MHz the reader's ring holds 42 ms. What they
-// take of the processor is what the engine stands still on a machine that is not busy.
-TEST_F(EngineThreadsTest, AChangeOfFilterHoldsTheEngineForMoments)
-{
-    constexpr double kLongestHoldMs = 10.0;
-    const auto processorMs = [] {
-        timespec now{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-        return 1e3 * double(now.tv_sec) + 1e-6 * double(now.tv_nsec);
-    };
-    engine.setSampleRate(3.072e6);
-    engine.setModulation(0, DspCore::Modulation::USB);
-    engine.setBandFilterIf(0, 300.0, 2700.0);
-    start();
-    playTone(100, 0.1);
-    for (const int taps : {1570, 4000, 8000}) {
-        const double before = processorMs();
-        engine.setSsbFilterTaps(taps);
-        const double between = processorMs();
-        engine.setBandFilterIf(0, 200.0, 3000.0);
-        EXPECT_LT(between - before, kLongestHoldMs) << taps;
-        EXPECT_LT(processorMs() - between, kLongestHoldMs) << taps;
-        playTone(10, 0.1);
-    }
-    const double before = processorMs();
-    engine.setSpectrumSize(16384);
-    EXPECT_LT(processorMs() - before, kLongestHoldMs);
 }
 
 TEST_F(EngineThreadsTest, TheSteadyStreamAllocatesNothingInAnyMode)

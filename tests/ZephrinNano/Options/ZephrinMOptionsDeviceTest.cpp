@@ -5,14 +5,12 @@
 #include "OptionsTest.h"
 #include "ZephrinNano/BrokenLibrary.h"
 #include "virtual_receiver.h"
-
-#include <QAbstractItemView>
-#include <QLabel>
 #include <QMenu>
+
+#include <QLabel>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -49,26 +47,6 @@ protected:
     ZephrinMOptions page;
     DeviceMenuZephrinNano *panel = page.deviceMenu()->findChild<DeviceMenuZephrinNano *>();
 };
-
-TEST_F(OptionsDeviceTest, DeviceIsKnownByItsPlaceInTheList)
-{
-    EXPECT_EQ(page.getCurrentDeviceID(), -1);
-    vr_set_foreign_devices(2);
-    scan();
-    EXPECT_EQ(page.getCurrentDeviceID(), 2);
-    EXPECT_EQ(chosen(), kSerial);
-    EXPECT_EQ(box(*panel)->currentText(), kSerial);
-    EXPECT_EQ(panel->deviceId(0), 2);
-    EXPECT_EQ(panel->serial(), kSerial);
-
-    vr_set_foreign_devices(0);
-    scan();
-    EXPECT_EQ(page.getCurrentDeviceID(), 0);
-    vr_set_plugged(0);
-    scan();
-    EXPECT_EQ(page.getCurrentDeviceID(), -1);
-    EXPECT_EQ(box(*panel)->count(), 0);
-}
 
 TEST_F(OptionsDeviceTest, PageDoesNotWaitForAScan)
 {
@@ -163,49 +141,6 @@ TEST_F(OptionsDeviceTest, PageAndMenuFollowEachOtherAndTellOnce)
         EXPECT_EQ(rates->itemText(8), "3.0 MHz  ");
     }
     EXPECT_EQ(rate.size(), 2);
-}
-
-TEST_F(OptionsDeviceTest, MenuIsWorkedByKeyboard)
-{
-    scan();
-    QMenu *const menu = page.deviceMenu();
-    menu->popup({});
-    QStringList way;
-    const auto press = [&](Qt::Key key) {
-        QWidget *const focus = menu->focusWidget();
-        QTest::keyClick(focus ? focus : menu, key);
-        way << (menu->focusWidget() ? menu->focusWidget()->objectName() : "");
-    };
-    const int rate = page.sampleRateIndex();
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Up,
-             Qt::Key_Up, Qt::Key_Backtab})
-        press(key);
-    EXPECT_EQ(way,
-        (QStringList{"cbCurrentDevice", "cbSampleRate", "chbPreamp", "cbCurrentDevice", "chbPreamp",
-            "cbSampleRate", "cbCurrentDevice"}));
-    EXPECT_EQ(page.sampleRateIndex(), rate);
-
-    page.setLock(true); // the focus goes on from the box that cannot be changed
-    EXPECT_FALSE(box(page)->isEnabled() || box(*panel)->isEnabled());
-    way.clear();
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab})
-        press(key);
-    EXPECT_EQ(QSet<QString>(way.begin(), way.end()), (QSet<QString>{"cbSampleRate", "chbPreamp"}));
-
-    page.setLock(false);
-    EXPECT_TRUE(box(page)->isEnabled() && box(*panel)->isEnabled());
-    auto *const preamp = panel->findChild<QCheckBox *>("chbPreamp");
-    preamp->setFocus();
-    const bool before = page.preampAuto();
-    QTest::keyClick(preamp, Qt::Key_Space);
-    EXPECT_NE(page.preampAuto(), before);
-    auto *const rates = panel->findChild<QComboBox *>("cbSampleRate");
-    rates->setFocus();
-    QTest::keyClick(rates, Qt::Key_Space);
-    ASSERT_NE(QApplication::activePopupWidget(), menu);
-    QTest::keyClick(rates->view(), Qt::Key_Down);
-    QTest::keyClick(rates->view(), Qt::Key_Return);
-    EXPECT_EQ(page.sampleRateIndex(), rate + 1);
 }
 
 } // namespace

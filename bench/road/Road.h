@@ -43,14 +43,12 @@ public:
     Road(const Settings &settings, std::function<void(std::uint64_t)> grant);
     ~Road();
 
-    /// The next frames of audio at 48 kHz, as they leave the receiver.
-    std::vector<COMPLEX> receive(std::size_t frames);
-
-    /// Same, not kept: for measuring. Returns samples that came.
+    /// Lets so many input samples through and keeps nothing: for measuring. Returns audio frames at
+    /// 48 kHz that came.
     std::uint64_t drain(std::uint64_t inputSamples);
 
-    /// Same, kept: the audio of those input samples, here until the next call of any of the three.
-    /// From the second time on it takes no new memory.
+    /// Same, kept: the audio of those input samples as it leaves the receiver, here until the next
+    /// call of either. From the second time on it takes no new memory.
     const std::vector<COMPLEX> &record(std::uint64_t inputSamples);
 
     /// Input samples that went through the engine.

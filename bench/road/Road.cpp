@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/Road.h"
+#include "road/Road.h"
 
 #include "Control/driver/HardwareZephrinNANO.h"
 #include "Dsp/ZephrinMDSP.h"
 #include "ZephrinMFunctions.h"
 #include "host_interfaces/EngineLimits.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <chrono>
@@ -25,8 +23,6 @@ constexpr auto kPoll = std::chrono::microseconds(500);
 // some reads in a row, and little enough to stay in the cache.
 constexpr std::uint64_t kLowWater = 6144;
 constexpr std::uint64_t kHighWater = 32768;
-
-constexpr auto kGiveUp = std::chrono::seconds(20);
 
 int codeOf(double rateHz)
 {
@@ -104,38 +100,6 @@ void Road::keepGranted()
         return;
     while (m_pump.granted() < std::min(m_wanted.load(), m_processed + kHighWater)
         && m_pump.grant(m_processed)) { }
-}
-
-std::vector<COMPLEX> Road::receive(std::size_t frames)
-{
-    {
-        const std::lock_guard lock(m_mutex);
-        m_keep = true;
-    }
-    auto deadline = std::chrono::steady_clock::now() + kGiveUp;
-    std::uint64_t seen = m_processed;
-    for (;;) {
-        m_wanted = m_processed + kHighWater;
-        keepGranted();
-        {
-            const std::lock_guard lock(m_mutex);
-            if (m_audio.size() >= frames) {
-                const auto end = m_audio.begin() + static_cast<std::ptrdiff_t>(frames);
-                std::vector<COMPLEX> out(m_audio.begin(), end);
-                m_audio.erase(m_audio.begin(), end);
-                return out;
-            }
-        }
-        m_engine->wake(); // its last wake-up may have come while it worked
-        std::this_thread::sleep_for(kPoll);
-        QCoreApplication::processEvents();
-        if (seen != m_processed) {
-            seen = m_processed;
-            deadline = std::chrono::steady_clock::now() + kGiveUp;
-        }
-        if (std::chrono::steady_clock::now() > deadline)
-            throw std::runtime_error("the stream has stopped");
-    }
 }
 
 void Road::pass(std::uint64_t inputSamples)
