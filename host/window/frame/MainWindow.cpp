@@ -7,6 +7,8 @@
 #include "window/controls/EqualizerDialog.h"
 #include "window/controls/ModePanel.h"
 #include "window/controls/NotchDialog.h"
+#include "window/controls/PlayBar.h"
+#include "window/controls/RecordBar.h"
 #include "window/controls/ToolPanel.h"
 #include "window/controls/VfoPanel.h"
 #include "window/frame/OptionsDialog.h"
@@ -19,6 +21,7 @@
 #include "memory/RadioMemory.h"
 #include "panel/ControlPanel.h"
 #include "radio/Radio.h"
+#include "recording/RecordingPlayer.h"
 #include "rig/RadioRig.h"
 #include "rig/RigServer.h"
 
@@ -47,7 +50,9 @@ const QString kGroup = QStringLiteral("Window");
 MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
     : m_radio(radio), m_band(radio), m_lines(radio),
       m_memory(std::make_unique<RadioMemory>(radio, bookmarkFile)),
-      m_sound(std::make_unique<SoundChoice>(radio)), m_rigTarget(std::make_unique<RadioRig>(radio)),
+      m_sound(std::make_unique<SoundChoice>(radio)),
+      m_player(std::make_unique<RecordingPlayer>(radio, m_sound->pump())),
+      m_rigTarget(std::make_unique<RadioRig>(radio)),
       m_rig(std::make_unique<RigServer>(*m_rigTarget)),
       m_controls(std::make_unique<ControlPanel>(radio, *m_memory))
 {
@@ -83,6 +88,7 @@ MainWindow::~MainWindow()
 {
     delete m_options;   // gives the page back
     delete m_bookmarks; // looks at the memory
+    delete m_recordBar; // ends what it records
     writeSettings();
     disconnect(&m_radio, nullptr, this, nullptr);
 }
@@ -99,6 +105,9 @@ void MainWindow::build()
     middle->addWidget(newBands(), 1);
     middle->addWidget(newSide());
     layout->addLayout(middle, 1);
+    auto *player = new PlayBar(*m_player, whole);
+    connect(player, &PlayBar::closed, this, &MainWindow::closeRecording);
+    layout->addWidget(player);
     layout->addWidget(newBottom());
     setCentralWidget(whole);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
@@ -185,6 +194,9 @@ QWidget *MainWindow::newBottom()
     auto *layout = new QHBoxLayout(bottom);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new HealthBar(m_radio, bottom));
+    m_recordBar = new RecordBar(m_radio, m_sound->pump(), bottom);
+    connect(m_recordBar, &RecordBar::message, this, &MainWindow::tell);
+    layout->addWidget(m_recordBar);
     m_message = new QLabel(bottom);
     m_message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -236,16 +248,30 @@ void MainWindow::tell(const QString &text)
 
 void MainWindow::openScene(const QString &file)
 {
-    if (!m_radio.openScene(file))
-        tell(m_radio.error());
-    else
-        tell(file.isEmpty() ? tr("The built-in band") : tr("Playing %1").arg(file));
+    if (file.isEmpty() || file.endsWith(".band")) {
+        m_player->stop();
+        if (!m_radio.openScene(file))
+            tell(m_radio.error());
+        else
+            tell(file.isEmpty() ? tr("The built-in band") : tr("Playing %1").arg(file));
+        return;
+    }
+    tell(m_player->open(file) ? tr("Playing %1").arg(file) : m_player->error());
+}
+
+void MainWindow::closeRecording()
+{
+    const bool isOnAir = m_player->kind() == RecordingPlayer::Kind::Iq;
+    m_player->stop();
+    if (isOnAir)
+        openScene({});
 }
 
 void MainWindow::chooseScene()
 {
     const QString file = QFileDialog::getOpenFileName(this, tr("Open a recording or a band"), {},
-        tr("Recordings and bands (*.wav *.band *.f64 *.f32 *.s16 *.u8 *.cf32 *.cu8);;All files "
+        tr("Recordings and bands (*.wav *.band *.f64 *.f32 *.s16 *.u8 *.cf32 *.cu8 *.flac);;All "
+           "files "
            "(*)"));
     if (!file.isEmpty())
         openScene(file);

@@ -25,6 +25,8 @@ class PanoramaView;
 class Radio;
 class RadioMemory;
 class RadioRig;
+class RecordBar;
+class RecordingPlayer;
 class RigServer;
 class SoundChoice;
 class VfoPanel;
@@ -49,10 +51,13 @@ public:
     PanoramaView &panorama() { return *m_panorama; }
     WaterfallView &waterfall() { return *m_waterfall; }
     VfoPanel &vfos() { return *m_vfos; }
+    RecordBar &recordBar() { return *m_recordBar; }
+    RecordingPlayer &player() { return *m_player; }
     VisibleBand &band() { return m_band; }
     SpectrumLines &lines() { return m_lines; }
     SoundChoice &sound() { return *m_sound; }
 
+    /// A recording of IQ or audio, or a band; without a name the built-in band.
     void openScene(const QString &file);
 
     /// Rig control at a port of the loopback address; a person is told if it cannot be.
@@ -86,6 +91,7 @@ private:
         QMenu &menu, const QVector<QPair<QString, Value>> &choices, const Value &now, Set set);
 
     void chooseScene();
+    void closeRecording();
     void showOptions();
     void showEqualizer();
     void showNotches();
@@ -107,6 +113,7 @@ private:
     SpectrumLines m_lines;
     std::unique_ptr<RadioMemory> m_memory;
     std::unique_ptr<SoundChoice> m_sound;
+    std::unique_ptr<RecordingPlayer> m_player;
     std::unique_ptr<RadioRig> m_rigTarget;
     std::unique_ptr<RigServer> m_rig;
     std::unique_ptr<ControlPanel> m_controls;
@@ -118,6 +125,7 @@ private:
     WaterfallView *m_waterfall = nullptr;
     QSplitter *m_views = nullptr;
     VfoPanel *m_vfos = nullptr;
+    RecordBar *m_recordBar = nullptr;
     QToolButton *m_power = nullptr;
     QLabel *m_message = nullptr;
     QLabel *m_soundText = nullptr;

@@ -10,56 +10,90 @@ namespace host
 {
 namespace
 {
-const QString kKey = QStringLiteral("Sound/device");
+const QString kSpeakerKey = QStringLiteral("Sound/device");
+
+void addCard(QMenu &menu, const QString &text, bool isChosen, const std::function<void()> &choose)
+{
+    QAction *action = menu.addAction(text);
+    action->setCheckable(true);
+    action->setChecked(isChosen);
+    QObject::connect(action, &QAction::triggered, &menu, choose);
+}
 } // namespace
 
-std::size_t SoundChoice::Source::pull(float *interleaved, std::size_t frames)
+SoundChoice::SoundChoice(Radio &radio)
+    : m_radio(radio), m_desk(radio), m_ways{{tr("&Virtual cable"), QStringLiteral("Sound/cable"),
+                                                [this](bool on) { m_desk.setVac(on); },
+                                                [this] { return m_desk.vac(); }},
+                                         {tr("&Line output"), QStringLiteral("Sound/line"),
+                                             [this](bool on) { m_desk.setLineOut(on); },
+                                             [this] { return m_desk.lineOut(); }}}
 {
-    return m_radio.audio().pull(interleaved, frames);
+    output().setDevice(radio.settings().value(kSpeakerKey).toString());
+    for (const Way &way : m_ways)
+        if (radio.settings().contains(way.key))
+            choose(way, true, radio.settings().value(way.key).toString());
 }
 
-SoundChoice::SoundChoice(Radio &radio) : m_radio(radio), m_source(radio), m_pump(m_source)
+void SoundChoice::chooseSpeaker(const QString &device)
 {
-    m_pump.add(m_output.stream());
-    m_output.setDevice(radio.settings().value(kKey).toString());
+    output().setDevice(device);
+    m_radio.settings().setValue(kSpeakerKey, device);
 }
 
-SoundChoice::~SoundChoice()
+void SoundChoice::choose(const Way &way, bool on, const QString &device)
 {
-    m_pump.remove(m_output.stream());
-}
-
-void SoundChoice::choose(const QString &device)
-{
-    m_output.setDevice(device);
-    m_radio.settings().setValue(kKey, device);
+    way.setOpen(on);
+    if (!on) {
+        m_radio.settings().remove(way.key);
+        return;
+    }
+    way.channel()->output().setDevice(device);
+    m_radio.settings().setValue(way.key, device);
 }
 
 void SoundChoice::serve(QMenu &menu)
 {
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] {
         fill(menu);
-        m_output.refresh();
+        output().refresh();
     });
     // The answer of a look comes while the menu is open.
-    connect(&m_output, &SoundOutput::devicesChanged, &menu, [this, &menu] { fill(menu); });
+    connect(&output(), &SoundOutput::devicesChanged, &menu, [this, &menu] { fill(menu); });
 }
 
 void SoundChoice::fill(QMenu &menu)
 {
     menu.clear();
-    QStringList names = m_output.devices();
+    QStringList names = output().devices();
     if (!names.contains(QString()))
         names.prepend(QString());
-    if (!names.contains(m_output.device()))
-        names += m_output.device(); // it may come back
-    for (const QString &name : qAsConst(names)) {
-        QAction *action = menu.addAction(name.isEmpty() ? tr("&As the system prefers") : name);
-        action->setCheckable(true);
-        action->setChecked(name == m_output.device());
-        connect(action, &QAction::triggered, this, [this, name] { choose(name); });
-    }
+    if (!names.contains(output().device()))
+        names += output().device(); // it may come back
+    for (const QString &name : qAsConst(names))
+        addCard(menu, name.isEmpty() ? tr("&As the system prefers") : name,
+            name == output().device(), [this, name] { chooseSpeaker(name); });
     menu.addSeparator();
-    menu.addAction(m_output.text())->setEnabled(false);
+    menu.addAction(output().text())->setEnabled(false);
+    menu.addSeparator();
+    for (const Way &way : m_ways)
+        fill(*menu.addMenu(way.title), way);
+}
+
+void SoundChoice::fill(QMenu &menu, const Way &way)
+{
+    SoundChannel *channel = way.channel();
+    addCard(menu, tr("&Off"), !channel, [this, &way] { choose(way, false, {}); });
+    QStringList names = output().devices();
+    if (channel && !names.contains(channel->output().device()))
+        names += channel->output().device();
+    for (const QString &name : qAsConst(names))
+        addCard(menu, name.isEmpty() ? tr("&As the system prefers") : name,
+            channel && name == channel->output().device(),
+            [this, &way, name] { choose(way, true, name); });
+    if (channel) {
+        menu.addSeparator();
+        menu.addAction(channel->output().text())->setEnabled(false);
+    }
 }
 } // namespace host

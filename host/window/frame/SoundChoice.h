@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "sound/AudioPump.h"
-#include "sound/SoundOutput.h"
-#include "stream/FrameSource.h"
+#include "sound/SoundDesk.h"
 
 #include <QObject>
+
+#include <functional>
 
 class QMenu;
 
@@ -13,8 +13,8 @@ namespace host
 {
 class Radio;
 
-/// What the radio makes, played on a sound card that is chosen in a menu and kept in the settings.
-/// GUI thread.
+/// Which sound card plays what: the loudspeaker always, virtual cable and line output while they
+/// have a card. Chosen in a menu and kept in the settings. GUI thread.
 class SoundChoice : public QObject
 {
     Q_OBJECT
@@ -22,31 +22,30 @@ class SoundChoice : public QObject
 public:
     /// The radio must outlive it.
     explicit SoundChoice(Radio &radio);
-    ~SoundChoice() override;
 
     /// Fills the menu whenever it is about to be shown; it goes before this.
     void serve(QMenu &menu);
 
-    SoundOutput &output() { return m_output; }
-    AudioPump &pump() { return m_pump; }
+    SoundOutput &output() { return m_desk.speaker().output(); }
+    AudioPump &pump() { return m_desk.speaker().pump(); }
 
 private:
-    class Source : public FrameSource
+    /// A way out that can be switched off, one row for each.
+    struct Way
     {
-    public:
-        explicit Source(Radio &radio) : m_radio(radio) { }
-        std::size_t pull(float *interleaved, std::size_t frames) override;
-
-    private:
-        Radio &m_radio;
+        QString title;
+        QString key; ///< in the settings; without a value it is off
+        std::function<void(bool)> setOpen;
+        std::function<SoundChannel *()> channel; ///< null: off
     };
 
-    void choose(const QString &device);
+    void chooseSpeaker(const QString &device);
+    void choose(const Way &way, bool on, const QString &device);
     void fill(QMenu &menu);
+    void fill(QMenu &menu, const Way &way);
 
     Radio &m_radio;
-    Source m_source;
-    SoundOutput m_output;
-    AudioPump m_pump; // last: it works with all of them
+    SoundDesk m_desk;
+    const std::vector<Way> m_ways;
 };
 } // namespace host

@@ -2,6 +2,7 @@
 // The menus of the main window, and what their keys do.
 #include "window/frame/MainWindow.h"
 
+#include "window/controls/RecordBar.h"
 #include "window/controls/VfoPanel.h"
 #include "window/frame/SoundChoice.h"
 #include "window/panorama/PanoramaView.h"
@@ -63,11 +64,11 @@ void MainWindow::buildMenus()
 void MainWindow::buildFileMenu()
 {
     QMenu &menu = *menuBar()->addMenu(tr("&File"));
-    QAction *open =
-        addAction(menu, tr("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
+    addAction(menu, tr("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
     QAction *builtin = addAction(menu, tr("&Built-in band"), "", [this] { openScene({}); });
-    open->setEnabled(m_radio.virtualReceiver());
     builtin->setEnabled(m_radio.virtualReceiver());
+    menu.addSeparator();
+    m_recordBar->serve(menu);
     menu.addSeparator();
     addAction(menu, tr("&Quit"), "Ctrl+Q", [this] { close(); });
 }
