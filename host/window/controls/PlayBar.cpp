@@ -14,7 +14,7 @@ namespace host
 {
 namespace
 {
-constexpr int kSlidersSteps = 10; // a second
+constexpr int kSliderSteps = 10; // a second
 
 QString timeText(double seconds)
 {
@@ -30,14 +30,17 @@ PlayBar::PlayBar(RecordingPlayer &player, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     m_pause->setText(tr("Pause"));
+    m_pause->setAccessibleName(m_pause->text());
     m_pause->setCheckable(true);
     m_slider->setAccessibleName(tr("Position in the recording"));
     auto *loop = new QToolButton(this);
     loop->setText(tr("Loop"));
+    loop->setAccessibleName(loop->text());
     loop->setCheckable(true);
     loop->setChecked(player.isLooping());
     auto *close = new QToolButton(this);
     close->setText(tr("Close"));
+    close->setAccessibleName(close->text());
     close->setToolTip(tr("Ends the recording"));
     layout->addWidget(m_pause);
     layout->addWidget(m_slider, 1);
@@ -47,7 +50,7 @@ PlayBar::PlayBar(RecordingPlayer &player, QWidget *parent)
     connect(loop, &QToolButton::toggled, &player, &RecordingPlayer::setLoop);
     connect(close, &QToolButton::clicked, this, &PlayBar::closed);
     connect(m_slider, &QSlider::valueChanged, this,
-        [this](int value) { m_player.seek(double(value) / kSlidersSteps); });
+        [this](int value) { m_player.seek(double(value) / kSliderSteps); });
     connect(&player, &RecordingPlayer::pausedChanged, m_pause, &QToolButton::setChecked);
     connect(&player, &RecordingPlayer::fileChanged, this, &PlayBar::onFile);
     connect(&player, &RecordingPlayer::positionChanged, this, &PlayBar::onPosition);
@@ -65,8 +68,8 @@ void PlayBar::onPosition(double seconds)
     const double length = m_player.length();
     m_time->setText(tr("%1 of %2").arg(timeText(seconds), timeText(length)));
     const QSignalBlocker quiet(m_slider);
-    m_slider->setRange(0, int(length * kSlidersSteps));
+    m_slider->setRange(0, int(length * kSliderSteps));
     if (!m_slider->isSliderDown())
-        m_slider->setValue(int(seconds * kSlidersSteps));
+        m_slider->setValue(int(seconds * kSliderSteps));
 }
 } // namespace host

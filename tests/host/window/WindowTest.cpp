@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/controls/ChoiceGrid.h"
+#include "window/controls/RecordBar.h"
 #include "window/controls/SwitchButton.h"
 #include "window/controls/VfoPanel.h"
 #include "window/frame/MainWindow.h"
@@ -8,12 +9,15 @@
 #include "window/panorama/PanoramaView.h"
 #include "window/panorama/WaterfallView.h"
 
+#include "recording/RecordingPlayer.h"
+
 #include "radio/TestRadio.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
 #include <QAbstractSlider>
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QTest>
 #include <QWheelEvent>
@@ -323,6 +327,44 @@ TEST_F(WindowTest, WhatWasSetIsThereAgain)
     EXPECT_EQ(m_window->lines().perSecond(), 40);
     EXPECT_EQ(panorama().range().lowDb, -110.0);
     EXPECT_FALSE(panorama().isAutomatic());
+}
+
+/// What is recorded by the buttons is heard again when it is opened, at the place that is chosen.
+TEST_F(WindowTest, RecordsAndPlaysBack)
+{
+    constexpr int kRecordedMs = 2500;
+    m_window->recordBar().setFolder(m_bench.path("recordings"));
+    press("Record what is heard");
+    press("Record the whole received band");
+    test::serve(kRecordedMs);
+    press("Record what is heard");
+    press("Record the whole received band");
+    const QDir folder(m_bench.path("recordings"));
+    const QStringList files = folder.entryList(QDir::Files);
+    ASSERT_EQ(files.size(), 2) << files.join(' ').toStdString();
+
+    radio().setFrequency(VfoId::A, 7.11e6);
+    EXPECT_LT(m_bench.toneDb(1000.0, kSettleMs), kSilentDb);
+    using Kind = RecordingPlayer::Kind;
+    for (const Kind kind : {Kind::Audio, Kind::Iq}) {
+        const auto isKind = [&](const QString &file) {
+            return RecordingPlayer::kindOf(folder.filePath(file)) == kind;
+        };
+        const auto file = std::find_if(files.begin(), files.end(), isKind);
+        ASSERT_NE(file, files.end());
+        if (kind == Kind::Iq)
+            radio().setFrequency(VfoId::A, 7.104e6);
+        m_window->openScene(folder.filePath(*file));
+        ASSERT_EQ(m_window->player().kind(), kind) << m_window->player().error().toStdString();
+        press("Loop");
+        EXPECT_GT(m_window->player().length(), kRecordedMs / 2000.0);
+        slide("Position in the recording", 5);
+        EXPECT_NEAR(m_window->player().position(), 0.5, 0.2);
+        EXPECT_GT(m_bench.toneDb(1000.0, kSettleMs), kHeardDb) << int(kind);
+        press("Close");
+        EXPECT_FALSE(m_window->player().isOpen());
+        press("Loop");
+    }
 }
 
 /// Random use with the hands on everything that is quick; what a start or a change of rate takes is
