@@ -16,7 +16,8 @@ includes() {
 includes 'libs/*.h' 'plugins/*.h' 'host/*.h' >"$folder/receiver.cpp"
 includes 'virtual_receiver/*.h' >"$folder/virtual_receiver.cpp"
 
-read -ra libraries <<<"$(pkg-config --cflags Qt5Widgets spdlog)"
+read -ra libraries <<<"$(pkg-config --cflags Qt5Widgets Qt5Network Qt5Multimedia spdlog \
+    samplerate sndfile libevdev libusb-1.0)"
 status=0
 for name in receiver virtual_receiver; do
     clang-tidy --quiet --warnings-as-errors='*' "$folder/$name.cpp" -- -std=c++20 \
