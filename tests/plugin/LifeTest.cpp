@@ -44,8 +44,8 @@ TEST(PluginFileTest, ShowsTheLoadersEntryPointsOnlyAndTellsWhatItIs)
 
 TEST(PluginLifeTest, ManyLivesLeaveNothingBehind)
 {
-    constexpr int kWarmUp = 4; // caches of Qt, FFTW and the C library fill
-    constexpr int kLives = 10;
+    constexpr int kWarmUp = 5; // caches of Qt, FFTW and the C library fill
+    constexpr int kLives = 15;
 #ifdef __SANITIZE_ADDRESS__
     constexpr long kGrowthKiB = 262144; // the sanitizer keeps back what was freed
 #else
