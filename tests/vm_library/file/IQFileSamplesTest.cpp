@@ -45,6 +45,8 @@ TEST_F(IQFileSamplesTest, LowByteOfASampleReachesIntoTheNext)
         QByteArray codes;
         QByteArray scaled;
     } rows[] = {
+        {31.622776601683793, QByteArray("010000ffffff").repeated(4),
+            "1f0000e0ffff330000ecffff270000ebffff3c0000f7ffff"},
         {31.622776601683793, "ffff00010000ffff7f000080030000fdffff0102",
             "4e9f1f1f00000000800000805e0000a1ffff0102"},
         {100.0, "ffff00010000ffff7f000080030000fdffff0102",
