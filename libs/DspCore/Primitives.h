@@ -21,6 +21,8 @@ struct Primitives<COMPLEX>
     static constexpr auto fftBufferSize = ippsFFTGetBufSize_C_64fc;
     static constexpr auto fftForward = ippsFFTFwd_CToC_64fc_I;
     static constexpr auto fftInverse = ippsFFTInv_CToC_64fc_I;
+    static constexpr auto fftForwardInto = ippsFFTFwd_CToC_64fc;
+    static constexpr auto fftInverseInto = ippsFFTInv_CToC_64fc;
     static constexpr auto fftFree = ippsFFTFree_C_64fc;
     static constexpr auto largest = ippsMax_64f;
     static constexpr auto scaleReals = ippsMulC_64f_I;
@@ -37,6 +39,8 @@ struct Primitives<COMPLEX32>
     static constexpr auto fftBufferSize = ippsFFTGetBufSize_C_32fc;
     static constexpr auto fftForward = ippsFFTFwd_CToC_32fc_I;
     static constexpr auto fftInverse = ippsFFTInv_CToC_32fc_I;
+    static constexpr auto fftForwardInto = ippsFFTFwd_CToC_32fc;
+    static constexpr auto fftInverseInto = ippsFFTInv_CToC_32fc;
     static constexpr auto fftFree = ippsFFTFree_C_32fc;
     static constexpr auto largest = ippsMax_32f;
     static constexpr auto scaleReals = ippsMulC_32f_I;

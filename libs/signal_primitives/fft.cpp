@@ -3,6 +3,7 @@
 
 #include <fftw3.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -138,6 +139,21 @@ public:
         Fftw<T>::execute((asPlanned ? m_main : m_anyAddress).get(), data, data);
         if (factor != T(1))
             scale(&data->re, &data->re, m_count, factor);
+    }
+
+    /// Transforms into an array that does not overlap the input, and multiplies by factor.
+    void execute(const complex<T> *in, complex<T> *out, T factor) const
+    {
+        // A transform into another array leaves its input alone.
+        auto *const source = const_cast<complex<T> *>(in);
+        if (m_buffered && Fftw<T>::aligned(source) && Fftw<T>::aligned(out)) {
+            Fftw<T>::execute(m_main.get(), source, out);
+            if (factor != T(1))
+                scale(&out->re, &out->re, m_count, factor);
+            return;
+        }
+        std::copy_n(in, m_count / 2, out);
+        execute(out, nullptr, factor);
     }
 
 private:
@@ -323,6 +339,24 @@ IppStatus forward(complex<T> *data, const Spec<T> *spec, Ipp8u *buffer)
 }
 
 template <typename T>
+IppStatus forward(const complex<T> *src, complex<T> *dst, const Spec<T> *spec)
+{
+    if (src == nullptr || dst == nullptr || spec == nullptr)
+        return ippStsNullPtrErr;
+    spec->plans->forward.execute(src, dst, spec->forwardFactor);
+    return ippStsNoErr;
+}
+
+template <typename T>
+IppStatus inverse(const complex<T> *src, complex<T> *dst, const Spec<T> *spec)
+{
+    if (src == nullptr || dst == nullptr || spec == nullptr)
+        return ippStsNullPtrErr;
+    spec->plans->inverse.execute(src, dst, spec->inverseFactor);
+    return ippStsNoErr;
+}
+
+template <typename T>
 IppStatus inverse(complex<T> *data, const Spec<T> *spec, Ipp8u *buffer)
 {
     if (data == nullptr || spec == nullptr)
@@ -386,4 +420,28 @@ IppStatus ippsFFTInv_CToC_64fc_I(
     Ipp64fc *pSrcDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer)
 {
     return inverse<double>(pSrcDst, pFFTSpec, pBuffer);
+}
+
+IppStatus ippsFFTFwd_CToC_32fc(
+    const Ipp32fc *pSrc, Ipp32fc *pDst, const IppsFFTSpec_C_32fc *pFFTSpec, Ipp8u *)
+{
+    return forward<float>(pSrc, pDst, pFFTSpec);
+}
+
+IppStatus ippsFFTFwd_CToC_64fc(
+    const Ipp64fc *pSrc, Ipp64fc *pDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *)
+{
+    return forward<double>(pSrc, pDst, pFFTSpec);
+}
+
+IppStatus ippsFFTInv_CToC_32fc(
+    const Ipp32fc *pSrc, Ipp32fc *pDst, const IppsFFTSpec_C_32fc *pFFTSpec, Ipp8u *)
+{
+    return inverse<float>(pSrc, pDst, pFFTSpec);
+}
+
+IppStatus ippsFFTInv_CToC_64fc(
+    const Ipp64fc *pSrc, Ipp64fc *pDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *)
+{
+    return inverse<double>(pSrc, pDst, pFFTSpec);
 }

@@ -123,6 +123,18 @@ IppStatus ippsFFTInv_CToC_32fc_I(
 IppStatus ippsFFTInv_CToC_64fc_I(
     Ipp64fc *pSrcDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer);
 
+/// The same into another array, which must not overlap the source. The source keeps its content and
+/// the work buffer is not used: the cheapest form, if both are on a 16-byte boundary and the scale
+/// is 1.
+IppStatus ippsFFTFwd_CToC_32fc(
+    const Ipp32fc *pSrc, Ipp32fc *pDst, const IppsFFTSpec_C_32fc *pFFTSpec, Ipp8u *pBuffer);
+IppStatus ippsFFTFwd_CToC_64fc(
+    const Ipp64fc *pSrc, Ipp64fc *pDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer);
+IppStatus ippsFFTInv_CToC_32fc(
+    const Ipp32fc *pSrc, Ipp32fc *pDst, const IppsFFTSpec_C_32fc *pFFTSpec, Ipp8u *pBuffer);
+IppStatus ippsFFTInv_CToC_64fc(
+    const Ipp64fc *pSrc, Ipp64fc *pDst, const IppsFFTSpec_C_64fc *pFFTSpec, Ipp8u *pBuffer);
+
 // Vector arithmetic ------------------------------------------------------------------------------
 
 /// pSrcDst[n] += pSrc[n]

@@ -40,6 +40,23 @@ void BM_Frame(benchmark::State &state) // size, averager, whole waterfall and st
     state.SetItemsProcessed(state.iterations() * size);
 }
 
+/// What a line cannot do without: a transform of its size and precision, into another array.
+void BM_BareTransform(benchmark::State &state)
+{
+    DspCore::FFT32 fft;
+    const int size = int(state.range(0));
+    fft.init(size);
+    DspCore::AlignedVector<COMPLEX32> in;
+    for (const COMPLEX &sample : test::noise(size, /*seed*/ 1))
+        in.push_back({float(sample.re), float(sample.im)});
+    DspCore::AlignedVector<COMPLEX32> out(in.size());
+    for (auto _ : state) {
+        fft.direct(in.data(), out.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * size);
+}
+
 void BM_Append(benchmark::State &state) // no job is posted
 {
     tp::ThreadPool pool({.workerCount = 1, .queueSize = 2});
@@ -90,6 +107,7 @@ BENCHMARK(BM_Frame)
     ->ArgNames({"", "type", "all"})
     ->ArgsProduct({{4096, 65536}, {0, 1, 2}, {0, 1}})
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_BareTransform)->Arg(4096)->Arg(65536)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Append)->Arg(128)->Arg(512)->Arg(4096);
 BENCHMARK_TEMPLATE(BM_Averager, DspCore::SpectrumLinearAverager)
     ->ArgsProduct({{4096, 65536}, {1, 30}})

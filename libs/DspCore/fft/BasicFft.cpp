@@ -44,6 +44,10 @@ IppStatus BasicFft<Sample>::allocate(SetUp &setUp)
     if (status != ippStsNoErr)
         return status;
     setUp.spec.reset(spec);
+    status = Ops::fftInitAlloc(&spec, order, IPP_FFT_NODIV_BY_ANY, ippAlgHintAccurate);
+    if (status != ippStsNoErr)
+        return status;
+    setUp.undivided.reset(spec);
     int bufferSize = 0;
     status = Ops::fftBufferSize(spec, &bufferSize);
     if (status != ippStsNoErr)
@@ -90,6 +94,24 @@ bool BasicFft<Sample>::invers(Sample *buffer, const char *signature)
     mStatus = mSetUps.empty()
         ? ippStsNullPtrErr
         : Ops::fftInverse(buffer, mSetUps.back().spec.get(), mSetUps.back().buffer.get());
+    return succeeded(signature, __LINE__);
+}
+
+template <typename Sample>
+bool BasicFft<Sample>::directInto(const Sample *in, Sample *out, const char *signature)
+{
+    mStatus = mSetUps.empty()
+        ? ippStsNullPtrErr
+        : Ops::fftForwardInto(in, out, mSetUps.back().undivided.get(), nullptr);
+    return succeeded(signature, __LINE__);
+}
+
+template <typename Sample>
+bool BasicFft<Sample>::inversInto(const Sample *in, Sample *out, const char *signature)
+{
+    mStatus = mSetUps.empty()
+        ? ippStsNullPtrErr
+        : Ops::fftInverseInto(in, out, mSetUps.back().undivided.get(), nullptr);
     return succeeded(signature, __LINE__);
 }
 

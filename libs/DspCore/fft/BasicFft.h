@@ -18,6 +18,8 @@ public:
     bool process(Sample *buffer, int length, FftType type, const char *signature);
     bool direct(Sample *buffer, const char *signature);
     bool invers(Sample *buffer, const char *signature);
+    bool directInto(const Sample *in, Sample *out, const char *signature);
+    bool inversInto(const Sample *in, Sample *out, const char *signature);
 
     int length() const { return mLength; }
     IppStatus status() const { return mStatus; }
@@ -37,6 +39,7 @@ private:
     struct SetUp
     {
         std::unique_ptr<Spec, FreeSpec> spec;
+        std::unique_ptr<Spec, FreeSpec> undivided; // of the same plans
         std::unique_ptr<Ipp8u, FreeBuffer> buffer;
     };
 

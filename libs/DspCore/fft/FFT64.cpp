@@ -30,6 +30,16 @@ bool FFT64::invers(COMPLEX *buffer)
     return mFft.invers(buffer, Q_FUNC_INFO);
 }
 
+bool FFT64::direct(const COMPLEX *in, COMPLEX *out)
+{
+    return mFft.directInto(in, out, Q_FUNC_INFO);
+}
+
+bool FFT64::invers(const COMPLEX *in, COMPLEX *out)
+{
+    return mFft.inversInto(in, out, Q_FUNC_INFO);
+}
+
 bool FFT32::init(int length)
 {
     return mFft.init(length, Q_FUNC_INFO);
@@ -53,5 +63,15 @@ bool FFT32::direct(COMPLEX32 *buffer)
 bool FFT32::invers(COMPLEX32 *buffer)
 {
     return mFft.invers(buffer, Q_FUNC_INFO);
+}
+
+bool FFT32::direct(const COMPLEX32 *in, COMPLEX32 *out)
+{
+    return mFft.directInto(in, out, Q_FUNC_INFO);
+}
+
+bool FFT32::invers(const COMPLEX32 *in, COMPLEX32 *out)
+{
+    return mFft.inversInto(in, out, Q_FUNC_INFO);
 }
 } // namespace DspCore

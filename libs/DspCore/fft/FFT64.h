@@ -30,6 +30,11 @@ public:
     bool direct(COMPLEX *buffer);
     bool invers(COMPLEX *buffer);
 
+    /// Transform of length() samples into another array, which must not overlap the first;
+    /// undivided in both directions, which saves the passes of scaling and copying.
+    bool direct(const COMPLEX *in, COMPLEX *out);
+    bool invers(const COMPLEX *in, COMPLEX *out);
+
     /// Points, 0 before init().
     int length() const { return mFft.length(); }
     IppStatus status() const { return mFft.status(); }
@@ -47,6 +52,8 @@ public:
     bool process(COMPLEX32 *buffer, int length, FftType type);
     bool direct(COMPLEX32 *buffer);
     bool invers(COMPLEX32 *buffer);
+    bool direct(const COMPLEX32 *in, COMPLEX32 *out);
+    bool invers(const COMPLEX32 *in, COMPLEX32 *out);
 
     int length() const { return mFft.length(); }
     IppStatus status() const { return mFft.status(); }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/filters/BasicWindow.h"
 
+#include "processor/Clones.h"
 #include "vm_library/source/log/Log.h"
 
 #include <algorithm>
@@ -86,21 +87,42 @@ void fillTriangle(Real *table, int length, double divisor)
     }
 }
 
-inline void scale(double &sample, double factor)
-{
-    sample *= factor;
-}
-
-inline void scale(float &sample, float factor)
+[[gnu::always_inline]] inline void scale(float &sample, float factor)
 {
     sample *= factor;
 }
 
 template <typename Real>
-void scale(Velmora::complex<Real> &sample, Real factor)
+[[gnu::always_inline]] inline void scale(Velmora::complex<Real> &sample, Real factor)
 {
     sample.re *= factor;
     sample.im *= factor;
+}
+
+template <typename Sample, typename Real>
+[[gnu::always_inline]] inline void scaleEach(Sample *samples, const Real *factors, int length)
+{
+#pragma GCC ivdep
+    for (int n = 0; n < length; ++n)
+        scale(samples[n], factors[n]);
+}
+
+PROCESSOR_CLONES
+void weigh(COMPLEX *samples, const double *window, int length)
+{
+    scaleEach(samples, window, length);
+}
+
+PROCESSOR_CLONES
+void weigh(COMPLEX32 *samples, const float *window, int length)
+{
+    scaleEach(samples, window, length);
+}
+
+PROCESSOR_CLONES
+void weigh(float *samples, const float *window, int length)
+{
+    scaleEach(samples, window, length);
 }
 } // namespace
 
@@ -160,8 +182,7 @@ void BasicWindow<Real>::process(Sample *buffer, int length, const char *signatur
         vm::log::warning(signature, " mLenght != lenght ");
         return;
     }
-    for (int n = 0; n < length; ++n)
-        scale(buffer[n], mWindow[std::size_t(n)]);
+    weigh(buffer, mWindow.data(), length);
 }
 
 template class BasicWindow<double>;

@@ -301,6 +301,23 @@ void sumWindows(const COMPLEX *oldest, int step, const double *taps, int count, 
     versionedWindows(oldest, step, taps, count, out, outStep, outputs);
 }
 
+PROCESSOR_CLONES
+void foldProducts(const COMPLEX *a, const COMPLEX *b, int bins, COMPLEX *out, int folded)
+{
+#pragma GCC ivdep
+    for (int n = 0; n < folded; ++n)
+        out[n] = {a[n].re * b[n].re - a[n].im * b[n].im, a[n].re * b[n].im + a[n].im * b[n].re};
+    for (int image = folded; image < bins; image += folded) {
+        const COMPLEX *const ai = a + image;
+        const COMPLEX *const bi = b + image;
+#pragma GCC ivdep
+        for (int n = 0; n < folded; ++n) {
+            out[n].re += ai[n].re * bi[n].re - ai[n].im * bi[n].im;
+            out[n].im += ai[n].re * bi[n].im + ai[n].im * bi[n].re;
+        }
+    }
+}
+
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count)
 {
     store(spectrum, bins, values, index, count);

@@ -55,6 +55,10 @@ void sumProducts(
 void sumWindows(const COMPLEX *oldest, int step, const double *taps, int count, COMPLEX *out,
     int outStep, int outputs);
 
+/// Product of two spectra of `bins` bins, folded to `folded` bins: each is the sum of the products
+/// at its own place and at every `folded` places from there on.
+void foldProducts(const COMPLEX *a, const COMPLEX *b, int bins, COMPLEX *out, int folded);
+
 /// Lays out a spectrum of `bins` bins as number `index` of `count` spectra.
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count);
 void storeSpectrum(const COMPLEX32 *spectrum, int bins, float *values, int index, int count);

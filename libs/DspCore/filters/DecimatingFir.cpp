@@ -92,13 +92,14 @@ void DecimatingFir::setUpTransform()
     constexpr int kPoints = 2 * kBlock;
     mForward.init(kPoints);
     mInverse.init(kPoints / mDown);
-    mWork.resize(kPoints);
-    mSpectrum.assign(kPoints, COMPLEX{0.0, 0.0});
-    // Times the number of points, which the forward transform divides by.
+    mWork.assign(kPoints, COMPLEX{0.0, 0.0});
+    mFolded.resize(std::size_t(kPoints / mDown));
+    mSpectrum.resize(kPoints);
+    // The transforms do not divide by the number of points, the filter does.
     const double *const newest = mTaps[0].data() + 2 * (mWindow - 1);
     for (int i = 0; i < mWindow; ++i)
-        mSpectrum[std::size_t(i)].re = kPoints * newest[-2 * i];
-    mForward.direct(mSpectrum.data());
+        mWork[std::size_t(i)].re = newest[-2 * i] / kPoints;
+    mForward.direct(mWork.data(), mSpectrum.data());
 }
 
 /// Overlap-save: the second half of the circular convolution is that of the stream.
@@ -106,12 +107,9 @@ void DecimatingFir::transformBlock(const COMPLEX *block, COMPLEX *out)
 {
     constexpr int kPoints = 2 * kBlock;
     const int folded = kPoints / mDown;
-    std::copy_n(block - kBlock, kPoints, mWork.begin());
-    mForward.direct(mWork.data());
-    ippsMul_64fc_I(mSpectrum.data(), mWork.data(), kPoints);
-    for (int image = folded; image < kPoints; image += folded)
-        ippsAdd_64fc_I(mWork.data() + image, mWork.data(), folded);
-    mInverse.invers(mWork.data());
+    mForward.direct(block - kBlock, mWork.data());
+    foldProducts(mWork.data(), mSpectrum.data(), kPoints, mFolded.data(), folded);
+    mInverse.invers(mFolded.data(), mWork.data());
     std::copy_n(mWork.begin() + folded / 2, folded / 2, out);
 }
 

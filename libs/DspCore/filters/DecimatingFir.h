@@ -73,6 +73,7 @@ private:
     bool mTransforms = false;
     AlignedVector<COMPLEX> mSpectrum; // of the filter
     AlignedVector<COMPLEX> mWork;
+    AlignedVector<COMPLEX> mFolded;
     FFT64 mForward;
     FFT64 mInverse;
 };

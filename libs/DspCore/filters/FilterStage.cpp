@@ -17,7 +17,7 @@ int partitionsFor(int taps, int size)
 } // namespace
 
 template <typename Sample>
-FilterStage<Sample>::FilterStage() : mFrame(2 * kLargest), mWork(2 * kLargest)
+FilterStage<Sample>::FilterStage() : mFrame(2 * kLargest), mWork(2 * kLargest), mSums(2 * kLargest)
 {
     for (int size = kSmallest; size <= kLargest; size *= 2)
         mFfts.emplace_back().init(2 * size);
@@ -46,15 +46,16 @@ void FilterStage<Sample>::setUp(int size, const Sample *taps, int count)
     mSize = size;
     mPartitions = partitionsFor(count, size);
     const int bins = 2 * size;
-    const Real scale = Real(bins); // takes back what the forward transform divides by
+    // The transforms do not divide by the number of bins, the filter does.
+    const Real scale = Real(1) / Real(bins);
     for (int k = 0; k < mPartitions; ++k) {
         const int first = k * size;
         const int length = std::min(size, count - first);
         std::fill_n(mWork.begin(), bins, Sample{});
         for (int i = 0; i < length; ++i)
             mWork[std::size_t(i)] = {taps[first + i].re * scale, taps[first + i].im * scale};
-        fft().direct(mWork.data());
-        storeSpectrum(mWork.data(), bins, mFilter.data(), k, mPartitions);
+        fft().direct(mWork.data(), mSums.data());
+        storeSpectrum(mSums.data(), bins, mFilter.data(), k, mPartitions);
     }
     clear();
 }
@@ -72,13 +73,13 @@ template <typename Sample>
 const Sample *FilterStage<Sample>::sum(int firstPartition, int newest)
 {
     if (firstPartition == mPartitions) {
-        std::fill_n(mWork.begin() + mSize, mSize, Sample{});
+        std::fill_n(mSums.begin() + mSize, mSize, Sample{});
     } else {
         sumProducts({mHistory.data(), mPartitions}, newest, {mFilter.data(), mPartitions},
             firstPartition, 2 * mSize, mWork.data());
-        fft().invers(mWork.data());
+        fft().invers(mWork.data(), mSums.data());
     }
-    return mWork.data() + mSize;
+    return mSums.data() + mSize;
 }
 
 template <typename Sample>
@@ -106,9 +107,8 @@ void FilterStage<Sample>::filterFrame(Sample *frame)
 template <typename Sample>
 void FilterStage<Sample>::completeFrame()
 {
-    std::copy_n(mFrame.begin(), 2 * mSize, mWork.begin());
+    fft().direct(mFrame.data(), mWork.data());
     std::copy_n(mFrame.begin() + mSize, mSize, mFrame.begin());
-    fft().direct(mWork.data());
     mNewest = (mNewest == 0 ? mPartitions : mNewest) - 1;
     storeSpectrum(mWork.data(), 2 * mSize, mHistory.data(), mNewest, mPartitions);
     mPosition = 0;

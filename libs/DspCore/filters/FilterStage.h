@@ -77,7 +77,8 @@ private:
     AlignedVector<Real> mHistory; // spectra of the frames
     AlignedVector<Sample> mFrame; // the frame before, the present frame
     AlignedVector<Sample> mWork;
-    std::vector<Fft> mFfts; // by size, from 2 * kSmallest up
+    AlignedVector<Sample> mSums; // of the last inverse transform
+    std::vector<Fft> mFfts;      // by size, from 2 * kSmallest up
 };
 
 extern template class FilterStage<COMPLEX>;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "DspCore/types.h"
-#include "signal_primitives/ipps.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,15 +14,6 @@ constexpr REAL32 kNoLineDb = -180.0f;
 
 /// Added to every power, so that an empty bin is a number: 10 log10(1e-17) = -170 dB.
 constexpr REAL32 kPowerFloor = 1e-17f;
-
-/// Linear power to dB in place.
-inline void powerToDb(REAL32 *line, int size)
-{
-    constexpr REAL32 kDbPerBel = 10.0f;
-    ippsAddC_32f_I(kPowerFloor, line, size);
-    ippsLog10_32f_A11(line, line, size);
-    ippsMulC_32f_I(kDbPerBel, line, size);
-}
 
 constexpr std::size_t limitedAveragingSize(std::size_t size)
 {

@@ -3,6 +3,7 @@
 
 #include "DspCore/NoDenormals.h"
 #include "DspCore/spectrum/AveragerCommon.h"
+#include "DspCore/spectrum/LineKernels.h"
 #include "vm_library/source/log/Log.h"
 
 #include <algorithm>
@@ -50,7 +51,8 @@ void rest()
 Spectrum::Arrays::Arrays(int size)
     : conversion(checked(ippsMalloc_32fc(size))), spectrum(checked(ippsMalloc_32f(size))),
       waterfall(checked(ippsMalloc_32f(size))), third(checked(ippsMalloc_32f(size))),
-      work(checked(ippsMalloc_32fc(size))), fourth(checked(ippsMalloc_32f(size)))
+      work(checked(ippsMalloc_32fc(size))), bins(checked(ippsMalloc_32fc(size))),
+      fourth(checked(ippsMalloc_32f(size)))
 {
     ippsSet_32f(kNoLineDb, spectrum.get(), size);
     ippsSet_32f(kNoLineDb, waterfall.get(), size);
@@ -222,21 +224,20 @@ void Spectrum::makeFrame()
     mInput.read(mArrays.work.get(), mSize);
     mNewData = false;
     transform();
-    ippsCopy_32f(mArrays.spectrum.get(), mArrays.waterfall.get(), mSize);
     finishSpectrum();
     finishWaterfall();
 }
 
-// Power per bin, negative frequencies first: the halves of the transform change places.
+// Power per bin of the transform divided by its size, which is done on the power. Both lines start
+// from it.
 void Spectrum::transform()
 {
     COMPLEX32 *work = mArrays.work.get();
-    float *line = mArrays.spectrum.get();
-    const int half = mSize / 2;
+    const float perSize = 1.0f / float(mSize);
     mWindow.process(work, mSize);
-    mFft.process(work, mSize, FftType::Forward);
-    ippsPowerSpectr_32fc(work + half, line, half);
-    ippsPowerSpectr_32fc(work, line + half, half);
+    mFft.direct(work, mArrays.bins.get());
+    powerLines(mArrays.bins.get(), perSize * perSize, mArrays.spectrum.get(),
+        mArrays.waterfall.get(), mSize);
 }
 
 void Spectrum::finishSpectrum()
@@ -255,7 +256,7 @@ void Spectrum::finishWaterfall()
         mWaterfallAverager.write(line, std::size_t(mSize));
         mWaterfallAverager.read(line, std::size_t(mSize));
     } else {
-        powerToDb(line, mSize);
+        powerToDb(line, line, mSize);
     }
     if (mRemoveSide)
         stretch(line);

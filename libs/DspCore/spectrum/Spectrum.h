@@ -131,6 +131,7 @@ private:
         Array<float> waterfall;
         Array<float> third;
         Array<COMPLEX32> work;
+        Array<COMPLEX32> bins;
         Array<float> fourth;
     };
 

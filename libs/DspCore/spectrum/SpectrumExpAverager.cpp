@@ -2,6 +2,7 @@
 #include "DspCore/spectrum/SpectrumExpAverager.h"
 
 #include "DspCore/spectrum/AveragerCommon.h"
+#include "DspCore/spectrum/LineKernels.h"
 #include "processor/Clones.h"
 #include "vm_library/source/log/Log.h"
 
@@ -12,15 +13,12 @@ namespace DspCore
 namespace
 {
 // Both terms carry `a`, see the class.
-template <typename Filter>
-[[gnu::always_inline]] inline void filter(
-    Filter *filters, const float *line, float *output, std::size_t size)
+PROCESSOR_CLONES
+void filter(float a, const float *line, float *states, std::size_t size)
 {
-    for (std::size_t n = 0; n < size; ++n) {
-        Filter &f = filters[n];
-        f.y = f.a * line[n] + f.a * f.y;
-        output[n] = f.y;
-    }
+#pragma GCC ivdep
+    for (std::size_t n = 0; n < size; ++n)
+        states[n] = a * line[n] + a * states[n];
 }
 } // namespace
 
@@ -41,7 +39,7 @@ void SpectrumExpAverager::setSpectrumSize(std::size_t size)
         return;
     mSpectrumSize = size;
     mOutput.resize(size);
-    mFilters.resize(size);
+    mStates.resize(size);
     restart();
 }
 
@@ -49,22 +47,14 @@ void SpectrumExpAverager::restart()
 {
     const auto n = double(mAveragingSize);
     mCorrection = correct(float(n));
-    const auto a = float(n * 0.0068965517 + 0.74);
-    std::fill(mFilters.begin(), mFilters.end(), Filter{a, 1.0f - a, 0.0f});
-    ippsZero_32f(mOutput.data(), int(mOutput.size()));
+    mWeight = float(n * 0.0068965517 + 0.74);
+    reset();
 }
 
 void SpectrumExpAverager::reset()
 {
-    for (Filter &f : mFilters)
-        f.y = 0.0f;
-    ippsZero_32f(mOutput.data(), int(mOutput.size()));
-}
-
-PROCESSOR_CLONES
-void SpectrumExpAverager::update(const REAL32 *line)
-{
-    filter(mFilters.data(), line, mOutput.data(), mOutput.size());
+    std::fill(mStates.begin(), mStates.end(), 0.0f);
+    std::fill(mOutput.begin(), mOutput.end(), 0.0f);
 }
 
 void SpectrumExpAverager::write(REAL32 *line, std::size_t size)
@@ -74,10 +64,8 @@ void SpectrumExpAverager::write(REAL32 *line, std::size_t size)
             " incorrect input buffer size!");
         return;
     }
-    update(line);
-    const int count = int(size);
-    powerToDb(mOutput.data(), count);
-    ippsAddC_32f_I(offsetDb(), mOutput.data(), count);
+    filter(mWeight, line, mStates.data(), size);
+    powerToDb(mStates.data(), mOutput.data(), int(size), offsetDb());
 }
 
 void SpectrumExpAverager::read(REAL32 *line, std::size_t size)

@@ -32,22 +32,15 @@ public:
     float correct(float n) const;
 
 private:
-    struct Filter
-    {
-        float a;
-        float b; // 1 - a
-        float y;
-    };
-
     void restart();
-    void update(const REAL32 *line);
     float offsetDb() const;
 
     std::size_t mSpectrumSize = 4096;
     std::size_t mAveragingSize = 1;
     std::size_t mNextRow = 0;  // one state per bin instead of rows: stays 0
+    float mWeight = 0.0f;      // a
     float mCorrection = -9.0f; // dB, the curved part of the offset
     std::vector<REAL32> mOutput = std::vector<REAL32>(mSpectrumSize);
-    std::vector<Filter> mFilters = std::vector<Filter>(mSpectrumSize);
+    std::vector<REAL32> mStates = std::vector<REAL32>(mSpectrumSize); // y
 };
 } // namespace DspCore

@@ -2,6 +2,8 @@
 #include "DspCore/spectrum/SpectrumHistoryAverager.h"
 
 #include "DspCore/spectrum/AveragerCommon.h"
+#include "DspCore/spectrum/LineKernels.h"
+#include "signal_primitives/ipps.h"
 
 #include <algorithm>
 
@@ -67,13 +69,16 @@ void SpectrumHistoryAverager::average(MeanToPower meanToPower)
 
 void SpectrumHistoryAverager::averagePiece(std::size_t first, int count, MeanToPower meanToPower)
 {
-    REAL32 *piece = mOutput.data() + first;
-    ippsZero_32f(piece, count);
-    for (const std::vector<REAL32> &row : mRows)
-        ippsAdd_32f_I(row.data() + first, piece, count);
+    REAL32 *const piece = mOutput.data() + first;
+    const REAL32 *const oldest = mRows.front().data() + first;
+    if (mRows.size() == 1 && meanToPower == nullptr)
+        return powerToDb(oldest, piece, count, kOffsetDb);
+    ippsCopy_32f(oldest, piece, count);
+    for (std::size_t row = 1; row < mRows.size(); ++row)
+        ippsAdd_32f_I(mRows[row].data() + first, piece, count);
     ippsMulC_32f_I(REAL32(1.0 / double(mRows.size())), piece, count);
-    meanToPower(piece, count);
-    powerToDb(piece, count);
-    ippsAddC_32f_I(kOffsetDb, piece, count);
+    if (meanToPower != nullptr)
+        meanToPower(piece, count);
+    powerToDb(piece, piece, count, kOffsetDb);
 }
 } // namespace DspCore

@@ -29,7 +29,7 @@ protected:
     /// The row that the next line belongs into, spectrumSize() elements.
     REAL32 *nextRow();
 
-    /// Turns the mean of stored values into power, in place.
+    /// Turns the mean of stored values into power, in place; null if it is power.
     using MeanToPower = void (*)(REAL32 *mean, int size);
 
     /// Makes the output line of all rows and moves on to the next row.

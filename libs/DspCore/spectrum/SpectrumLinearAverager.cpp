@@ -14,6 +14,6 @@ void SpectrumLinearAverager::write(REAL32 *line, std::size_t size)
         return;
     }
     ippsCopy_32f(line, nextRow(), int(size));
-    average([](REAL32 *, int) {});
+    average(nullptr);
 }
 } // namespace DspCore

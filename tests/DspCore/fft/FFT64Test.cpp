@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/fft/FFT64.h"
+#include "DspCore/filters/Cuts.h"
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
@@ -18,4 +19,25 @@ TEST(FFT64Test, LengthsAreRoundedUpAndForwardIsDivided)
         EXPECT_LT(test::maxError(data, tone), kRoundOff) << asked;
     }
     EXPECT_FALSE(DspCore::FFT64().init(1 << 30)); // beyond the largest transform
+}
+
+TEST(FFT64Test, IntoAnotherArrayIsTheSameUndivided)
+{
+    constexpr double kSinglePrecision = 1e-6;
+    for (const int length : {64, 8192}) {         // with a plan of its own, and by a copy
+        for (const std::size_t offset : {0, 1}) { // on and off the alignment of single precision
+            DspCore::FFT32 fft;
+            ASSERT_TRUE(fft.init(length));
+            const auto in = test::toSingle(test::noise(length + 1, /*seed*/ 3));
+            std::vector<COMPLEX32> there(in.size()), back(in.size());
+            ASSERT_TRUE(fft.direct(&in[offset], &there[offset]));
+            ASSERT_TRUE(fft.invers(&there[offset], &back[offset]));
+            auto divided = in;
+            ASSERT_TRUE(fft.direct(&divided[offset]));
+            for (std::size_t n = offset; n < offset + std::size_t(length); ++n) {
+                ASSERT_NEAR(there[n].re / float(length), divided[n].re, kSinglePrecision) << n;
+                ASSERT_NEAR(back[n].im / float(length), in[n].im, kSinglePrecision) << n;
+            }
+        }
+    }
 }
