@@ -27,7 +27,7 @@ public:
     bool start(const QStringList &options = {});
 
     /// Ends the radio and begins a new one on the same settings file.
-    bool restart(const QStringList &options);
+    bool restart(const QStringList &options = {});
 
     host::Radio &radio() { return *m_radio; }
     QString path(const QString &name) const { return m_folder.filePath(name); }
