@@ -174,7 +174,7 @@ void tellByPage(E &engine, const char *control, double value)
 class SettersTest : public EngineTest, public testing::WithParamInterface<Setter>
 {
 protected:
-    static constexpr int kBlocks = 60;
+    static constexpr int kBlocks = 90; // long enough for the tone squelch to open by any rounding
     static constexpr double kLow = -1500.0; // Hz
     static constexpr double kHigh = 5000.0;
 
