@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/controls/PlayBar.h"
 
+#include "window/controls/TimeText.h"
+
 #include "recording/RecordingPlayer.h"
 
 #include <QFileInfo>
@@ -15,12 +17,6 @@ namespace host
 namespace
 {
 constexpr int kSliderSteps = 10; // a second
-
-QString timeText(double seconds)
-{
-    const int whole = int(seconds);
-    return QString("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QChar('0'));
-}
 } // namespace
 
 PlayBar::PlayBar(RecordingPlayer &player, QWidget *parent)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/controls/RecordBar.h"
 
+#include "window/controls/TimeText.h"
+
 #include "host_interfaces/IQRecorderConfigure.h"
 
 #include "radio/Radio.h"
@@ -34,12 +36,6 @@ QToolButton *newButton(const QString &text, const QString &name, QWidget *parent
     button->setAccessibleName(name);
     button->setToolTip(name);
     return button;
-}
-
-QString timeText(double seconds)
-{
-    const int whole = int(seconds);
-    return QString("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QChar('0'));
 }
 } // namespace
 

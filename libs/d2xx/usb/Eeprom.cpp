@@ -71,27 +71,34 @@ FT_STATUS Eeprom::readImage(EepromImage *image)
     return FT_OK;
 }
 
+FT_STATUS Eeprom::readImage(EepromImage *image, EepromImage::Area *area)
+{
+    if (const FT_STATUS status = readImage(image))
+        return status;
+    const auto found = image->userArea();
+    if (!found)
+        return FT_EEPROM_NOT_PROGRAMMED;
+    *area = *found;
+    return FT_OK;
+}
+
 FT_STATUS Eeprom::userAreaSize(DWORD *size)
 {
     EepromImage image;
-    if (const FT_STATUS status = readImage(&image))
+    EepromImage::Area area;
+    if (const FT_STATUS status = readImage(&image, &area))
         return status;
-    const auto area = image.userArea();
-    if (!area)
-        return FT_EEPROM_NOT_PROGRAMMED;
-    *size = DWORD(area->size);
+    *size = DWORD(area.size);
     return FT_OK;
 }
 
 FT_STATUS Eeprom::readUserArea(std::uint8_t *data, DWORD size, DWORD *got)
 {
     EepromImage image;
-    if (const FT_STATUS status = readImage(&image))
+    EepromImage::Area area;
+    if (const FT_STATUS status = readImage(&image, &area))
         return status;
-    const auto area = image.userArea();
-    if (!area)
-        return FT_EEPROM_NOT_PROGRAMMED;
-    const auto bytes = image.bytes(area->start, std::min<std::size_t>(size, area->size));
+    const auto bytes = image.bytes(area.start, std::min<std::size_t>(size, area.size));
     std::ranges::copy(bytes, data);
     *got = DWORD(bytes.size());
     return FT_OK;
@@ -100,27 +107,25 @@ FT_STATUS Eeprom::readUserArea(std::uint8_t *data, DWORD size, DWORD *got)
 FT_STATUS Eeprom::writeUserArea(std::span<const std::uint8_t> data)
 {
     EepromImage before;
-    if (const FT_STATUS status = readImage(&before))
+    EepromImage::Area area;
+    if (const FT_STATUS status = readImage(&before, &area))
         return status;
-    const auto area = before.userArea();
-    if (!area)
-        return FT_EEPROM_NOT_PROGRAMMED;
-    if (data.size() > area->size)
+    if (data.size() > area.size)
         return FT_INVALID_PARAMETER;
     if (!before.checksumHolds()) {
         complain("EEPROM of %s not written: its checksum does not hold", m_serial.c_str());
         return FT_EEPROM_NOT_PROGRAMMED;
     }
     for (auto page = before.findCalibration(); page; page = before.findCalibration(*page + 1)) {
-        if (*page != area->start) {
+        if (*page != area.start) {
             complain("EEPROM of %s not written: it holds a calibration page at byte %zu, where %zu "
                      "was expected",
-                m_serial.c_str(), *page, area->start);
+                m_serial.c_str(), *page, area.start);
             return FT_EEPROM_WRITE_FAILED;
         }
     }
     EepromImage after = before;
-    after.setBytes(area->start, data);
+    after.setBytes(area.start, data);
     if (after.words() == before.words())
         return FT_OK;
     // Named by its content: one content is kept once.

@@ -49,6 +49,7 @@ public:
     static std::filesystem::path backupFolder();
 
 private:
+    FT_STATUS readImage(EepromImage *image, EepromImage::Area *area);
     FT_STATUS writeDifference(const EepromImage &from, const EepromImage &to);
 
     const Chip &m_chip;
