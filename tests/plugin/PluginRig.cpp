@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <malloc.h>
 #include <stdexcept>
 
 namespace test
@@ -200,12 +201,10 @@ int threadCount()
     return int(QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }
 
-long residentKiB()
+long allocatedKiB()
 {
-    QFile status("/proc/self/statm");
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    constexpr long kPageKiB = 4;
-    return status.readAll().split(' ').at(1).toLong() * kPageKiB;
+    constexpr size_t kKiB = 1024;
+    const struct mallinfo2 info = mallinfo2();
+    return long((info.uordblks + info.hblkhd) / kKiB);
 }
 } // namespace test

@@ -98,6 +98,8 @@ private:
 /// Threads of this process.
 int threadCount();
 
-/// Resident memory of this process in KiB.
-long residentKiB();
+/// What this process has allocated and not freed, in KiB, over all of the C library's arenas. The
+/// resident memory will not do: it also holds what the allocator keeps for the threads to come,
+/// some MiB more or less from run to run.
+long allocatedKiB();
 } // namespace test
