@@ -22,7 +22,8 @@ run) ;;
 test)
     packages+=(libgtest-dev libgmock-dev
         libhamlib-utils # rigctl, a client of rig control
-        xvfb)           # a desktop to send keystrokes to
+        xvfb            # a desktop to send keystrokes to
+        udev umockdev)  # reads the rule for a receiver that is made up
     ;;
 usb) packages+=(qemu-system-x86 busybox-static cpio kmod) ;;
 bench) packages+=(libbenchmark-dev) ;;
