@@ -97,6 +97,8 @@ bool PluginReceiver::checkReception(const HostSettings &settings)
 
 bool PluginReceiver::initialise(const HostSettings &settings)
 {
+    if (!settings.repairs.isEmpty())
+        device().setProperty(Repairs::kProperty, settings.repairs);
     if (!device().init(*m_bridge, m_window.layout(), false, true))
         return fail(device().name() + ": the device cannot work");
     setUpRecording(settings.recording);

@@ -86,6 +86,7 @@ QJsonObject Report::settingsJson() const
         {"filter_hz", QJsonArray{m_settings.filterLowHz, m_settings.filterHighHz}},
         {"notches", notchesJson(m_settings.notches)},
         {"free_run", m_settings.freeRun},
+        {"repairs", QJsonArray::fromStringList(m_settings.repairs)},
         {"options", optionsJson()},
     };
 }
@@ -197,7 +198,7 @@ QJsonObject Report::spectrumJson() const
 
 QString Report::text() const
 {
-    const QStringList lines = {receivedLine(), inputLine(), audioLine(), timeLine()};
+    const QStringList lines = {receivedLine(), inputLine(), audioLine(), timeLine(), repairsLine()};
     return (lines + outputLines()).join('\n') + '\n';
 }
 
@@ -246,6 +247,12 @@ QString Report::timeLine() const
         .arg(ratio(m.iqSeconds(m_settings), m.wallSeconds), 0, 'f', 1)
         .arg(percent(m.cpu.engine), percent(m.cpu.reader), percent(m.cpu.device),
             percent(m.cpu.process));
+}
+
+QString Report::repairsLine() const
+{
+    const QStringList &names = m_settings.repairs;
+    return "Repairs   " + (names.isEmpty() ? "none" : names.join(", "));
 }
 
 QStringList Report::outputLines() const

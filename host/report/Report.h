@@ -39,6 +39,7 @@ private:
     QString inputLine() const;
     QString audioLine() const;
     QString timeLine() const;
+    QString repairsLine() const;
     QStringList outputLines() const;
 
     /// Of seconds of a processor in seconds of IQ, 0 without any.

@@ -3,6 +3,7 @@
 
 #include "settings/ReceptionMode.h"
 
+#include "host_interfaces/Repairs.h"
 #include "vm_library/source/file/IQFile.h"
 
 #include <QString>
@@ -58,6 +59,8 @@ struct HostSettings
     QString pluginFile;   ///< empty: the plugin that came with the program
     QString d2xxFile;     ///< empty: the virtual receiver that came with the program
     QString settingsFile; ///< empty: the user's own
+
+    QStringList repairs = Repairs::all().names(); ///< names of the table
 
     QString sceneFile;             ///< empty: the band built into the virtual receiver
     QString sceneFormat;           ///< empty: told by the file's name

@@ -84,6 +84,23 @@ ValueCheck notch()
     return {read, {}};
 }
 
+ValueCheck repairs()
+{
+    const auto read = [](const QString &text) {
+        if (text == "none")
+            return QStringList();
+        if (text == "all")
+            return Repairs::all().names();
+        QStringList unknown;
+        const Repairs asked = Repairs::named(text.split(','), unknown);
+        if (!unknown.isEmpty())
+            refuse(QString("'%1' is neither none nor all nor one of %2")
+                       .arg(unknown.first(), Repairs::all().names().join(", ")));
+        return asked.names();
+    };
+    return {read, ": none, all or of " + Repairs::all().names().join(", ")};
+}
+
 void keepMode(HostSettings &settings, const QVariant &name)
 {
     settings.mode = findMode(name.toString());
@@ -129,6 +146,12 @@ std::vector<Option> receptionOptions()
             .value = fileName(),
             .otherwise = "the user\'s own",
             .keep = in(&HostSettings::settingsFile)},
+        {.name = "repairs",
+            .argument = "LIST",
+            .help = "Dead ends of the receiver to mend, with commas between",
+            .value = repairs(),
+            .standard = "all",
+            .keep = in(&HostSettings::repairs)},
         {.name = "scene",
             .argument = "FILE",
             .help = "IQ recording or band description (.band)",

@@ -106,9 +106,11 @@ bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool
 {
     const QPointer<DeviceManagerAbstract> early = m_options ? nullptr : m_manager.data();
     deinit();
+    const Repairs repairs = askedRepairs();
     m_bridge = &bridge;
     m_dsp = std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, m_functions, nullptr);
     m_control.reset(q_check_ptr(new (std::nothrow) ControlM(m_dsp, nullptr)));
+    m_control->setRepairs(repairs);
     m_options.reset(q_check_ptr(new (std::nothrow) ZephrinMOptions(nullptr)));
     followOptions();
     if (!advanced)
@@ -128,6 +130,15 @@ bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool
     if (early)
         setManager(early);
     return true;
+}
+
+Repairs ZephrinMInterface::askedRepairs() const
+{
+    QStringList unknown;
+    const Repairs repairs = Repairs::named(property(Repairs::kProperty).toStringList(), unknown);
+    if (!unknown.isEmpty())
+        vm::log::warning(Q_FUNC_INFO, " there is no repair ", unknown.join(", "));
+    return repairs;
 }
 
 /// A window of the host that goes before the plugin takes the page with it.

@@ -9,6 +9,7 @@
 #include "host_interfaces/CwParam.h"
 #include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceManagerAbstract.h"
+#include "host_interfaces/Repairs.h"
 
 #include <QPointer>
 #include <QScopedPointer>
@@ -49,7 +50,8 @@ public:
     ~ZephrinMInterface() override;
 
     /// Always true. Without `advanced` the page for experts is not shown. What an earlier init()
-    /// built is taken down first.
+    /// built is taken down first. The repairs are those that the property Repairs::kProperty names
+    /// now.
     bool init(BridgeAbstract &bridge, QLayout *layout, bool, bool advanced) override;
     void deinit() override;
     QString name() override { return QStringLiteral("ZephrinNANO"); }
@@ -229,6 +231,7 @@ private:
     }
 
     // Connections of the host's services, by type.
+    Repairs askedRepairs() const;
     void followOptions();
     void followManager();
     void joinHostAudio();

@@ -2,8 +2,10 @@
 #include "Control/driver/HardwareZephrinNANO.h"
 
 #include "Control/AutoPreamp.h"
+#include "Control/driver/FailedReads.h"
 #include "Control/driver/FrameParser.h"
 #include "Dsp/ZephrinMDSP.h"
+#include "host_interfaces/Repairs.h"
 #include "vm_library/source/log/Log.h"
 
 #include <QCoreApplication>
@@ -85,6 +87,11 @@ HardwareZephrinNANO::HardwareZephrinNANO(std::shared_ptr<ZephrinMDSP> dsp, QObje
 HardwareZephrinNANO::~HardwareZephrinNANO()
 {
     close();
+}
+
+void HardwareZephrinNANO::setRepairs(const Repairs &repairs)
+{
+    m_mendsStream = repairs.has(Repair::Stream);
 }
 
 bool HardwareZephrinNANO::open(int index)
@@ -359,18 +366,27 @@ void HardwareZephrinNANO::run()
     const std::size_t window = m_readWindow;
     std::vector<int8_t> buffer(window);
     std::size_t remaining = window;
+    FailedReads failed;
     while (m_started) {
         DWORD received = 0;
         const FT_STATUS status =
             FT_Read(m_handle, buffer.data() + window - remaining, DWORD(remaining), &received);
         if (!succeeded(status)) {
-            warning("virtual void HardwareZephrinNANO::run()", " failed to read IQ, error", status);
+            if (!m_mendsStream || failed.isTold())
+                warning(
+                    "virtual void HardwareZephrinNANO::run()", " failed to read IQ, error", status);
+            if (m_mendsStream)
+                FailedReads::pause();
             continue;
         }
         m_dataSeen.exchange(true);
         if (received != remaining)
             continue; // a torn read: its bytes are given up, the markers find the way back
         remaining = window - extractIQ(buffer, findHeaders(buffer));
+        // A marker that a whole window follows without another is none: with nothing left to read
+        // the loop would read nothing for ever.
+        if (remaining == 0 && m_mendsStream)
+            remaining = window;
     }
 }
 

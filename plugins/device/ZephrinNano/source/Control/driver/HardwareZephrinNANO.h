@@ -14,6 +14,7 @@
 #include <optional>
 #include <vector>
 
+class Repairs;
 class ZephrinMDSP;
 
 /// The receiver on its USB FIFO: opens it, sends its commands, reads its stream.
@@ -84,6 +85,9 @@ public:
     /// ADC reset and register set-up, about 15 ms; called by open(). False at the first write that
     /// fails.
     bool init();
+
+    /// Of these the driver knows `stream`. Ahead of the first startStream().
+    void setRepairs(const Repairs &repairs);
 
     bool isOpen() const
     {
@@ -166,6 +170,7 @@ private:
     std::atomic<FT_STATUS> m_status = FT_OK; // last call of either thread, for a debugger's eye
     std::atomic<bool> m_opened = false;
     std::atomic<bool> m_started = false; // written by 1, ends the loop of 2
+    bool m_mendsStream = false;          // fixed while 2 runs
     bool m_lpf = true;                   // low-pass filter in use
     bool m_adcReset = false;
     int m_sampleRateCode = 0;
