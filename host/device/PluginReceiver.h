@@ -47,6 +47,9 @@ public:
     /// seconds, and opens it.
     bool open(const HostSettings &settings);
 
+    /// Whether one is on the bus.
+    bool isFound() const { return m_manager->isDeviceAvailable(); }
+
     /// Starts the stream and switches on what a start would undo. On a paced stream this is done
     /// before the first sample.
     bool start(const HostSettings &settings);

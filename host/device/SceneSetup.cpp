@@ -52,8 +52,8 @@ bool SceneSetup::checkHardware(const HostSettings &settings)
     };
     for (const auto &need : needs) {
         if (need.isSet) {
-            m_error = QString("--%1 needs the virtual receiver, and %2 is another library")
-                          .arg(need.option, settings.d2xxFile);
+            m_error =
+                QString("--%1 needs the virtual receiver (--device virtual)").arg(need.option);
             return false;
         }
     }

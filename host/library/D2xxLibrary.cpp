@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/D2xxLibrary.h"
 
-#include "library/FtReadMeter.h"
+#include "library/DeviceKind.h"
+#include "library/FtRelay.h"
 #include "library/ProgramFolder.h"
 
 #include <QFile>
@@ -10,20 +11,22 @@
 
 namespace host
 {
-bool D2xxLibrary::open(const QString &file)
+bool D2xxLibrary::load(const DeviceKind &kind)
 {
-    if (!file.isEmpty())
-        return load(file);
-    const auto found = findBesideProgram(
-        {HOST_LIBRARY_FOLDER "/libftd2xx.so", "../virtual_receiver/libftd2xx.so"});
-    if (found)
-        return load(*found);
-    m_error = "the virtual receiver's libftd2xx.so is not beside the program; name a library with "
-              "--d2xx";
+    const QString option = "--device " + kind.key;
+    if (const auto found = findBesideProgram(kind.files))
+        return load(*found, option);
+    m_error = option + ": " + kind.files.first()
+        + " is not beside the program; install it anew, or name a library with --d2xx";
     return false;
 }
 
 bool D2xxLibrary::load(const QString &file)
+{
+    return load(file, "--d2xx");
+}
+
+bool D2xxLibrary::load(const QString &file, const QString &option)
 {
     m_file = file;
     // Without a slash dlopen() would look along the system's paths.
@@ -31,14 +34,19 @@ bool D2xxLibrary::load(const QString &file)
     // Global, so that the plugin finds the functions; at once, so that a missing one shows here.
     m_handle = dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_GLOBAL);
     if (!m_handle) {
-        m_error = "--d2xx: " + QString::fromLocal8Bit(dlerror()).simplified();
+        m_error = option + ": " + QString::fromLocal8Bit(dlerror()).simplified();
         return false;
     }
-    if (!FtReadMeter::instance().standBefore(function("FT_Read"))) {
-        m_error = "--d2xx: " + file + " has no FT_Read()";
-        return false;
-    }
-    return true;
+    QString missing;
+    m_functions = FtFunctions::of(m_handle, &missing);
+    if (!missing.isEmpty())
+        m_error = option + ": " + file + " has no " + missing + "()";
+    return missing.isEmpty();
+}
+
+void D2xxLibrary::use() const
+{
+    FtRelay::instance().goOnTo(m_functions);
 }
 
 void *D2xxLibrary::function(const char *name) const

@@ -3,13 +3,15 @@
 
 #include "library/ThreadClock.h"
 
+#include "d2xx/ftd2xx.h"
+
 #include <atomic>
 #include <cstdint>
 
 namespace host
 {
-/// What the driver's reads cost and lost. The program stands in front of the device library's
-/// FT_Read() and counts what passes; everything else is the library's own.
+/// What the driver's reads cost and lost. The program stands in front of the device library
+/// (FtRelay) and counts what passes.
 ///
 /// The reader thread writes, any thread may read.
 struct FtReadMeter
@@ -20,8 +22,9 @@ struct FtReadMeter
     /// Bytes of reads that came back short. The driver reads that range again, so they are lost.
     std::atomic<std::uint64_t> lostBytes = 0;
 
-    /// The FT_Read() that the reads go on to. Before the first read; false for null.
-    bool standBefore(void *read);
+    /// A read by a library's function, counted.
+    FT_STATUS read(decltype(&FT_Read) function, FT_HANDLE handle, LPVOID buffer, DWORD bytesToRead,
+        LPDWORD bytesReturned);
 
     static FtReadMeter &instance();
 };

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/Listener.h"
 
+#include "library/DeviceKind.h"
+#include "library/FtRelay.h"
 #include "program/HostLog.h"
 #include "report/Report.h"
+#include "settings/DeviceChoice.h"
 #include "settings/FileCheck.h"
 #include "settings/Numbers.h"
 
@@ -43,8 +46,10 @@ bool Listener::openLibrary()
 {
     if (const QString problem = checkFiles(m_settings); !problem.isEmpty())
         return fail(problem, kBadInput);
-    if (!m_d2xx.open(m_settings.d2xxFile))
+    const DeviceKind *kind = DeviceChoice::of(m_settings).kind;
+    if (!(kind ? m_d2xx.load(*kind) : m_d2xx.load(m_settings.d2xxFile)))
         return fail(m_d2xx.error(), kBadInput);
+    m_d2xx.use();
     m_virtualReceiver = ReceiverControls::of(m_d2xx);
     m_scene.emplace(virtualReceiver());
     if (!m_scene->open(m_settings))
@@ -89,7 +94,19 @@ bool Listener::openReceiver()
         return fail(m_receiver->error(), kBadInput);
     const bool isOpen = m_receiver->open(m_settings);
     m_terminal.print(m_receiver->notice());
-    return isOpen || fail(m_receiver->error(), kFailure);
+    if (isOpen)
+        return true;
+    return fail(m_receiver->error() + remedy(), kFailure);
+}
+
+/// What helps where hardware was not opened, to be put after the error.
+QString Listener::remedy() const
+{
+    if (virtualReceiver())
+        return {};
+    if (m_receiver->isFound())
+        return ": another program may have it";
+    return ": " + FtRelay::instance().bus().reason() + " --device virtual needs none.";
 }
 
 bool Listener::openRig()

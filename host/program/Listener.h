@@ -62,6 +62,7 @@ private:
     bool loadPlugin();
     bool openFiles();
     bool openReceiver();
+    QString remedy() const;
     bool openRig();
     bool openOutlets();
     bool startStream();

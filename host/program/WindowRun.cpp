@@ -23,9 +23,9 @@ constexpr int kSuccess = 0;
 constexpr int kBadInput = 2;
 
 // What a window takes of the command line; the rest is for a run that ends by itself.
-const QStringList kTaken = {"plugin", "d2xx", "settings", "scene", "scene-format", "scene-rate",
-    "scene-frequency", "rate", "center", "tune", "mode", "filter", "preamp", "auto-preamp",
-    "rig-port", "eeprom", "fault", "verbose"};
+const QStringList kTaken = {"plugin", "device", "d2xx", "settings", "scene", "scene-format",
+    "scene-rate", "scene-frequency", "rate", "center", "tune", "mode", "filter", "preamp",
+    "auto-preamp", "rig-port", "eeprom", "fault", "verbose"};
 
 void print(const QString &text)
 {

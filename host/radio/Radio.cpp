@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "radio/Radio.h"
 
+#include "library/DeviceKind.h"
 #include "library/FtReadMeter.h"
+#include "library/FtRelay.h"
+#include "settings/DeviceChoice.h"
 #include "settings/DeviceRates.h"
 #include "settings/ToolLimits.h"
 
@@ -10,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace host
 {
@@ -83,10 +87,8 @@ Radio::~Radio()
 bool Radio::load(const HostSettings &settings)
 {
     m_settings = settings;
-    if (!m_d2xx.open(settings.d2xxFile))
-        return fail(m_d2xx.error());
-    m_controls = ReceiverControls::of(m_d2xx);
-    m_scene.emplace(virtualReceiver());
+    if (!loadLibrary())
+        return false;
     if (!m_scene->open(settings))
         return fail(m_scene->error());
     m_notices += m_scene->notices();
@@ -101,6 +103,82 @@ bool Radio::load(const HostSettings &settings)
     m_readingsTimer.start(kReadingsMs);
     m_saveTimer.start(kSaveMs);
     return true;
+}
+
+namespace
+{
+bool loadKind(D2xxLibrary &library, const DeviceKind *kind, const QString &ownLibrary)
+{
+    return kind ? library.load(*kind) : library.load(ownLibrary);
+}
+} // namespace
+
+/// A choice of another day that cannot be had any more does not keep the program from starting.
+bool Radio::loadLibrary()
+{
+    const DeviceKind *const standard = &deviceKinds().front();
+    auto [kind, isStored] = DeviceChoice::of(m_settings);
+    D2xxLibrary library;
+    bool isLoaded = loadKind(library, kind, m_settings.d2xxFile);
+    if (!isLoaded && isStored && kind != standard) {
+        m_notices += library.error();
+        kind = standard;
+        isLoaded = library.load(*kind);
+    }
+    if (!isLoaded)
+        return fail(library.error());
+    take(library, kind);
+    return true;
+}
+
+void Radio::take(const D2xxLibrary &library, const DeviceKind *kind)
+{
+    library.use();
+    m_d2xx = library;
+    m_kind = kind;
+    m_controls = ReceiverControls::of(m_d2xx);
+    m_scene.emplace(virtualReceiver());
+}
+
+bool Radio::setDeviceKind(const DeviceKind *kind)
+{
+    D2xxLibrary library;
+    if (kind == m_kind)
+        return true;
+    if (!loadKind(library, kind, m_settings.d2xxFile)) {
+        emit message(library.error());
+        return fail(library.error());
+    }
+    emit deviceKindChanging();
+    const bool wasPowered = m_isPowered;
+    setPower(false);
+    take(library, kind);
+    m_isListNew = false;
+    openSceneAnew();
+    if (kind)
+        DeviceChoice::store(settings(), *kind);
+    emit deviceKindChanged();
+    emit sceneChanged(m_scene->name());
+    setPower(wasPowered);
+    return true;
+}
+
+/// What only the virtual receiver has waits until that is in use again. If its recording has gone
+/// meanwhile it begins with the built-in band.
+void Radio::openSceneAnew()
+{
+    HostSettings settings = m_settings;
+    if (!m_controls) {
+        settings.sceneFile.clear();
+        settings.eepromFile.clear();
+        settings.fault.clear();
+        settings.freeRun = false;
+    }
+    if (m_scene->open(settings))
+        return;
+    emit message(m_scene->error());
+    m_settings.sceneFile.clear();
+    m_scene->change(m_settings);
 }
 
 void Radio::join()
@@ -198,11 +276,20 @@ void Radio::setPower(bool on)
 /// A receiver that is wanted and there is started.
 void Radio::look()
 {
-    if (m_state != State::Searching || (m_sinceTry.isValid() && !m_sinceTry.hasExpired(kSearchMs)))
+    if (m_state != State::Searching || (m_sinceTry.isValid() && !m_sinceTry.hasExpired(m_pauseMs)))
         return;
     m_sinceTry.start();
+    m_pauseMs = kSearchMs;
+    const BusView bus = FtRelay::instance().bus();
+    if (!bus.isKnown)
+        return;
+    // The device takes its list over in the event loop, so the first look comes too early.
+    if (!std::exchange(m_isListNew, true))
+        return;
     if (manager().isDeviceAvailable())
         tryStart();
+    else
+        setSearchText(m_controls ? tr("The virtual receiver is unplugged.") : bus.reason());
 }
 
 void Radio::tryStart()
@@ -210,8 +297,11 @@ void Radio::tryStart()
     // A start reports true even if the device refused its stream.
     if (!device().start() || !device().isStart()) {
         device().close();
-        emit message(tr("The receiver does not start its stream; trying again."));
+        const QString text = tr("The receiver does not start its stream; trying again.");
+        emit message(text);
+        setSearchText(m_controls ? text : text + ' ' + tr("Another program may have it."));
         m_sinceTry.start();
+        m_pauseMs = kTryMs;
         return;
     }
     const double seconds = m_scene->seconds();
@@ -227,6 +317,7 @@ void Radio::onLost()
     if (!m_isPowered)
         return;
     emit message(tr("The receiver is gone; waiting for one."));
+    FtRelay::instance().forgetBus();
     setState(State::Searching);
 }
 
@@ -236,7 +327,16 @@ void Radio::setState(State state)
         return;
     m_state = state;
     restartHealth();
+    setSearchText({});
     emit stateChanged(state);
+}
+
+void Radio::setSearchText(const QString &text)
+{
+    if (text == m_searchText)
+        return;
+    m_searchText = text;
+    emit searchChanged(text);
 }
 
 /// What was on its way when the stream was begun anew is not lost.

@@ -34,6 +34,8 @@ class QSettings;
 
 namespace host
 {
+struct DeviceKind;
+
 /// The one receiver of the program: what window, rig control, panel keys and memories act on and
 /// look at. It holds the settings, limits them to what the device's capability tables allow, hands
 /// them to the device, and tells of every change by a signal, so that whoever acts need not know
@@ -79,6 +81,19 @@ public:
     void setPower(bool on);
     bool isPowered() const { return m_isPowered; }
     State state() const { return m_state; }
+
+    /// While one is searched for, why there is none and what to do about it; else empty.
+    const QString &searchText() const { return m_searchText; }
+
+    /// By what way the receiver is reached; null for a library of one's own.
+    const DeviceKind *deviceKind() const { return m_kind; }
+
+    /// The file of that library, empty if this run has none.
+    QString ownLibrary() const { return m_settings.d2xxFile; }
+
+    /// Another one from now on, which is kept in the settings; null for ownLibrary(). Where power
+    /// is on it is searched for. False: message() and error() tell why, all is as before.
+    bool setDeviceKind(const DeviceKind *kind);
 
     // What the device can do.
 
@@ -247,6 +262,11 @@ public:
 
 signals:
     void stateChanged(host::Radio::State state);
+    void searchChanged(const QString &text);
+
+    /// Before the library is another one, while virtualReceiver() still is what it was; and after.
+    void deviceKindChanging();
+    void deviceKindChanged();
 
     /// Something a person should read, in one line.
     void message(const QString &text);
@@ -282,6 +302,9 @@ signals:
 
 private:
     bool fail(const QString &text);
+    bool loadLibrary();
+    void take(const D2xxLibrary &library, const DeviceKind *kind);
+    void openSceneAnew();
     void join();
     void begin(const HostSettings &settings);
 
@@ -290,6 +313,7 @@ private:
     void tryStart();
     void onLost();
     void setState(State state);
+    void setSearchText(const QString &text);
 
     // Device. Each hands over what is set.
     void sendAll();
@@ -317,6 +341,7 @@ private:
     void readSettings(QSettings &settings);
 
     D2xxLibrary m_d2xx;
+    const DeviceKind *m_kind = nullptr;
     std::optional<ReceiverControls> m_controls; // empty for real hardware
     std::optional<SceneSetup> m_scene;
     StreamLedger m_ledger;
@@ -332,6 +357,8 @@ private:
 
     bool m_isPowered = false;
     State m_state = State::Off;
+    QString m_searchText;
+    bool m_isListNew = true; // whether the device's list is not that of a library before
     std::array<Vfo, 2> m_vfos;
     VfoId m_active = VfoId::A;
     bool m_isSplit = false;
@@ -350,6 +377,7 @@ private:
     quint64 m_overflows = 0;
     QElapsedTimer m_sinceOverflow;
     QElapsedTimer m_sinceTry;
+    int m_pauseMs = 0; // from that try to the next
     QTimer m_readingsTimer;
     QTimer m_saveTimer;
 };

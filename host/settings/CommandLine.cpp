@@ -4,6 +4,8 @@
 #include "settings/Numbers.h"
 #include "settings/OptionTable.h"
 
+#include "library/DeviceKind.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -117,6 +119,8 @@ private:
     {
         if (m_settings.autoPreamp && m_settings.freeRun)
             refuse("--auto-preamp goes by the clock, which --free-run does not");
+        if (isSet("device") && isSet("d2xx"))
+            refuse("--device and --d2xx both name the library");
         if (m_settings.rigPort && m_settings.freeRun)
             refuse("--rig-port is for a run in real time, which --free-run is not");
         for (const char *time : {"agc-attack", "agc-decay", "agc-hang"})
@@ -146,7 +150,9 @@ private:
     /// In whose middle there is nothing.
     bool isBuiltinBand() const
     {
-        return m_settings.sceneFile.isEmpty() && m_settings.d2xxFile.isEmpty();
+        const DeviceKind *kind = findDeviceKind(m_settings.device);
+        return m_settings.sceneFile.isEmpty() && m_settings.d2xxFile.isEmpty()
+            && !(kind && kind->isHardware);
     }
 
     double reachHz() const { return m_settings.deviceRateHz / 2.0; }

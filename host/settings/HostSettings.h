@@ -57,7 +57,8 @@ struct OutletSettings
 struct HostSettings
 {
     QString pluginFile;   ///< empty: the plugin that came with the program
-    QString d2xxFile;     ///< empty: the virtual receiver that came with the program
+    QString device;       ///< key of deviceKinds(); empty: as chosen last, see DeviceChoice
+    QString d2xxFile;     ///< a device library of one's own, which no kind stands for; mostly empty
     QString settingsFile; ///< empty: the user's own
 
     QStringList repairs = Repairs::all().names(); ///< names of the table

@@ -7,6 +7,8 @@
 #include "settings/ToolLimits.h"
 #include "settings/UsageError.h"
 
+#include "library/DeviceKind.h"
+
 #include "host_interfaces/DeviceAbstract.h"
 
 namespace host
@@ -39,6 +41,14 @@ Option pitchOffset(const char *name, Mode mode, const char *otherwise, const cha
         .otherwise = otherwise,
         .modes = {mode},
         .stored = key};
+}
+
+QStringList deviceKeys()
+{
+    QStringList keys;
+    for (const DeviceKind &kind : deviceKinds())
+        keys += kind.key;
+    return keys;
 }
 
 ValueCheck deviceRate()
@@ -132,11 +142,17 @@ std::vector<Option> receptionOptions()
             .value = fileName(),
             .otherwise = "the one that came with the program",
             .keep = in(&HostSettings::pluginFile)},
+        {.name = "device",
+            .argument = "KIND",
+            .help = "Where the receiver is: in the program, which needs no hardware, or on the USB",
+            .value = oneOf(deviceKeys()),
+            .otherwise = "as chosen in the window, at first " + deviceKeys().first(),
+            .keep = in(&HostSettings::device)},
         {.name = "d2xx",
             .argument = "FILE",
             .help = "Library by which the receiver is reached",
             .value = fileName(),
-            .otherwise = "the virtual receiver that came with the program",
+            .otherwise = "by --device",
             .keep = in(&HostSettings::d2xxFile)},
         {.name = "settings",
             .argument = "FILE",

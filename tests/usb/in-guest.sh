@@ -85,7 +85,7 @@ check "listed" await listed "ZN0003 "
 mkdir -m 700 /tmp/runtime
 export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME=/tmp/config XDG_RUNTIME_DIR=/tmp/runtime
 check "host and plugin" "$build/host/velmora-host" --headless \
-    --d2xx "$build/libs/d2xx/usb/libftd2xx.so" --rate 48000 --center 7.1M --tune 7.102M --mode USB \
+    --device usb --rate 48000 --center 7.1M --tune 7.102M --mode USB \
     --seconds 30 --record vsdr --record-path /tmp
 recorded=$(echo /tmp/*.wav)
 header=112

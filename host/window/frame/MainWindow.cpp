@@ -11,6 +11,7 @@
 #include "window/controls/RecordBar.h"
 #include "window/controls/ToolPanel.h"
 #include "window/controls/VfoPanel.h"
+#include "window/frame/DeviceNotice.h"
 #include "window/frame/OptionsDialog.h"
 #include "window/frame/SoundChoice.h"
 #include "window/meter/HealthBar.h"
@@ -64,6 +65,9 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
     connect(&radio, &Radio::message, this, &MainWindow::tell);
     connect(&radio, &Radio::stateChanged, this, &MainWindow::showState);
     connect(&radio, &Radio::aboutToSave, this, &MainWindow::writeSettings);
+    connect(&radio, &Radio::deviceKindChanging, &*m_player, &RecordingPlayer::stop);
+    connect(&radio, &Radio::deviceKindChanged, this,
+        [this] { m_builtinBand->setEnabled(m_radio.virtualReceiver()); });
     connect(&m_sound->output(), &SoundOutput::stateChanged, this,
         [this](bool isPlaying, const QString &text) {
             m_soundText->setText(isPlaying ? tr("sound: %1").arg(text) : text);
@@ -149,6 +153,7 @@ QWidget *MainWindow::newBands()
     m_welcome = new QWidget(left);
     layout->addWidget(m_welcome);
     m_welcome->hide();
+    layout->addWidget(new DeviceNotice(m_radio, left));
     m_views = new QSplitter(Qt::Vertical, left);
     m_panorama = new PanoramaView(m_radio, m_band, m_lines, m_views);
     m_waterfall = new WaterfallView(m_radio, m_band, m_lines, m_views);

@@ -81,6 +81,7 @@ private:
     void buildMenus();
     void buildFileMenu();
     void buildReceiverMenu();
+    void fillDeviceMenu(QMenu &menu);
     void buildTuningMenu();
     void buildViewMenu();
     void buildHelpMenu();
@@ -131,6 +132,7 @@ private:
     QLabel *m_soundText = nullptr;
     QWidget *m_welcome = nullptr;
     QAction *m_remote = nullptr;
+    QAction *m_builtinBand = nullptr;
     QPointer<EqualizerDialog> m_equalizer;
     QPointer<NotchDialog> m_notches;
     QPointer<BookmarkDialog> m_bookmarks;

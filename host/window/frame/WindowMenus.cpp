@@ -8,6 +8,7 @@
 #include "window/panorama/PanoramaView.h"
 #include "window/panorama/WaterfallView.h"
 
+#include "library/DeviceKind.h"
 #include "memory/RadioMemory.h"
 #include "radio/Radio.h"
 #include "rig/RigServer.h"
@@ -65,8 +66,8 @@ void MainWindow::buildFileMenu()
 {
     QMenu &menu = *menuBar()->addMenu(tr("&File"));
     addAction(menu, tr("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
-    QAction *builtin = addAction(menu, tr("&Built-in band"), "", [this] { openScene({}); });
-    builtin->setEnabled(m_radio.virtualReceiver());
+    m_builtinBand = addAction(menu, tr("&Built-in band"), "", [this] { openScene({}); });
+    m_builtinBand->setEnabled(m_radio.virtualReceiver());
     menu.addSeparator();
     m_recordBar->serve(menu);
     menu.addSeparator();
@@ -86,15 +87,9 @@ void MainWindow::buildReceiverMenu()
         addChoices<int>(
             rates, choices, int(m_radio.rateHz()), [this](int hertz) { m_radio.setRate(hertz); });
     });
+    QMenu &devices = *menu.addMenu(tr("&Device"));
+    connect(&devices, &QMenu::aboutToShow, this, [this, &devices] { fillDeviceMenu(devices); });
     addAction(menu, tr("O&ptions of the device…"), "Ctrl+,", [this] { showOptions(); });
-    // It comes half a second after the device.
-    connect(&menu, &QMenu::aboutToShow, this, [this, &menu] {
-        QMenu *device = m_radio.manager().deviceMenu();
-        if (!device || menu.actions().contains(device->menuAction()))
-            return;
-        device->setTitle(tr("&Device"));
-        menu.insertMenu(menu.actions().at(1), device);
-    });
     menu.addSeparator();
     m_sound->serve(*menu.addMenu(tr("&Sound card")));
     m_remote = addAction(menu, tr("Remote &control (port %1)").arg(RigServer::kUsualPort), "",
@@ -103,6 +98,25 @@ void MainWindow::buildReceiverMenu()
     menu.addSeparator();
     addAction(menu, tr("&Equalizer…"), "Ctrl+E", [this] { showEqualizer(); });
     addAction(menu, tr("&Notch filters…"), "Ctrl+N", [this] { showNotches(); });
+}
+
+/// The ways to a receiver, and the device's own menu, which comes half a second after the device.
+void MainWindow::fillDeviceMenu(QMenu &menu)
+{
+    menu.clear();
+    QVector<QPair<QString, QString>> choices;
+    for (const DeviceKind &kind : deviceKinds())
+        choices += {kind.name(), kind.key};
+    if (!m_radio.ownLibrary().isEmpty())
+        choices += {m_radio.ownLibrary(), QString()};
+    const DeviceKind *now = m_radio.deviceKind();
+    addChoices<QString>(menu, choices, now ? now->key : QString(),
+        [this](const QString &key) { m_radio.setDeviceKind(findDeviceKind(key)); });
+    if (QMenu *device = m_radio.manager().deviceMenu()) {
+        menu.addSeparator();
+        device->setTitle(tr("Receiver, &rate and preamplifier"));
+        menu.addMenu(device);
+    }
 }
 
 void MainWindow::buildTuningMenu()

@@ -71,6 +71,8 @@ TEST(CommandLineTest, ASlipIsNamedInOneLine)
         {"--notch 7.11M:19", "20 to 20k"},
         {"--scene-rate 192k", "--scene-rate needs --scene"},
         {"--agc off --agc-hang 10", "--agc off"},
+        {"--device moon", "--device: 'moon'"},
+        {"--device usb --d2xx l.so", "--device and --d2xx"},
     };
     for (const auto &[options, named] : cases) {
         const auto result = read(QString("--headless ") + options);
