@@ -10,6 +10,7 @@
 /// A dead end of the receiver that a host can have mended; the number of its row in the table.
 enum class Repair : std::size_t {
     Stream,
+    Meter,
 };
 
 /// A row of the table of repairs.
@@ -23,6 +24,7 @@ struct RepairRow
 inline constexpr std::array kRepairTable = {
     RepairRow{Repair::Stream, "stream",
         "A stream that has lost its frames goes on, and reads that fail take no processor"},
+    RepairRow{Repair::Meter, "meter", "A level that is no number does not stay on the S-meter"},
 };
 
 static_assert([] {

@@ -44,6 +44,8 @@ void RxMeter::process(const COMPLEX *buffer, int length)
     const COMPLEX sum = sumOfSquares(buffer, length);
     const double level = 10.0 * std::log10((sum.re + sum.im) / length) + kCalibrationDb;
     mDbm = 0.95 * mDbm + 0.05 * level;
+    if (mRestarts && !std::isfinite(mDbm))
+        mDbm = kFirstDbm;
     mPower = {sum.re / length, sum.im / length};
 }
 

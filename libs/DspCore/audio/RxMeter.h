@@ -9,10 +9,13 @@ namespace DspCore
 /// whole, smoothed over blocks, in dBm.
 ///
 /// A silent block reads minus infinity, and the smoothed level then stays there, as the arithmetic
-/// gives. Not thread-safe; the owner serialises.
+/// gives, unless it restarts. Not thread-safe; the owner serialises.
 class RxMeter
 {
 public:
+    /// A smoothed level that is not finite begins anew, as ahead of the first block.
+    void setRestart(bool restart) { mRestarts = restart; }
+
     /// Any length; nothing for a null buffer or a length below 1. The block is only read. Allocates
     /// nothing.
     void process(const COMPLEX *buffer, int length);
@@ -25,9 +28,12 @@ public:
     double dbm() const { return mDbm; }
 
 private:
+    static constexpr double kFirstDbm = -120.0;
+
     // Of the two parts: at eight samples a block, logarithms that nobody reads cost as much as the
     // sums. -120 dB before the first block.
     COMPLEX mPower{1e-12, 1e-12};
-    double mDbm = -120.0;
+    double mDbm = kFirstDbm;
+    bool mRestarts = false;
 };
 } // namespace DspCore

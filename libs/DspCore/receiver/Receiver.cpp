@@ -22,6 +22,11 @@ Receiver::Receiver(QObject *parent) : QObject(parent)
     setUpWideBand();
 }
 
+void Receiver::setRepairs(const ReceiverRepairs &repairs)
+{
+    both(&ReceiverChannel::setRepairs, repairs);
+}
+
 void Receiver::process(COMPLEX *buffer, int len)
 {
     assert(len <= SIGNAL_MAX_SIZE);

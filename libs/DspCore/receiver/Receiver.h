@@ -58,6 +58,9 @@ public:
 
     explicit Receiver(QObject *parent = nullptr);
 
+    /// None at first. Ahead of the first block.
+    void setRepairs(const ReceiverRepairs &repairs);
+
     /// Runs one block at the input rate, len up to SIGNAL_MAX_SIZE; a longer one is a programming
     /// error and stops the program. A null buffer or a length below 1 does nothing. The buffer is
     /// only read. An outlet without room for the whole block misses it. Allocates nothing.

@@ -70,6 +70,11 @@ ReceiverChannel::ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac)
     mBinaural.setDelaySamples(std::size_t(mOutputRate / 100.0));
 }
 
+void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
+{
+    mMeter.setRestart(repairs.meter);
+}
+
 void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modulation)
 {
     mOscillator.process(block, mDecimator.room(length), length);

@@ -20,6 +20,7 @@
 #include "DspCore/noise/NoiseReduction.h"
 #include "DspCore/receiver/AgcParam.h"
 #include "DspCore/receiver/ChannelGain.h"
+#include "DspCore/receiver/ReceiverRepairs.h"
 #include "DspCore/types.h"
 #include "vm_library/source/containers/CircularBuffer.h"
 
@@ -53,6 +54,9 @@ public:
     /// `vac` is the outlet of channel A; null for a channel that has none. At 192 kHz in, 48 kHz
     /// out.
     ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac);
+
+    /// Those that concern one channel. Off at first.
+    void setRepairs(const ReceiverRepairs &repairs);
 
     /// Makes audio of a block of 1..SIGNAL_MAX_SIZE samples in any mode but wide FM. If the rate
     /// goes up, the end of a block whose audio would be longer than SIGNAL_MAX_SIZE is left out.

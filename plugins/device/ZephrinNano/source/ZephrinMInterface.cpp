@@ -109,6 +109,7 @@ bool ZephrinMInterface::init(BridgeAbstract &bridge, QLayout *layout, bool, bool
     const Repairs repairs = askedRepairs();
     m_bridge = &bridge;
     m_dsp = std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, m_functions, nullptr);
+    m_dsp->setRepairs(repairs);
     m_control.reset(q_check_ptr(new (std::nothrow) ControlM(m_dsp, nullptr)));
     m_control->setRepairs(repairs);
     m_options.reset(q_check_ptr(new (std::nothrow) ZephrinMOptions(nullptr)));

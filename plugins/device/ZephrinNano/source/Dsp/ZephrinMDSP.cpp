@@ -88,6 +88,14 @@ ZephrinMDSP::~ZephrinMDSP()
     close();
 }
 
+void ZephrinMDSP::setRepairs(const Repairs &repairs)
+{
+    const Lock lock(m_mutex);
+    m_receiver.setRepairs({
+        .meter = repairs.has(Repair::Meter),
+    });
+}
+
 void ZephrinMDSP::processIQ(gsl::span<COMPLEX> block)
 {
     if (stopping())

@@ -16,6 +16,7 @@
 #include "host_interfaces/BridgeAudioServerAbstract.h"
 #include "host_interfaces/EngineLimits.h"
 #include "host_interfaces/IqServerAbstract.h"
+#include "host_interfaces/Repairs.h"
 #include "host_interfaces/SensorsAbstract.h"
 #include "thread_pool/ThreadPool.h"
 #include "vm_library/source/containers/CircularBuffer.h"
@@ -88,6 +89,9 @@ public:
     ZephrinMDSP(tp::ThreadPool &pool, BridgeAbstract &bridge,
         std::shared_ptr<ZephrinMFunctions> functions, QObject *parent = nullptr);
     ~ZephrinMDSP() override;
+
+    /// Those that concern the signal. Ahead of the first open().
+    void setRepairs(const Repairs &repairs);
 
     /// Takes samples just decoded, I and Q with full scale 1.0. Dropped whole if the engine is
     /// stopped or the input ring has no room for all of them. Reader thread.

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace DspCore
+{
+/// Which dead ends of the receiver its owner wants to have mended. With none the receiver gives, to
+/// the sample, what it always gave; each is told in docs/repairs.md.
+struct ReceiverRepairs
+{
+    bool meter = false; ///< a level that is no number does not stay
+};
+} // namespace DspCore
