@@ -11,6 +11,7 @@
 enum class Repair : std::size_t {
     Stream,
     Meter,
+    Agc,
 };
 
 /// A row of the table of repairs.
@@ -25,6 +26,7 @@ inline constexpr std::array kRepairTable = {
     RepairRow{Repair::Stream, "stream",
         "A stream that has lost its frames goes on, and reads that fail take no processor"},
     RepairRow{Repair::Meter, "meter", "A level that is no number does not stay on the S-meter"},
+    RepairRow{Repair::Agc, "agc", "Gain control that is set ahead of a start holds from there on"},
 };
 
 static_assert([] {

@@ -24,6 +24,7 @@ Receiver::Receiver(QObject *parent) : QObject(parent)
 
 void Receiver::setRepairs(const ReceiverRepairs &repairs)
 {
+    mHoldsAgc = repairs.agc;
     both(&ReceiverChannel::setRepairs, repairs);
 }
 
@@ -33,6 +34,7 @@ void Receiver::process(COMPLEX *buffer, int len)
     if (buffer == nullptr || len < 1)
         return;
 
+    mHeard = true;
     mInputMeter.process(buffer, len);
     const Modulation modulation = mSwitcher.modulation(); // of the whole block
     if (mSwitcher.takeClear())
@@ -49,15 +51,20 @@ void Receiver::process(COMPLEX *buffer, int len)
 
 void Receiver::clearInFade()
 {
-    if (!mAgcQueue.empty()) {
-        // Only the newest counts, as it does when someone turns a knob through many values.
-        both(&ReceiverChannel::agc, &Velmora::CppDsp::Vm_Agc<REAL>::setOn, mAgcQueue.back().on);
-        both(&ReceiverChannel::setAgcTimes, mAgcQueue.back());
-        mAgcQueue.clear();
-    }
+    applyNewestAgc();
     mWideFm.clear();
     both(&ReceiverChannel::clear);
     both(&ReceiverChannel::sqlCtcss, &SqlCtcss::clear);
+}
+
+/// Only the newest counts, as it does when someone turns a knob through many values.
+void Receiver::applyNewestAgc()
+{
+    if (mAgcQueue.empty())
+        return;
+    both(&ReceiverChannel::agc, &Velmora::CppDsp::Vm_Agc<REAL>::setOn, mAgcQueue.back().on);
+    both(&ReceiverChannel::setAgcTimes, mAgcQueue.back());
+    mAgcQueue.clear();
 }
 
 void Receiver::runTail()
@@ -118,6 +125,9 @@ void Receiver::clear()
     mWideFm.clear();
     both(&ReceiverChannel::clear);
     mSwitcher.clear();
+    mHeard = false;
+    if (mHoldsAgc)
+        applyNewestAgc(); // the fade that it waited for is over
 }
 
 void Receiver::setInputSampleRate(double rate)
@@ -182,7 +192,10 @@ void Receiver::setAgcParam(bool on, double attack, double decay, double hang)
 {
     mAgcParam = {attack, decay, quint32(hang), on};
     mAgcQueue.push_back(mAgcParam);
-    mSwitcher.setAgcParam();
+    if (mHoldsAgc && !mHeard)
+        applyNewestAgc();
+    else
+        mSwitcher.setAgcParam();
 }
 
 void Receiver::setMainVolume(double db)

@@ -99,8 +99,9 @@ public:
     /// Takes effect after a fade; the mode asked for already is left alone.
     void setModulation(Modulation modulation) { mSwitcher.setModulation(modulation); }
 
-    /// Takes effect at the bottom of a fade, also with unchanged values. Attack, decay and hang in
-    /// ms, hang truncated.
+    /// Takes effect at the bottom of a fade, also with unchanged values; with the repair `agc` at
+    /// once if no block has been processed since clear(). Attack, decay and hang in ms, hang
+    /// truncated.
     void setAgcParam(bool on, double attack, double decay, double hang);
 
     /// Highest gain of the gain control and its gain while off, of both channels whatever the
@@ -263,6 +264,7 @@ private:
 
     // The steps of process(), in its order.
     void clearInFade();
+    void applyNewestAgc();
     void runTail();
     void applyFixedGain();
     void applyMainVolume();
@@ -279,6 +281,8 @@ private:
     int mFilterTaps = 1000;
     bool mChannelBInUse = false;
     bool mMainMute = false;
+    bool mHoldsAgc = false; // the repair `agc`
+    bool mHeard = false;    // a block since clear()
 
     AgcParam mAgcParam;             // as asked for
     std::deque<AgcParam> mAgcQueue; // waiting for the bottom of a fade, newest at the back

@@ -8,5 +8,6 @@ namespace DspCore
 struct ReceiverRepairs
 {
     bool meter = false; ///< a level that is no number does not stay
+    bool agc = false;   ///< gain control that is set while nothing is heard holds at once
 };
 } // namespace DspCore

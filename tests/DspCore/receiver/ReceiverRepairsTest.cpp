@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 
 using DspCore::Modulation;
 using DspCore::Receiver;
@@ -55,6 +56,55 @@ TEST(ReceiverRepairsTest, MeterComesBackAfterSilenceAndNoNumbers)
                 EXPECT_EQ(heard.audio.back().re != 0.0, repaired) << "the squelch goes by it";
             }
         }
+    }
+}
+
+/// Line output of a carrier of half full scale, from the first block on.
+std::vector<COMPLEX> halfScale(Receiver &receiver, int milliseconds)
+{
+    return test::feed(receiver, test::tone(int(ms(milliseconds)), 1000.0 / kInRate, 0.5)).lineout;
+}
+
+/// Samples of silence at the beginning.
+long silent(const std::vector<COMPLEX> &audio)
+{
+    return std::find_if(audio.begin(), audio.end(), [](COMPLEX x) { return std::abs(x.re) > 0.01; })
+        - audio.begin();
+}
+
+double lastLevel(const std::vector<COMPLEX> &audio)
+{
+    return test::rms(test::last(audio, 4800)) / std::numbers::sqrt2;
+}
+
+TEST(ReceiverRepairsTest, AgcSetAheadOfAStartHoldsFromTheFirstBlock)
+{
+    constexpr double kControlled = 0.707;   // full scale, in rms
+    constexpr double kFixed = 2.409;        // half of it, 3.3 dB down in the filters, 20 dB up
+    constexpr double kLevel = 0.05;         // the control takes its time
+    constexpr long kLongerLookAhead = 1440; // of an attack of 2 ms instead of 1
+    for (const bool repaired : {false, true}) {
+        const auto tuned = [repaired](auto set) {
+            auto receiver = std::make_unique<Receiver>();
+            receiver->setRepairs({.agc = repaired});
+            receiver->setBandFilterIf(0, 300, 3000);
+            test::setMode(*receiver, Modulation::USB);
+            receiver->setAgcGain(0, 20);
+            set(*receiver);
+            receiver->clear(); // the start of a stream
+            return receiver;
+        };
+        const long ownDelay = silent(halfScale(*tuned([](Receiver &) {}), 200));
+        const auto slow = tuned([](Receiver &r) { r.setAgcParam(true, 2.0, 400.0, 400.0); });
+        EXPECT_EQ(silent(halfScale(*slow, 200)) - ownDelay, repaired ? kLongerLookAhead : 0);
+
+        const auto off = tuned([](Receiver &r) { r.setAgcParam(false, 2.0, 400.0, 400.0); });
+        EXPECT_NEAR(lastLevel(halfScale(*off, 2500)), repaired ? kFixed : kControlled, kLevel);
+
+        // Told while something is heard it takes the fade, and if that is cut short, the start.
+        off->setAgcParam(true, 1.0, 400.0, 10.0);
+        off->clear();
+        EXPECT_NEAR(lastLevel(halfScale(*off, 2500)), kControlled, kLevel);
     }
 }
 } // namespace

@@ -6,28 +6,54 @@
 
 namespace
 {
-class EngineRepairsTest : public EngineTest
+class EngineRepairsTest : public EngineTest, public testing::WithParamInterface<bool>
 {
 protected:
-    void ask(const QStringList &names)
+    /// Ahead of all else, for the half of the tests that are repaired.
+    void ask(const char *name)
     {
         QStringList unknown;
-        engine.setRepairs(Repairs::named(names, unknown));
+        engine.setRepairs(
+            Repairs::named(isRepaired() ? QStringList(name) : QStringList(), unknown));
         ASSERT_TRUE(unknown.isEmpty());
     }
+    static bool isRepaired() { return GetParam(); }
 };
 
-TEST_F(EngineRepairsTest, TheMeterRestartsIfAskedFor)
+INSTANTIATE_TEST_SUITE_P(Repair, EngineRepairsTest, testing::Bool(),
+    [](const auto &row) { return row.param ? "On" : "Off"; });
+
+TEST_P(EngineRepairsTest, TheMeterRestarts)
 {
     float dbm = 0.0f;
     sensors.onDbm = [&dbm](uint, uint, float value) { dbm = value; };
-    for (const bool repaired : {false, true}) {
-        ask(repaired ? QStringList("meter") : QStringList());
+    ask("meter");
+    start();
+    play(std::vector<COMPLEX>(20 * kBlock, COMPLEX{0.0, 0.0}));
+    playTone(4, 0.1);
+    EXPECT_EQ(std::isfinite(dbm), isRepaired());
+}
+
+TEST_P(EngineRepairsTest, TheChosenAgcModeHoldsFromTheFirstBlock)
+{
+    constexpr int kBlocks = 100;
+    constexpr double kSameDb = 0.1;
+    constexpr double kDifferentDb = 4.0; // at least: a fixed gain of 20 dB clips
+    ask("agc");
+    recordAudio();
+    engine.setModulation(0, DspCore::Modulation::USB);
+    engine.setAgcGain(0, 20);
+    const auto levelDb = [this] {
         start();
-        play(std::vector<COMPLEX>(20 * kBlock, COMPLEX{0.0, 0.0}));
-        playTone(4, 0.1);
+        soundCard.clear();
+        playTone(kBlocks, 1.5); // the gain comes down quickly
         engine.close();
-        EXPECT_EQ(std::isfinite(dbm), repaired);
-    }
+        return test::decibels(test::rms({soundCard.end() - 8 * kBlock, soundCard.end()}));
+    };
+    const double onDb = levelDb();
+    engine.setAgcDecay(DspCore::AgcMode::Off, 100.0); // the page tells its times: no choice
+    EXPECT_NEAR(levelDb(), onDb, kSameDb);
+    engine.setAgcMode(DspCore::AgcMode::Off);
+    EXPECT_EQ(levelDb() > onDb + kDifferentDb, isRepaired());
 }
 } // namespace

@@ -7,6 +7,7 @@ using DspCore::AgcMode;
 
 AgcTable::Setting AgcTable::setMode(AgcMode mode)
 {
+    m_isChosen = true;
     m_mode = std::clamp(mode, AgcMode::Off, AgcMode::User);
     // Judged by the number asked for, not by the one stored.
     const bool on = mode >= AgcMode::Long && mode <= AgcMode::User;
@@ -17,7 +18,7 @@ std::optional<AgcTable::Setting> AgcTable::setTime(AgcMode mode, double Param::*
 {
     Param &row = m_rows.at(std::size_t(mode));
     row.*field = ms;
-    if (mode != m_mode)
+    if (!m_isChosen || mode != m_mode)
         return std::nullopt;
     return Setting{mode != AgcMode::Off, row};
 }

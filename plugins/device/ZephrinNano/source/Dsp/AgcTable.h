@@ -29,6 +29,13 @@ public:
 
     DspCore::AgcMode mode() const { return m_mode; }
 
+    /// A table that requires a choice gives nothing until the first setMode(), and calls that a
+    /// change whatever the mode. One that does not begins as if Off had been chosen.
+    void requireChoice(bool require) { m_isChosen = !require; }
+
+    /// Whether setMode() is to be called for this mode.
+    bool isChange(DspCore::AgcMode mode) const { return !m_isChosen || mode != m_mode; }
+
     /// Stores the mode, limited to the table. A number beyond the table stores User and gives the
     /// control switched off all the same.
     Setting setMode(DspCore::AgcMode mode);
@@ -38,6 +45,7 @@ public:
     std::optional<Setting> setTime(DspCore::AgcMode mode, double Param::*field, double ms);
 
 private:
+    bool m_isChosen = true;
     DspCore::AgcMode m_mode = DspCore::AgcMode::Off;
     std::vector<Param> m_rows{
         {2.0, 400.0, 400.0},   // Off

@@ -91,8 +91,10 @@ ZephrinMDSP::~ZephrinMDSP()
 void ZephrinMDSP::setRepairs(const Repairs &repairs)
 {
     const Lock lock(m_mutex);
+    m_agc.requireChoice(repairs.has(Repair::Agc));
     m_receiver.setRepairs({
         .meter = repairs.has(Repair::Meter),
+        .agc = repairs.has(Repair::Agc),
     });
 }
 
@@ -353,7 +355,7 @@ void ZephrinMDSP::setFilterTaps(FilterTaps::Class modes, int taps)
 
 void ZephrinMDSP::setAgcMode(AgcMode mode)
 {
-    if (mode == m_agc.mode())
+    if (!m_agc.isChange(mode))
         return;
     Lock lock(m_mutex);
     applyAgc(m_agc.setMode(mode));
