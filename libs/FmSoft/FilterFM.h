@@ -75,6 +75,8 @@ public:
     /// Time constant in samples.
     explicit LowPassFilterRC(double timeConstant) : mTimeConstant(timeConstant) { }
 
+    void clear() { mLast = 0.0; }
+
     void process(const SampleVector &in, SampleVector &out);
     void process_inplace(SampleVector &samples);
 
@@ -88,6 +90,8 @@ class HighPassFilterIir
 {
 public:
     explicit HighPassFilterIir(double cutoff);
+
+    void clear() { mX1 = mX2 = mY1 = mY2 = 0.0; }
 
     void process(const SampleVector &in, SampleVector &out);
     void process_inplace(SampleVector &samples);

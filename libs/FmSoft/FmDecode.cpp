@@ -78,6 +78,18 @@ void FmDecoder::process(const IQSampleVector &in, SampleVector &audio)
         mono_to_left_right(mMono, audio);
 }
 
+void FmDecoder::restart()
+{
+    mPilot.restart();
+    mStereoDetected = false;
+    for (HighPassFilterIir *filter : {&mMonoHighPass, &mStereoHighPass})
+        filter->clear();
+    for (LowPassFilterRC *filter : {&mMonoDeemphasis, &mStereoDeemphasis})
+        filter->clear();
+    mBasebandMean = 0.0;
+    mBasebandLevel = 0.0;
+}
+
 void FmDecoder::measureBaseband()
 {
     constexpr std::size_t kLanes = 8; // the order of a plain sum would forbid vectors

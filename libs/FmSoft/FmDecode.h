@@ -14,7 +14,7 @@
 ///     mono and stereo each: 30 Hz high-pass ─ de-emphasis;  left = mono + stereo, right = mono -
 ///     stereo
 ///
-/// There is no reset: a decoder for other rates replaces the old one. A steady stream of blocks
+/// A decoder for other rates replaces the old one. A steady stream of blocks
 /// allocates nothing. Not thread-safe; the owner serialises.
 class FmDecoder
 {
@@ -28,6 +28,10 @@ public:
     /// pilot is locked), else with one value per frame. The number of frames follows the rates and
     /// varies by one from block to block.
     void process(const IQSampleVector &in, SampleVector &audio);
+
+    /// Pilot loop and recursive filters begin anew. What is wrong in the others passes by itself,
+    /// within the length of their filters.
+    void restart();
 
     void setStereoEnabled(bool enabled) { mStereoEnabled = enabled; }
     bool stereoEnabled() const { return mStereoEnabled; }

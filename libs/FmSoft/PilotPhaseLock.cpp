@@ -36,6 +36,15 @@ PilotPhaseLock::PilotPhaseLock(double frequency, double bandwidth, double minimu
     mPpsEvents.reserve(kEventsAhead);
 }
 
+void PilotPhaseLock::restart()
+{
+    mI1 = mI2 = mQ1 = mQ2 = 0.0;
+    mLastError = 0.0;
+    mFrequency = mNominalFrequency;
+    mPhase = 0.0;
+    mLockCount = 0;
+}
+
 void PilotPhaseLock::process(const SampleVector &in, SampleVector &out)
 {
     out.resize(in.size());

@@ -34,6 +34,9 @@ public:
     /// of in.
     void process(const SampleVector &in, SampleVector &out);
 
+    /// Begins anew, unlocked.
+    void restart();
+
     /// Whether the pilot has been there for 20 / bandwidth samples.
     bool locked() const { return mLockCount >= mLockDelay; }
 

@@ -12,6 +12,7 @@ enum class Repair : std::size_t {
     Stream,
     Meter,
     Agc,
+    Numbers,
 };
 
 /// A row of the table of repairs.
@@ -27,6 +28,9 @@ inline constexpr std::array kRepairTable = {
         "A stream that has lost its frames goes on, and reads that fail take no processor"},
     RepairRow{Repair::Meter, "meter", "A level that is no number does not stay on the S-meter"},
     RepairRow{Repair::Agc, "agc", "Gain control that is set ahead of a start holds from there on"},
+    RepairRow{Repair::Numbers, "numbers",
+        "A sample that is no number does not silence a mode, a calibration that is none is "
+        "refused"},
 };
 
 static_assert([] {

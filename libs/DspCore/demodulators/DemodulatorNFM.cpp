@@ -65,6 +65,12 @@ void DemodulatorNFM::clear()
     mLowPass.clear();
 }
 
+void DemodulatorNFM::restart()
+{
+    clear();
+    mPhase = 0.0;
+}
+
 void DemodulatorNFM::process(COMPLEX *buffer, int length)
 {
     if (buffer == nullptr || length < 1)

@@ -26,6 +26,9 @@ public:
     /// Empties the history; the phase runs on.
     void clear();
 
+    /// clear(), and the loop begins anew.
+    void restart();
+
     /// Hertz. Restarts the loop.
     void setSampleRate(double rate);
     double sampleRate() const { return mSampleRate; }

@@ -52,6 +52,13 @@ void DemodulatorSAM::clear()
     mLowPass.clear();
 }
 
+void DemodulatorSAM::restart()
+{
+    clear();
+    mPhase = 0.0;
+    mFrequency = 0.0;
+}
+
 void DemodulatorSAM::process(COMPLEX *buffer, int length)
 {
     if (buffer == nullptr || length < 1) {

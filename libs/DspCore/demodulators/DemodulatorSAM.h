@@ -28,6 +28,9 @@ public:
     /// does not lose the carrier.
     void clear();
 
+    /// clear(), and the loop begins anew.
+    void restart();
+
     /// Hertz.
     void setSampleRate(double rate);
     double sampleRate() const { return mSampleRate; }

@@ -35,6 +35,14 @@ bool isDigital(Modulation modulation)
         || modulation == Modulation::DRM;
 }
 
+bool isFinite(const COMPLEX *samples, int length)
+{
+    bool isFinite = true;
+    for (int n = 0; n < length; ++n)
+        isFinite &= std::isfinite(samples[n].re) && std::isfinite(samples[n].im);
+    return isFinite;
+}
+
 /// Going up in rate the decimator makes more samples than it takes, and they must fit the output
 /// array.
 int longestInput(int up, int down)
@@ -73,6 +81,7 @@ ReceiverChannel::ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac)
 void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
 {
     mMeter.setRestart(repairs.meter);
+    mKeepsFinite = repairs.numbers;
 }
 
 void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modulation)
@@ -87,6 +96,8 @@ void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modul
     demodulate(modulation);
     if (!isDigital(modulation))
         cleanUp();
+    if (mKeepsFinite && !isFinite(mOutput.data(), mLength))
+        restart();
     if (mVac)
         mVac->write(mOutput.data(), mLength);
     if (modulation == Modulation::LSB)
@@ -102,6 +113,21 @@ void ReceiverChannel::process(const COMPLEX *block, int length, WideFm &wide)
     mLength = wide.process(mInput.data(), length, mMeter, mOutput.data());
     if (mLength > 0)
         equalizer.process(mOutput.data(), unsigned(mLength));
+    if (mKeepsFinite && !isFinite(mOutput.data(), mLength)) {
+        wide.restart();
+        restart();
+    }
+}
+
+/// A loop or a recursive filter that has taken in what is no number gives nothing else any more.
+/// The block is silence, and all that remembers begins anew.
+void ReceiverChannel::restart()
+{
+    std::fill_n(mOutput.begin(), mLength, COMPLEX{0.0, 0.0});
+    clear();
+    mSam.restart();
+    mNfm.restart();
+    sqlCtcss.clear();
 }
 
 void ReceiverChannel::skip(int length)

@@ -132,6 +132,8 @@ private:
         double gainDb;
     };
 
+    void restart();
+
     // The steps of process(), in its order.
     void shiftDigital(Modulation modulation);
     void demodulate(Modulation modulation);
@@ -164,7 +166,8 @@ private:
     ApfSetting mSsbApfSetting{500.0, 1.0, 20.0};
     ApfSetting mCwApfSetting{700.0, 6.0, 30.0}; // the frequency is the CW tone
     bool mBin = false;
-    double mLevel = -120.0; // dBm
+    bool mKeepsFinite = false; // the repair `numbers`
+    double mLevel = -120.0;    // dBm
 
     // Input rate.
     std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE); // of wide FM

@@ -7,7 +7,8 @@ namespace DspCore
 /// the sample, what it always gave; each is told in docs/repairs.md.
 struct ReceiverRepairs
 {
-    bool meter = false; ///< a level that is no number does not stay
-    bool agc = false;   ///< gain control that is set while nothing is heard holds at once
+    bool meter = false;   ///< a level that is no number does not stay
+    bool agc = false;     ///< gain control that is set while nothing is heard holds at once
+    bool numbers = false; ///< what is not finite does not stay in a loop
 };
 } // namespace DspCore

@@ -91,4 +91,11 @@ void WideFm::clear()
     mBandFilter.clear();
     mResampler.clear();
 }
+
+void WideFm::restart()
+{
+    clear();
+    if (mDecoder)
+        mDecoder->restart();
+}
 } // namespace DspCore

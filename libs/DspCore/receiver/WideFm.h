@@ -51,6 +51,9 @@ public:
     /// Empties the filters. The decoder runs on.
     void clear();
 
+    /// Empties the filters and has the decoder begin anew.
+    void restart();
+
 private:
     void setUpDecoder(double rate, double outputRate);
     int layOut(COMPLEX *output) const;

@@ -59,6 +59,41 @@ TEST(ReceiverRepairsTest, MeterComesBackAfterSilenceAndNoNumbers)
     }
 }
 
+TEST(ReceiverRepairsTest, NumbersThatAreNoneDoNotSilenceAMode)
+{
+    const struct
+    {
+        Modulation mode;
+        bool nr;
+        bool isLost; // unless repaired
+    } rows[] = {{Modulation::SAM, false, true}, {Modulation::NFM, false, true},
+        {Modulation::WFM, false, true}, {Modulation::AM, false, true},
+        {Modulation::USB, true, true}, {Modulation::DIGU, false, false}};
+    for (const auto &[mode, nr, isLost] : rows) {
+        for (const double value : {kNan, double(INFINITY)}) {
+            for (const bool repaired : {false, true}) {
+                Receiver receiver;
+                receiver.setRepairs({.numbers = repaired});
+                const double edge = mode == Modulation::WFM ? 80000.0 : 4000.0;
+                receiver.setBandFilterIf(0, -edge, edge);
+                receiver.setNr(nr);
+                test::setMode(receiver, mode);
+                auto stream = test::noise(int(ms(300)), 1);
+                test::feed(receiver, stream);
+                stream[10].re = value;
+                test::feed(receiver, stream);
+                stream[10].re = 0.0;
+                const auto heard = test::feed(receiver, stream).lineout;
+                const double level = test::rms(test::last(heard, 4800));
+                EXPECT_EQ(std::isfinite(level), repaired || !isLost) << int(mode) << value;
+                if (repaired) {
+                    EXPECT_GT(level, 1e-3) << int(mode) << value;
+                }
+            }
+        }
+    }
+}
+
 /// Line output of a carrier of half full scale, from the first block on.
 std::vector<COMPLEX> halfScale(Receiver &receiver, int milliseconds)
 {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Control/CalibrationControl.h"
 
+#include "vm_library/source/log/Log.h"
+
+#include <cmath>
+
 CalibrationControl::CalibrationControl(QObject *parent) : QObject(parent) { }
 
 double CalibrationControl::streamPreampCoeff() const
@@ -42,6 +46,10 @@ void CalibrationControl::set(double &member, double value, Signal changed)
 {
     if (qFuzzyCompare(member, value))
         return;
+    if (m_finiteOnly && !std::isfinite(value)) {
+        vm::log::warning(Q_FUNC_INFO, " refused ", value);
+        return;
+    }
     member = value;
     if (changed)
         (this->*changed)(value);

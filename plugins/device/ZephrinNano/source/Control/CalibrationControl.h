@@ -21,6 +21,9 @@ class CalibrationControl : public QObject
 public:
     explicit CalibrationControl(QObject *parent = nullptr);
 
+    /// Values that are not finite are refused with a warning; else they are taken like any other.
+    void setFiniteOnly(bool finiteOnly) { m_finiteOnly = finiteOnly; }
+
     double userPreampCoeff() const { return m_userPreampCoeff; }
     double userFreqCoeff() const { return m_userFreqCoeff; }
     double adminPreampCoeff() const { return m_adminPreampCoeff; }
@@ -53,6 +56,7 @@ private:
 
     void set(double &member, double value, Signal changed);
 
+    bool m_finiteOnly = false;
     double m_userPreampCoeff = 0.0; // dB
     double m_userFreqCoeff = 1.0;
     double m_adminPreampCoeff = 0.0; // dB

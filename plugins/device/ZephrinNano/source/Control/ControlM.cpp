@@ -6,6 +6,7 @@
 #include "Control/driver/crc32.h"
 #include "Control/qWait.h"
 #include "host_interfaces/EngineLimits.h"
+#include "host_interfaces/Repairs.h"
 #include "vm_library/source/log/Log.h"
 
 #include <QPointer>
@@ -54,6 +55,12 @@ ControlM::ControlM(std::shared_ptr<ZephrinMDSP> dsp, QObject *parent)
 }
 
 ControlM::~ControlM() = default;
+
+void ControlM::setRepairs(const Repairs &repairs)
+{
+    m_driver->setRepairs(repairs);
+    m_calibration->setFiniteOnly(repairs.has(Repair::Numbers));
+}
 
 bool ControlM::open(int id)
 {

@@ -32,8 +32,8 @@ public:
     /// Closes the device.
     ~ControlM() override;
 
-    /// For the driver. Ahead of the first open().
-    void setRepairs(const Repairs &repairs) { m_driver->setRepairs(repairs); }
+    /// Those that concern device and calibration. Ahead of the first open().
+    void setRepairs(const Repairs &repairs);
 
     /// Opens device number id of the FIFO library's list, takes its calibration and tunes it. True
     /// also if one is open already; false for an id below 0 or a device that fails.

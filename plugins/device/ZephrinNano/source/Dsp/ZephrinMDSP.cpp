@@ -95,6 +95,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
     m_receiver.setRepairs({
         .meter = repairs.has(Repair::Meter),
         .agc = repairs.has(Repair::Agc),
+        .numbers = repairs.has(Repair::Numbers),
     });
 }
 

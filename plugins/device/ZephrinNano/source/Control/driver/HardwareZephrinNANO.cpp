@@ -92,6 +92,7 @@ HardwareZephrinNANO::~HardwareZephrinNANO()
 void HardwareZephrinNANO::setRepairs(const Repairs &repairs)
 {
     m_mendsStream = repairs.has(Repair::Stream);
+    m_finiteOnly = repairs.has(Repair::Numbers);
 }
 
 bool HardwareZephrinNANO::open(int index)
@@ -264,7 +265,10 @@ bool HardwareZephrinNANO::setPreamp(float p)
 
 void HardwareZephrinNANO::setPreampCoeff(double dB)
 {
-    m_preampCoeff.exchange(std::pow(10.0, dB * 0.05));
+    const double factor = std::pow(10.0, dB * 0.05);
+    if (m_finiteOnly && !std::isfinite(factor))
+        return warning(Q_FUNC_INFO, " refused ", dB);
+    m_preampCoeff.exchange(factor);
 }
 
 bool HardwareZephrinNANO::writeState()

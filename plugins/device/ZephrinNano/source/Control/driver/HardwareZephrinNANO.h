@@ -86,7 +86,7 @@ public:
     /// fails.
     bool init();
 
-    /// Of these the driver knows `stream`. Ahead of the first startStream().
+    /// Of these the driver knows `stream` and `numbers`. Ahead of the first startStream().
     void setRepairs(const Repairs &repairs);
 
     bool isOpen() const
@@ -114,7 +114,8 @@ public:
 
     void setLpf(bool on);
 
-    /// Level correction in dB, multiplied into every sample from the next window on.
+    /// Level correction in dB, multiplied into every sample from the next window on. With the
+    /// repair `numbers` one whose factor is not finite is refused with a warning.
     void setPreampCoeff(double dB);
 
     /// Sends the state word.
@@ -171,7 +172,8 @@ private:
     std::atomic<bool> m_opened = false;
     std::atomic<bool> m_started = false; // written by 1, ends the loop of 2
     bool m_mendsStream = false;          // fixed while 2 runs
-    bool m_lpf = true;                   // low-pass filter in use
+    bool m_finiteOnly = false;
+    bool m_lpf = true; // low-pass filter in use
     bool m_adcReset = false;
     int m_sampleRateCode = 0;
     unsigned m_adcRegisterMode = 0;          // 1 while a register word is on its way
