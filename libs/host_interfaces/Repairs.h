@@ -13,6 +13,7 @@ enum class Repair : std::size_t {
     Meter,
     Agc,
     Numbers,
+    Spectrum,
 };
 
 /// A row of the table of repairs.
@@ -31,6 +32,8 @@ inline constexpr std::array kRepairTable = {
     RepairRow{Repair::Numbers, "numbers",
         "A sample that is no number does not silence a mode, a calibration that is none is "
         "refused"},
+    RepairRow{
+        Repair::Spectrum, "spectrum", "A panorama that gets no time does not end the reception"},
 };
 
 static_assert([] {

@@ -60,8 +60,15 @@ public:
     template <typename Handler>
     void post(Handler &&handler)
     {
-        if (!m_workers.at(chooseWorker())->post(std::forward<Handler>(handler)))
+        if (!tryPost(std::forward<Handler>(handler)))
             throw std::runtime_error("thread pool queue is full");
+    }
+
+    /// The same, but false for a full queue.
+    template <typename Handler>
+    [[nodiscard]] bool tryPost(Handler &&handler)
+    {
+        return m_workers.at(chooseWorker())->post(std::forward<Handler>(handler));
     }
 
     std::size_t workerCount() const { return m_workers.size(); }

@@ -202,7 +202,14 @@ bool Spectrum::store(COMPLEX *samples, int count)
 
 void Spectrum::post()
 {
-    mPool.post(mJobs.make([this] { run(); }));
+    auto job = mJobs.make([this] { run(); });
+    if (!mDropsRefused)
+        return mPool.post(std::move(job));
+    const bool isRefused = !mPool.tryPost(std::move(job));
+    if (isRefused && !mWasRefused)
+        vm::log::warning("void DspCore::Spectrum::append(COMPLEX *, int)",
+            " the thread pool takes no jobs, the panorama stands");
+    mWasRefused = isRefused;
 }
 
 void Spectrum::run()

@@ -77,6 +77,10 @@ public:
     /// Least time between two frames in ms, limited to 10..40.
     void setUpdateInterval(int ms);
 
+    /// A frame whose job the pool refuses is left out, with a warning for the first of a row,
+    /// instead of an exception.
+    void setDropsRefused(bool drops) { mDropsRefused = drops; }
+
     /// The waterfall line through its averager or as it is.
     void setWaterfallAveraging(bool enable);
 
@@ -92,7 +96,7 @@ public:
 
     /// Takes a block and, when it is time, has a pool worker make a frame. Of a block longer than
     /// size() only the first size() samples are seen. Allocates nothing. Throws std::runtime_error
-    /// if the pool refuses the job.
+    /// if the pool refuses the job, unless refused frames are dropped.
     void append(COMPLEX *samples, int count);
 
     /// One job: makes a frame, signals it and keeps the worker for a rest of 10 ms. Nothing while
@@ -172,7 +176,9 @@ private:
     Velmora::SpectrumRingBuffer<COMPLEX32> mSpare;
     PoolJobs mJobs;
 
-    QElapsedTimer mFrameTimer; // the engine's
-    SpinLock mInputLock;       // always taken after mFrameLock
+    bool mDropsRefused = false; // ahead of the first append()
+    bool mWasRefused = false;   // the last frame; the engine's
+    QElapsedTimer mFrameTimer;  // the engine's
+    SpinLock mInputLock;        // always taken after mFrameLock
 };
 } // namespace DspCore

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // That a named repair arrives; what it does is tested at the block that it is in.
 #include "EngineTest.h"
+#include "support/LogCapture.h"
 
+#include <atomic>
 #include <cmath>
+#include <future>
 
 namespace
 {
@@ -32,6 +35,32 @@ TEST_P(EngineRepairsTest, TheMeterRestarts)
     play(std::vector<COMPLEX>(20 * kBlock, COMPLEX{0.0, 0.0}));
     playTone(4, 0.1);
     EXPECT_EQ(std::isfinite(dbm), isRepaired());
+}
+
+TEST_P(EngineRepairsTest, ARefusedFrameOfThePanoramaLeavesTheReception)
+{
+    ask("spectrum");
+    std::promise<void> gate;
+    const auto opened = gate.get_future().share();
+    std::atomic<long> done = 0;
+    long posted = 0;
+    const auto wait = [opened, &done] { opened.wait(), ++done; };
+    while (bridge.threadPool().tryPost(wait))
+        ++posted;
+    test::LogCapture log;
+    start();
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+    auto block = test::noise(kBlock, 1);
+    while (std::chrono::steady_clock::now() < end && !engine.stopping()) {
+        engine.processIQ(block);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_EQ(engine.stopping(), !isRepaired());
+    EXPECT_EQ(log.warnings().filter("takes no jobs").size(), isRepaired() ? 1 : 0);
+    engine.close();
+    gate.set_value();
+    while (done < posted)
+        std::this_thread::yield();
 }
 
 TEST_P(EngineRepairsTest, TheChosenAgcModeHoldsFromTheFirstBlock)

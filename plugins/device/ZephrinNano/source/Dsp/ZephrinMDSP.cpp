@@ -92,6 +92,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
 {
     const Lock lock(m_mutex);
     m_agc.requireChoice(repairs.has(Repair::Agc));
+    m_spectrum.setDropsRefused(repairs.has(Repair::Spectrum));
     m_receiver.setRepairs({
         .meter = repairs.has(Repair::Meter),
         .agc = repairs.has(Repair::Agc),
