@@ -20,6 +20,9 @@ public:
     /// See Panel::load(). What is wrong with the mapping is told by message(), a line each.
     void load(const QString &file, QWidget *window);
 
+    /// To be edited.
+    Panel &panel() { return m_panel; }
+
 signals:
     /// Something a person should read, in one line.
     void message(const QString &text);

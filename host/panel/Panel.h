@@ -6,14 +6,15 @@
 #include "panel/PanelShortcuts.h"
 
 #include <QObject>
+#include <QPointer>
 
 namespace host
 {
 /// A control panel: keys and knobs of an input device and shortcuts of the window, joined by a
 /// mapping to what they do.
 ///
-/// A window hands itself to load(), shows problems() and message() to a person, and has a command
-/// that opens the file of the mapping in an editor and loads it again. GUI thread.
+/// A window hands itself to load(), shows problems() and message() to a person, and lets the
+/// mapping be edited: text() through PanelText to save(). GUI thread.
 class Panel : public QObject
 {
     Q_OBJECT
@@ -28,6 +29,17 @@ public:
     /// controls. window may be null: then there are no shortcuts.
     void load(const QString &file, QWidget *window);
 
+    /// The mapping as it stands in the file; empty if there is none.
+    QString text() const;
+
+    /// Writes the mapping in place of the file and takes it. False: error() tells why in one line,
+    /// the file and the mapping are as before.
+    bool save(const QString &text);
+    const QString &error() const { return m_error; }
+
+    /// While learning, keys and knobs of the device are told by used() and do nothing else.
+    void setLearning(bool on) { m_isLearning = on; }
+
     /// Of the last load(): the file if it cannot be read, "line 3: ..." for each line that cannot.
     const QStringList &problems() const { return m_problems; }
 
@@ -37,16 +49,24 @@ signals:
     /// The input device has come or gone.
     void presentChanged(bool isPresent);
 
+    /// A key was pressed or a knob turned, by its name in Linux; while learning.
+    void used(bool isKnob, const QString &code);
+
     /// Something a person should read, in one line.
     void message(const QString &text);
 
 private:
-    QString textOf(const QString &file);
+    void begin();
+    void tellUse(unsigned type, int code);
 
     PanelTarget &m_target;
     PanelMap m_map;
     PanelInput m_input;
     PanelShortcuts m_shortcuts;
     QStringList m_problems;
+    QString m_file;
+    QPointer<QWidget> m_window;
+    QString m_error;
+    bool m_isLearning = false;
 };
 } // namespace host

@@ -106,6 +106,21 @@ int PanelInput::openNamed(QString *path) const
     return -1;
 }
 
+QStringList PanelInput::devices()
+{
+    QStringList names;
+    for (const QString &entry : QDir(kDevices).entryList({"event*"}, QDir::System)) {
+        const int file = openFile(kDevices + '/' + entry);
+        if (file < 0)
+            continue;
+        const QString name = nameOf(file);
+        ::close(file);
+        if (!name.isEmpty() && !names.contains(name))
+            names += name;
+    }
+    return names;
+}
+
 void PanelInput::read()
 {
     char bytes[kEventsPerRead * sizeof(input_event)];

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QSocketNotifier>
+#include <QStringList>
 #include <QTimer>
 
 #include <memory>
@@ -29,6 +30,9 @@ public:
     void setDevice(const QString &device, bool isGrabbing);
 
     bool isPresent() const { return m_file >= 0; }
+
+    /// Names of the devices that this user may read.
+    static QStringList devices();
 
 signals:
     /// See KeyControl::State.

@@ -105,9 +105,23 @@ PanelMap::PanelMap(const QString &text)
         try {
             read(lines[i].section('#', 0, 0));
         } catch (const QString &problem) {
-            m_problems += tr("line %1: %2").arg(i + 1).arg(problem);
+            m_problems[i + 1] = problem;
         }
     }
+}
+
+QStringList PanelMap::problems() const
+{
+    QStringList all;
+    for (const auto &[line, problem] : m_problems)
+        all += tr("line %1: %2").arg(line).arg(problem);
+    return all;
+}
+
+QString PanelMap::problemOf(int line) const
+{
+    const auto problem = m_problems.find(line);
+    return problem == m_problems.end() ? QString() : problem->second;
 }
 
 void PanelMap::read(const QString &line)
@@ -151,15 +165,31 @@ void PanelMap::readKnob(Words &words)
 
 void PanelMap::readShortcut(Words &words)
 {
-    const QKeySequence keys = words.keys();
+    const QKeySequence keys = newKeys(words);
     m_shortcuts.push_back({keys, std::make_shared<KeyControl>(keyControl(words))});
 }
 
 void PanelMap::readTurn(Words &words)
 {
-    const QKeySequence up = words.keys();
-    const QKeySequence down = words.keys();
+    const QKeySequence up = newKeys(words);
+    const QKeySequence down = newKeys(words);
+    if (up == down)
+        throw tr("up and down are the same shortcut");
     m_shortcutKnobs.push_back({up, down, std::make_shared<KnobControl>(knobControl(words))});
+}
+
+/// Of two owners of a shortcut none would get it.
+QKeySequence PanelMap::newKeys(Words &words) const
+{
+    const QKeySequence keys = words.keys();
+    const auto isKey = [&keys](const Shortcut &other) { return other.keys == keys; };
+    const auto isKnob = [&keys](const ShortcutKnob &other) {
+        return other.up == keys || other.down == keys;
+    };
+    if (std::any_of(m_shortcuts.begin(), m_shortcuts.end(), isKey)
+        || std::any_of(m_shortcutKnobs.begin(), m_shortcutKnobs.end(), isKnob))
+        throw tr("the shortcut has an action already");
+    return keys;
 }
 
 KeyControl PanelMap::keyControl(Words &words)

@@ -40,7 +40,10 @@ public:
     explicit PanelMap(const QString &text = {});
 
     /// "line 3: ..." each.
-    const QStringList &problems() const { return m_problems; }
+    QStringList problems() const;
+
+    /// Why a line cannot be read, counted from 1; empty if it can.
+    QString problemOf(int line) const;
 
     /// File or name of the input device; empty: there is none.
     const QString &device() const { return m_device; }
@@ -68,10 +71,12 @@ private:
     void readShortcut(Words &words);
     void readTurn(Words &words);
 
+    QKeySequence newKeys(Words &words) const;
+
     static KeyControl keyControl(Words &words);
     static KnobControl knobControl(Words &words);
 
-    QStringList m_problems;
+    std::map<int, QString> m_problems; // by line
     QString m_device;
     bool m_isGrabbing = false;
     std::map<int, KeyControl> m_keys;

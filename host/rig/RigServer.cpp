@@ -22,19 +22,25 @@ RigServer::~RigServer() = default;
 bool RigServer::open(quint16 port)
 {
     close();
-    if (m_server.listen(QHostAddress::LocalHost, port))
+    if (m_server.listen(QHostAddress::LocalHost, port)) {
+        emit openChanged(true);
         return true;
+    }
     m_error = tr("Rig control cannot use port %1: %2").arg(port).arg(m_server.errorString());
     return false;
 }
 
 void RigServer::close()
 {
+    m_error.clear();
+    const bool wasOpen = isOpen();
     m_server.close();
-    if (m_clients.empty())
-        return;
-    m_clients.clear();
-    emit clientCountChanged(0);
+    if (!m_clients.empty()) {
+        m_clients.clear();
+        emit clientCountChanged(0);
+    }
+    if (wasOpen)
+        emit openChanged(false);
 }
 
 void RigServer::takeClients()

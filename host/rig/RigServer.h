@@ -14,8 +14,7 @@ namespace host
 /// Remote control by the protocol of hamlib's rigctld, for programs on the same computer: those
 /// that log, show bands and decode data, set to "Hamlib NET rigctl" with localhost:4532.
 ///
-/// A window needs a switch for open() and close(), kept in its settings and off at first, a field
-/// for the port and clientCount(). GUI thread.
+/// GUI thread.
 class RigServer : public QObject
 {
     Q_OBJECT
@@ -33,7 +32,7 @@ public:
     bool open(quint16 port = kUsualPort);
     bool isOpen() const { return m_server.isListening(); }
     quint16 port() const { return m_server.serverPort(); }
-    const QString &error() const { return m_error; }
+    const QString &error() const { return m_error; } ///< until the next open() or close()
 
     /// Lets all clients go.
     void close();
@@ -41,6 +40,7 @@ public:
     int clientCount() const { return int(m_clients.size()); }
 
 signals:
+    void openChanged(bool isOpen);
     void clientCountChanged(int clients);
 
 private:

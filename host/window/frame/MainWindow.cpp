@@ -7,8 +7,10 @@
 #include "window/controls/EqualizerDialog.h"
 #include "window/controls/ModePanel.h"
 #include "window/controls/NotchDialog.h"
+#include "window/controls/PanelDialog.h"
 #include "window/controls/PlayBar.h"
 #include "window/controls/RecordBar.h"
+#include "window/controls/RemoteDialog.h"
 #include "window/controls/ToolPanel.h"
 #include "window/controls/VfoPanel.h"
 #include "window/frame/DeviceNotice.h"
@@ -44,6 +46,7 @@ namespace host
 namespace
 {
 constexpr QSize kFirstSize{1280, 800};
+constexpr double kFirstShare = 0.6; // of a large screen, to either side
 constexpr int kSideWidth = 262;
 const QString kGroup = QStringLiteral("Window");
 } // namespace
@@ -55,7 +58,8 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
       m_player(std::make_unique<RecordingPlayer>(radio, m_sound->pump())),
       m_rigTarget(std::make_unique<RadioRig>(radio)),
       m_rig(std::make_unique<RigServer>(*m_rigTarget)),
-      m_controls(std::make_unique<ControlPanel>(radio, *m_memory))
+      m_controls(std::make_unique<ControlPanel>(radio, *m_memory)),
+      m_remotePort(RigServer::kUsualPort)
 {
     setWindowTitle(tr("Velmora receiver"));
     setAcceptDrops(true);
@@ -90,8 +94,10 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
 
 MainWindow::~MainWindow()
 {
-    delete m_options;   // gives the page back
-    delete m_bookmarks; // looks at the memory
+    delete m_options;     // gives the page back
+    delete m_bookmarks;   // looks at the memory
+    delete m_panelDialog; // looks at the panel
+    delete m_remoteDialog;
     delete m_recordBar; // ends what it records
     writeSettings();
     disconnect(&m_radio, nullptr, this, nullptr);
@@ -115,7 +121,8 @@ void MainWindow::build()
     layout->addWidget(newBottom());
     setCentralWidget(whole);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(kFirstSize.boundedTo(screen->availableSize()));
+        resize(kFirstSize.expandedTo(screen->availableSize() * kFirstShare)
+                   .boundedTo(screen->availableSize()));
 }
 
 QWidget *MainWindow::newTop()
@@ -327,20 +334,43 @@ void MainWindow::showBookmarks()
     m_bookmarks->raise();
 }
 
+void MainWindow::showPanel()
+{
+    if (!m_panelDialog) {
+        QStringList bands;
+        for (const auto &band : m_memory->bands().bands())
+            bands += band.name;
+        m_panelDialog = new PanelDialog(m_controls->panel(), bands, this);
+        m_panelDialog->setAttribute(Qt::WA_DeleteOnClose); // the file may change meanwhile
+    }
+    m_panelDialog->show();
+    m_panelDialog->raise();
+}
+
+void MainWindow::showRemote()
+{
+    if (!m_remoteDialog) {
+        m_remoteDialog =
+            new RemoteDialog(*m_rig, m_rig->isOpen() ? m_rig->port() : m_remotePort, this);
+        connect(m_remoteDialog, &RemoteDialog::wanted, this, [this](bool on, int port) {
+            m_isRemote = on;
+            m_remotePort = port;
+            if (on)
+                openRemote(port);
+            else
+                m_rig->close();
+        });
+    }
+    m_remoteDialog->show();
+    m_remoteDialog->raise();
+}
+
 void MainWindow::showStations()
 {
     std::vector<PictureMark> marks;
     for (const Bookmark &bookmark : m_memory->bookmarks().between(m_band.lowHz(), m_band.highHz()))
         marks.push_back({bookmark.reception.frequencyHz, bookmark.name});
     m_panorama->setMarks(marks);
-}
-
-void MainWindow::setRemote(bool on)
-{
-    if (on)
-        return openRemote(RigServer::kUsualPort);
-    m_rig->close();
-    m_remote->setChecked(false);
 }
 
 void MainWindow::loadPanel(const QString &file)
@@ -354,7 +384,6 @@ void MainWindow::openRemote(int port)
         tell(tr("Remote control by rigctld's protocol on localhost:%1").arg(m_rig->port()));
     else
         tell(m_rig->error());
-    m_remote->setChecked(m_rig->isOpen());
 }
 
 void MainWindow::writeSettings()
@@ -372,7 +401,8 @@ void MainWindow::writeSettings()
     settings.setValue("highDb", m_panorama->range().highDb);
     settings.setValue("theme", int(m_theme));
     settings.setValue("scale", m_scalePercent);
-    settings.setValue("remote", m_rig->isOpen());
+    settings.setValue("remote", m_isRemote);
+    settings.setValue("remotePort", m_remotePort);
     settings.setValue("welcomed", true);
     settings.endGroup();
 }
@@ -395,11 +425,13 @@ void MainWindow::readSettings()
             {settings.value("lowDb").toDouble(), settings.value("highDb").toDouble()});
     m_theme = Theme::Choice(std::clamp(settings.value("theme", 0).toInt(), 0, 2));
     m_scalePercent = settings.value("scale", 0).toInt();
-    const bool isRemote = settings.value("remote", false).toBool();
+    m_isRemote = settings.value("remote", false).toBool();
+    m_remotePort = std::clamp(settings.value("remotePort", m_remotePort).toInt(),
+        RemoteDialog::kLeastPort, RemoteDialog::kMostPort);
     settings.endGroup();
     setTheme(m_theme);
-    if (isRemote)
-        setRemote(true);
+    if (m_isRemote)
+        openRemote(m_remotePort);
     if (isFirst && m_radio.virtualReceiver() && m_radio.sceneName() == "built-in")
         showWelcome();
 }

@@ -20,6 +20,7 @@ class BookmarkDialog;
 class ControlPanel;
 class EqualizerDialog;
 class NotchDialog;
+class PanelDialog;
 class OptionsDialog;
 class PanoramaView;
 class Radio;
@@ -27,6 +28,7 @@ class RadioMemory;
 class RadioRig;
 class RecordBar;
 class RecordingPlayer;
+class RemoteDialog;
 class RigServer;
 class SoundChoice;
 class VfoPanel;
@@ -54,13 +56,16 @@ public:
     RecordBar &recordBar() { return *m_recordBar; }
     RecordingPlayer &player() { return *m_player; }
     VisibleBand &band() { return m_band; }
+    ControlPanel &controlPanel() { return *m_controls; }
+    RigServer &remote() { return *m_rig; }
     SpectrumLines &lines() { return m_lines; }
     SoundChoice &sound() { return *m_sound; }
 
     /// A recording of IQ or audio, or a band; without a name the built-in band.
     void openScene(const QString &file);
 
-    /// Rig control at a port of the loopback address; a person is told if it cannot be.
+    /// Rig control at a port of the loopback address, for this run; a person is told if it cannot
+    /// be.
     void openRemote(int port);
 
     /// Keys and knobs by the mapping in the file, see ControlPanel.
@@ -97,10 +102,11 @@ private:
     void showEqualizer();
     void showNotches();
     void showBookmarks();
+    void showPanel();
+    void showRemote();
     void showStations();
     void showShortcuts();
     void setTheme(Theme::Choice choice);
-    void setRemote(bool on);
     void stepFilter(int by);
     void stepStep(int by);
     void tell(const QString &text);
@@ -119,7 +125,9 @@ private:
     std::unique_ptr<RigServer> m_rig;
     std::unique_ptr<ControlPanel> m_controls;
     Theme::Choice m_theme = Theme::Choice::Desktop;
-    int m_scalePercent = 0; ///< 0: the desktop's
+    int m_scalePercent = 0;  ///< 0: the desktop's
+    bool m_isRemote = false; ///< kept; --rig-port is not
+    int m_remotePort;
 
     // Children.
     PanoramaView *m_panorama = nullptr;
@@ -131,11 +139,12 @@ private:
     QLabel *m_message = nullptr;
     QLabel *m_soundText = nullptr;
     QWidget *m_welcome = nullptr;
-    QAction *m_remote = nullptr;
     QAction *m_builtinBand = nullptr;
     QPointer<EqualizerDialog> m_equalizer;
     QPointer<NotchDialog> m_notches;
     QPointer<BookmarkDialog> m_bookmarks;
     QPointer<OptionsDialog> m_options;
+    QPointer<PanelDialog> m_panelDialog;
+    QPointer<RemoteDialog> m_remoteDialog;
 };
 } // namespace host

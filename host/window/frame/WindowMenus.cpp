@@ -11,7 +11,6 @@
 #include "library/DeviceKind.h"
 #include "memory/RadioMemory.h"
 #include "radio/Radio.h"
-#include "rig/RigServer.h"
 
 #include "host_interfaces/EngineLimits.h"
 
@@ -92,9 +91,8 @@ void MainWindow::buildReceiverMenu()
     addAction(menu, tr("O&ptions of the device…"), "Ctrl+,", [this] { showOptions(); });
     menu.addSeparator();
     m_sound->serve(*menu.addMenu(tr("&Sound card")));
-    m_remote = addAction(menu, tr("Remote &control (port %1)").arg(RigServer::kUsualPort), "",
-        [this] { setRemote(m_remote->isChecked()); });
-    m_remote->setCheckable(true);
+    addAction(menu, tr("Remote &control…"), "", [this] { showRemote(); });
+    addAction(menu, tr("&Keys and knobs…"), "Ctrl+K", [this] { showPanel(); });
     menu.addSeparator();
     addAction(menu, tr("&Equalizer…"), "Ctrl+E", [this] { showEqualizer(); });
     addAction(menu, tr("&Notch filters…"), "Ctrl+N", [this] { showNotches(); });
