@@ -27,6 +27,7 @@ void ChoiceGrid::setTexts(const QStringList &texts)
         auto *button = new QToolButton(this);
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
+        button->setProperty("role", "choice");
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         m_layout->addWidget(button, i / m_columns, i % m_columns);
         m_group->addButton(button, i);

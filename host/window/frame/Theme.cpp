@@ -120,6 +120,7 @@ QString Theme::styleSheet() const
     return QString("QToolTip { border: 1px solid %5; padding: 3px; }"
                    "QToolButton, QPushButton { border: 1px solid %5; border-radius: 4px;"
                    " padding: 2px 6px; background: %1; }"
+                   "QToolButton[role=\"choice\"] { padding: 2px 0px; }"
                    "QToolButton:hover, QPushButton:hover { border-color: %3; }"
                    "QToolButton:focus, QPushButton:focus { border: 1px solid %3; }"
                    "QToolButton:pressed, QPushButton:pressed { background: %5; }"

@@ -7,6 +7,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 
 #include <cmath>
 
@@ -22,6 +23,16 @@ QString levelText(double db)
 }
 } // namespace
 
+QString HealthBar::lossesText(const Readings &readings)
+{
+    QStringList parts;
+    if (readings.droppedSamples > 0)
+        parts += tr("program %1").arg(QLocale().toString(qulonglong(readings.droppedSamples)));
+    if (readings.lostSamples > 0)
+        parts += tr("receiver %1").arg(QLocale().toString(qulonglong(readings.lostSamples)));
+    return parts.isEmpty() ? QString() : tr("LOST samples: %1").arg(parts.join(tr(", ")));
+}
+
 HealthBar::HealthBar(Radio &radio, QWidget *parent)
     : QWidget(parent), m_radio(radio), m_state(new QLabel(this)), m_input(new QLabel(this)),
       m_losses(new QLabel(this)), m_audio(new QLabel(this)), m_stereo(new QLabel(this))
@@ -32,8 +43,6 @@ HealthBar::HealthBar(Radio &radio, QWidget *parent)
     for (QLabel *label : {m_state, m_input, m_losses, m_audio, m_stereo})
         layout->addWidget(label);
     m_input->setToolTip(tr("Level at the receiver's converter; OVERFLOW: attenuate"));
-    m_losses->setToolTip(tr("IQ samples that were lost: in the program, and in reads that came "
-                            "back short. The sound has gaps where there are some."));
     m_audio->setToolTip(tr("Peak of the audio"));
     m_stereo->setToolTip(tr("Wide FM with a pilot tone"));
     connect(&radio, &Radio::readingsChanged, this, &HealthBar::onReadings);
@@ -68,8 +77,15 @@ void HealthBar::onReadings()
         QString("<b style=\"color:%1\">%2</b>").arg(QColor(Theme::current().warning).name());
     m_input->setText(
         isBad ? warning.arg(tr("ADC OVERFLOW")) : tr("ADC %1 dBFS").arg(levelText(now.inputDb)));
-    const QString losses = tr("lost %1 + %2").arg(now.droppedSamples).arg(now.lostSamples);
-    m_losses->setText(now.droppedSamples + now.lostSamples > 0 ? warning.arg(losses) : losses);
+    const QString losses = lossesText(now);
+    m_losses->setText(losses.isEmpty() ? tr("nothing lost") : warning.arg(losses));
+    m_losses->setToolTip(
+        tr("IQ since the start: %1 samples lost as the program had no time for them, "
+           "%2 that the receiver sent in vain, with %3 reads that came back short. "
+           "The sound has gaps where some were lost.")
+            .arg(now.droppedSamples)
+            .arg(now.lostSamples)
+            .arg(now.shortReads));
     m_audio->setText(tr("audio %1 dBFS").arg(levelText(now.audioPeakDb)));
     m_stereo->setText(now.isStereo ? tr("● stereo") : QString());
 }

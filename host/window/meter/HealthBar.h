@@ -8,6 +8,7 @@ class QLabel;
 namespace host
 {
 class Radio;
+struct Readings;
 
 /// How the stream does: state and rate, level at the converter with its overflow, losses, level of
 /// the audio, stereo. GUI thread.
@@ -17,6 +18,9 @@ class HealthBar : public QWidget
 
 public:
     explicit HealthBar(Radio &radio, QWidget *parent = nullptr);
+
+    /// "LOST samples: program 512, receiver 84"; empty if nothing was lost.
+    static QString lossesText(const Readings &readings);
 
 private:
     void onReadings();

@@ -51,6 +51,12 @@ double BandWidget::hertzAt(double x) const
     return m_band.lowHz() + (x - area.left()) / std::max(1, area.width()) * m_band.spanHz();
 }
 
+QSize BandWidget::pixelsOf(const QSize &size) const
+{
+    const double ratio = devicePixelRatioF();
+    return {int(std::ceil(size.width() * ratio)), int(std::ceil(size.height() * ratio))};
+}
+
 double BandWidget::rounded(double hertz) const
 {
     // Not coarser than what a hand can aim at.

@@ -43,6 +43,9 @@ protected:
     Radio &radio() const { return m_radio; }
     VisibleBand &band() const { return m_band; }
 
+    /// Of the screen, so many that the size is covered whatever the scale.
+    QSize pixelsOf(const QSize &size) const;
+
     /// Filter, VFOs and notches. The waterfall draws them thin, so that it stays to be seen.
     void paintMarks(QPainter &painter, bool isThin) const;
 

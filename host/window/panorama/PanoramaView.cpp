@@ -15,7 +15,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -39,6 +38,7 @@ constexpr double kHighShare = 1.0;
 constexpr int kTickWidth = 60; // of a number of the frequency axis and a space
 constexpr int kTickHeight = 26;
 constexpr double kNameHeight = 15.0; // of a station's name
+constexpr std::size_t kMostNameRows = 6;
 } // namespace
 
 PanoramaView::PanoramaView(Radio &radio, VisibleBand &band, SpectrumLines &lines, QWidget *parent)
@@ -117,7 +117,7 @@ void PanoramaView::drawTraces()
 {
     const Theme &theme = Theme::current();
     const double ratio = devicePixelRatioF();
-    const QSize size(int(plot().width() * ratio), int(plot().height() * ratio));
+    const QSize size(pixelsOf(plot().size()));
     if (m_picture.size() != size) {
         m_picture = QImage(size, QImage::Format_RGB32);
         m_picture.setDevicePixelRatio(ratio);
@@ -164,10 +164,10 @@ void PanoramaView::paintEvent(QPaintEvent *)
     const Theme &theme = Theme::current();
     drawTraces();
     QPainter painter(this);
+    painter.drawImage(plot().topLeft(), m_picture);
     painter.fillRect(QRect(0, 0, kAxisWidth, height()), QColor(theme.window));
     painter.fillRect(
         QRect(kAxisWidth, plot().bottom() + 1, width(), kAxisHeight), QColor(theme.window));
-    painter.drawImage(plot().topLeft(), m_picture);
     paintAxes(painter);
     paintBands(painter);
     paintMarks(painter, false);
@@ -242,7 +242,9 @@ void PanoramaView::paintStations(QPainter &painter)
     const Theme &theme = Theme::current();
     const QRect area = plot();
     painter.setClipRect(area);
-    std::array<double, 4> free{}; // where each row of names is free from
+    const auto rows =
+        std::clamp(std::size_t(area.height() / 2 / kNameHeight), std::size_t(2), kMostNameRows);
+    std::vector<double> free(rows); // where each row of names is free from
     QColor ground(theme.plot);
     ground.setAlpha(190);
     std::vector<std::pair<QRectF, QString>> names;

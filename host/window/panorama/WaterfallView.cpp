@@ -52,7 +52,7 @@ void WaterfallView::paintEvent(QPaintEvent *)
     const double ratio = devicePixelRatioF();
     const QRect area = plot();
     m_image.setLook(m_range, m_palette);
-    m_image.setSize({int(area.width() * ratio), int(area.height() * ratio)});
+    m_image.setSize(pixelsOf(area.size()));
     m_image.setBand(band().lowHz(), band().highHz());
     QPainter painter(this);
     painter.fillRect(QRect(0, 0, kAxisWidth, height()), QColor(Theme::current().window));
