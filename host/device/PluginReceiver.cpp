@@ -238,6 +238,14 @@ bool PluginReceiver::saveSettings()
     return m_store->save() || fail(m_store->error());
 }
 
+bool PluginReceiver::saveSettingsLater()
+{
+    if (!m_store)
+        return true;
+    device().writeSettings(&m_store->settings());
+    return m_store->saveLater() || fail(m_store->error());
+}
+
 bool PluginReceiver::close()
 {
     if (!m_loader.device())

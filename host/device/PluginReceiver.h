@@ -69,6 +69,9 @@ public:
     /// Has the device write its settings and saves all that changed. False if that failed.
     bool saveSettings();
 
+    /// The same on a thread of its own, see SettingsStore::saveLater().
+    bool saveSettingsLater();
+
     /// Gives the device back, saves the settings and takes the plugin out. False if the settings
     /// could not be saved.
     bool close();

@@ -66,7 +66,7 @@ Radio::Radio()
         readMeters();
     });
     connect(&m_saveTimer, &QTimer::timeout, this, [this] {
-        if (!save())
+        if (!saveLater())
             emit message(m_error);
     });
 }

@@ -260,6 +260,9 @@ public:
     /// Now. False: error() tells why in one line.
     bool save();
 
+    /// Without waiting for the disk; false if the time before failed.
+    bool saveLater();
+
 signals:
     void stateChanged(host::Radio::State state);
     void searchChanged(const QString &text);

@@ -54,6 +54,13 @@ bool Radio::save()
     return m_receiver->saveSettings() || fail(m_receiver->error());
 }
 
+bool Radio::saveLater()
+{
+    emit aboutToSave();
+    writeSettings(settings());
+    return m_receiver->saveSettingsLater() || fail(m_receiver->error());
+}
+
 void Radio::writeSettings(QSettings &settings) const
 {
     settings.beginGroup(kGroup);

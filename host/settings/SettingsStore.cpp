@@ -3,7 +3,9 @@
 
 #include "host_interfaces/Common.h"
 
+#include <QDataStream>
 #include <QDir>
+#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
@@ -13,8 +15,8 @@ namespace host
 {
 namespace
 {
-// What merging may add to the sum of both files: names of groups, quotation marks.
-constexpr qint64 kSpareBytes = 4096;
+// What a byte of a value may become in the file: half a letter of a text, "\\x1234" at most.
+constexpr int kMostEscaped = 5;
 
 /// Held while the file is opened, read and written. QSettings has a lock of its own for writing
 /// only: opened, it reads first and looks at the time of the file after that, so what another
@@ -39,6 +41,7 @@ QString SettingsStore::defaultPath()
 SettingsStore::SettingsStore(const QString &path)
     : m_path(path), m_working(m_folder.filePath("run.ini"), QSettings::IniFormat)
 {
+    m_working.installEventFilter(&m_stillness);
     const FileTurn turn(m_path);
     const QSettings file(m_path, QSettings::IniFormat);
     for (const QString &key : file.allKeys()) {
@@ -57,42 +60,92 @@ SettingsStore::SettingsStore(const QString &path)
         fail("is damaged, what could be read of it is used");
 }
 
+SettingsStore::~SettingsStore()
+{
+    if (m_later.valid())
+        m_later.wait();
+}
+
+bool SettingsStore::Stillness::eventFilter(QObject *, QEvent *event)
+{
+    return event->type() == QEvent::UpdateRequest;
+}
+
 void SettingsStore::overlay(const QString &key, const QVariant &value)
 {
     m_overlaid.insert(key);
     m_working.setValue(key, value);
 }
 
-bool SettingsStore::save()
+SettingsStore::Work SettingsStore::work() const
 {
-    m_error.clear();
-    QVariantMap changed;
-    QSet<QString> removed;
+    Work work{m_path, m_isDamaged, m_base, {}, {}};
     for (const QString &key : m_working.allKeys())
         if (!m_overlaid.contains(key) && m_base.value(key) != m_working.value(key))
-            changed.insert(key, m_working.value(key));
+            work.changed.insert(key, m_working.value(key));
     for (const QString &key : m_base.keys())
         if (!m_overlaid.contains(key) && !m_working.contains(key))
-            removed.insert(key);
-    if (changed.isEmpty() && removed.isEmpty())
+            work.removed.insert(key);
+    return work;
+}
+
+bool SettingsStore::save()
+{
+    finishLater();
+    m_error.clear();
+    m_work = work();
+    return finish(m_work.save());
+}
+
+bool SettingsStore::saveLater()
+{
+    if (m_later.valid() && m_later.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
         return true;
-    if (!keepDamaged() || !hasRoom() || !write(changed, removed))
-        return false;
+    m_error.clear();
+    const bool isGood = finishLater();
+    m_work = work();
+    if (!m_work.changed.isEmpty() || !m_work.removed.isEmpty())
+        m_later = std::async(std::launch::async, [this] { return m_work.save(); });
+    return isGood;
+}
+
+bool SettingsStore::finishLater()
+{
+    return !m_later.valid() || finish(m_later.get());
+}
+
+/// What was saved is what the file holds.
+bool SettingsStore::finish(const QString &error)
+{
+    if (!error.isEmpty())
+        return fail(error);
+    if (m_work.changed.isEmpty() && m_work.removed.isEmpty())
+        return true;
     m_isDamaged = false;
-    for (auto value = changed.begin(); value != changed.end(); ++value)
+    for (auto value = m_work.changed.begin(); value != m_work.changed.end(); ++value)
         m_base[value.key()] = value.value();
-    for (const QString &key : removed)
+    for (const QString &key : m_work.removed)
         m_base.remove(key);
     return true;
 }
 
-bool SettingsStore::write(const QVariantMap &changed, const QSet<QString> &removed)
+QString SettingsStore::Work::save() const
 {
-    const FileTurn turn(m_path);
-    QSettings file(m_path, QSettings::IniFormat);
-    if (m_isDamaged) { // written anew, or its bad lines would stay
+    if (changed.isEmpty() && removed.isEmpty())
+        return {};
+    QString error = keepDamaged();
+    if (error.isEmpty())
+        error = findRoom();
+    return error.isEmpty() ? write() : error;
+}
+
+QString SettingsStore::Work::write() const
+{
+    const FileTurn turn(path);
+    QSettings file(path, QSettings::IniFormat);
+    if (isDamaged) { // written anew, or its bad lines would stay
         file.clear();
-        for (auto value = m_base.begin(); value != m_base.end(); ++value)
+        for (auto value = base.begin(); value != base.end(); ++value)
             file.setValue(value.key(), value.value());
     }
     for (auto value = changed.begin(); value != changed.end(); ++value)
@@ -100,32 +153,35 @@ bool SettingsStore::write(const QVariantMap &changed, const QSet<QString> &remov
     for (const QString &key : removed)
         file.remove(key);
     file.sync();
-    return file.status() != QSettings::AccessError || fail("cannot be written");
+    return file.status() == QSettings::AccessError ? "cannot be written" : QString();
 }
 
-bool SettingsStore::keepDamaged()
+QString SettingsStore::Work::keepDamaged() const
 {
-    const QString damaged = m_path + ".damaged";
-    if (!m_isDamaged)
-        return true;
+    const QString damaged = path + ".damaged";
+    if (!isDamaged)
+        return {};
     QFile::remove(damaged);
-    return QFile::copy(m_path, damaged)
-        || fail("is not saved: it is damaged and cannot be kept as " + damaged);
+    return QFile::copy(path, damaged)
+        ? QString()
+        : "is not saved: it is damaged and cannot be kept as " + damaged;
 }
 
 /// QSettings replaces its file as a whole, but does not look whether the last of it still reached
 /// the disk: on a full one it would leave an empty file and call that a success.
-bool SettingsStore::hasRoom()
+QString SettingsStore::Work::findRoom() const
 {
-    if (!QDir().mkpath(QFileInfo(m_path).path()))
-        return fail("is not saved: the folder cannot be made");
-    m_working.sync();
-    const qint64 size =
-        QFileInfo(m_path).size() + QFileInfo(m_working.fileName()).size() + kSpareBytes;
-    QTemporaryFile probe(m_path + ".XXXXXX");
+    if (!QDir().mkpath(QFileInfo(path).path()))
+        return "is not saved: the folder cannot be made";
+    QByteArray values;
+    QDataStream stream(&values, QIODevice::WriteOnly);
+    stream << changed;
+    const qint64 size = QFileInfo(path).size() + kMostEscaped * values.size();
+    QTemporaryFile probe(path + ".XXXXXX");
     const QByteArray bytes(int(size), '\0');
-    return (probe.open() && probe.write(bytes) == size && probe.flush())
-        || fail("is not saved: " + probe.errorString());
+    return probe.open() && probe.write(bytes) == size && probe.flush()
+        ? QString()
+        : "is not saved: " + probe.errorString();
 }
 
 bool SettingsStore::fail(const QString &text)

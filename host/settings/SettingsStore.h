@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QVariantMap>
 
+#include <future>
+
 namespace host
 {
 /// The settings file of the host and its device, and what this run makes of it.
@@ -18,13 +20,17 @@ namespace host
 ///
 /// A file that cannot be read or written never stops the run: error() has one line on it. A file
 /// with damaged lines is used as far as it can be read, and kept beside the new one when that is
-/// written. GUI thread; other programs may use the file at the same time.
+/// written. GUI thread, but for the work of saveLater(); other programs may use the file at the
+/// same time.
 class SettingsStore
 {
 public:
     static QString defaultPath();
 
     explicit SettingsStore(const QString &path = defaultPath());
+
+    /// Waits for what is under way; saves nothing.
+    ~SettingsStore();
 
     /// The values of this run; no group is open.
     QSettings &settings() { return m_working; }
@@ -43,14 +49,42 @@ public:
     /// there are none. False if that failed, with the file as it was.
     bool save();
 
+    /// The same on a thread of its own, as a busy disk takes its time. What came of it is told by
+    /// the next call; a call while it is under way does nothing.
+    bool saveLater();
+
     /// What was wrong with the last operation, construction included; empty if nothing was.
     const QString &error() const { return m_error; }
 
 private:
+    /// What is to be saved, with all that the saving needs.
+    struct Work
+    {
+        QString path;
+        bool isDamaged = false;
+        QVariantMap base;
+        QVariantMap changed;
+        QSet<QString> removed;
+
+        /// What went wrong, without the file's name; empty if nothing did.
+        QString save() const;
+
+    private:
+        QString keepDamaged() const;
+        QString findRoom() const;
+        QString write() const;
+    };
+
+    /// Keeps the working copy from being written whenever something changes: nobody reads it.
+    class Stillness : public QObject
+    {
+        bool eventFilter(QObject *settings, QEvent *event) override;
+    };
+
     bool fail(const QString &text);
-    bool keepDamaged();
-    bool hasRoom();
-    bool write(const QVariantMap &changed, const QSet<QString> &removed);
+    Work work() const;
+    bool finish(const QString &error);
+    bool finishLater();
 
     QString m_path;
     QString m_error;
@@ -59,5 +93,8 @@ private:
     QSettings m_working;
     QVariantMap m_base; // what the file held when it was last read or saved
     QSet<QString> m_overlaid;
+    Work m_work; // under way, or the last one
+    std::future<QString> m_later;
+    Stillness m_stillness;
 };
 } // namespace host

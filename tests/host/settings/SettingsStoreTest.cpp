@@ -92,6 +92,29 @@ TEST_F(SettingsStoreTest, APlaceThatCannotBeReadOrWrittenIsToldAndTheRunGoesOn)
     }
 }
 
+TEST_F(SettingsStoreTest, ASaveInTheBackgroundTellsTheNextTime)
+{
+    QFile::remove(test::TemporarySettings::path(kFile));
+    host::SettingsStore store;
+    store.settings().setValue("a", 1);
+    EXPECT_TRUE(store.saveLater());
+    store.settings().setValue("b", 2);
+    ASSERT_TRUE(store.save()) << "after what is under way";
+    EXPECT_EQ(stored("a").toInt(), 1);
+    EXPECT_EQ(stored("b").toInt(), 2);
+
+    host::SettingsStore nowhere("/proc/a.ini");
+    nowhere.settings().setValue("a", 1);
+    EXPECT_TRUE(nowhere.saveLater()) << "not known yet";
+    bool isGood = true;
+    for (int i = 0; i < 500 && isGood; ++i) {
+        usleep(10000);
+        isGood = nowhere.saveLater();
+    }
+    EXPECT_FALSE(isGood);
+    EXPECT_TRUE(nowhere.error().contains("/proc/a.ini"));
+}
+
 TEST_F(SettingsStoreTest, AFullDiskLeavesTheFileAsItWas)
 {
     constexpr rlim_t kFullBytes = 1000; // enough for the lock beside the file
