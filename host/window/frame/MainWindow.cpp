@@ -46,6 +46,7 @@ namespace host
 namespace
 {
 constexpr QSize kFirstSize{1280, 800};
+constexpr QSize kFrame{8, 40};      // what a desktop puts around a window, at most
 constexpr double kFirstShare = 0.6; // of a large screen, to either side
 constexpr int kSideWidth = 262;
 const QString kGroup = QStringLiteral("Window");
@@ -122,7 +123,7 @@ void MainWindow::build()
     setCentralWidget(whole);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         resize(kFirstSize.expandedTo(screen->availableSize() * kFirstShare)
-                   .boundedTo(screen->availableSize()));
+                   .boundedTo(screen->availableSize() - kFrame));
 }
 
 QWidget *MainWindow::newTop()

@@ -4,7 +4,8 @@
 #include "pictures/PictureStyle.h"
 
 #include <QApplication>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOptionButton>
 
 namespace host
 {
@@ -16,6 +17,23 @@ QString hex(QRgb colour)
 {
     return QColor(colour).name();
 }
+/// Frames of check boxes are drawn darker than the window, which on a dark one nobody sees.
+class WindowStyle : public QProxyStyle
+{
+public:
+    WindowStyle() : QProxyStyle("Fusion") { }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+        const QWidget *widget) const override
+    {
+        if (element != PE_IndicatorCheckBox || !s_current || !s_current->isDark)
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        QStyleOptionButton box;
+        box.QStyleOption::operator=(*option);
+        box.palette.setColor(QPalette::Window, QColor(s_current->text));
+        QProxyStyle::drawPrimitive(element, &box, painter, widget);
+    }
+};
 } // namespace
 
 const Theme &Theme::dark()
@@ -87,7 +105,7 @@ void Theme::apply(QApplication &application, Choice choice)
         application.palette().color(QPalette::Window).lightness() < 128;
     const bool isDark = choice == Choice::Dark || (choice == Choice::Desktop && kDesktopIsDark);
     s_current = isDark ? &dark() : &light();
-    application.setStyle(QStyleFactory::create("Fusion"));
+    application.setStyle(new WindowStyle);
     application.setPalette(s_current->palette());
     application.setStyleSheet(s_current->styleSheet());
 }

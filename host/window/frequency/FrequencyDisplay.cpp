@@ -39,7 +39,6 @@ FrequencyDisplay::FrequencyDisplay(Radio &radio, VfoId id, QWidget *parent)
     setToolTip(tr("Wheel or click on a digit, or type one. F types a whole frequency."));
     m_field->hide();
     m_field->setAccessibleName(tr("Type a frequency, for example 14.074 or 14074k"));
-    connect(m_field, &QLineEdit::returnPressed, this, [this] { finishEdit(true); });
     m_field->installEventFilter(this);
     const auto redraw = [this] {
         tell();
@@ -256,12 +255,14 @@ void FrequencyDisplay::edit()
 /// Escape and a click elsewhere leave the frequency as it was.
 bool FrequencyDisplay::eventFilter(QObject *object, QEvent *event)
 {
-    const bool isEscape = event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
-    if (object != m_field || (!isEscape && event->type() != QEvent::FocusOut))
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event)->key()
+                                                      : Qt::Key_unknown;
+    const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool isEnd = isEnter || key == Qt::Key_Escape;
+    if (object != m_field || (!isEnd && event->type() != QEvent::FocusOut))
         return QWidget::eventFilter(object, event);
-    finishEdit(false);
-    return isEscape;
+    finishEdit(isEnter);
+    return isEnd; // handed on, Enter would open the field again
 }
 
 void FrequencyDisplay::finishEdit(bool take)

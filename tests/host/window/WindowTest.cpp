@@ -71,6 +71,7 @@ TEST_F(WindowTest, TunesByEachWay)
                 auto *field = digits.findChild<QLineEdit *>();
                 field->setText("7.0875");
                 QTest::keyClick(field, Qt::Key_Return);
+                EXPECT_FALSE(field->isVisible());
             },
             7.0875e6, 0.0},
         {"band button", [&] { press("Band 20M"); }, 14.175e6, 0.0},
