@@ -38,4 +38,3 @@ picture 1 light-small.png 1024 700 light 18
 picture 1 large.png 1920 1080 light 28
 picture 2 first-start-2x.png 1280 800 dark 36 first
 picture 1 keys-and-knobs.png 1280 800 dark 1 panel
-picture 1 bookmarks.png 1280 800 light 1 bookmarks
