@@ -18,8 +18,8 @@ mkdir -p "$docs/screenshots" "$docs/guide"
 # As many colours as fit; the noise of a waterfall does not come smaller without loss.
 squeeze() {
     local colours
-    for colours in 256 128 64 32; do
-        pngquant --force --strip --speed 1 --output "$1.small" $colours "$1"
+    for colours in 256 128 64 32 16; do
+        pngquant --force --strip --nofs --speed 1 --output "$1.small" $colours "$1"
         [ "$(stat -c %s "$1.small")" -le $most ] && break
     done
     mv "$1.small" "$1"
@@ -33,8 +33,8 @@ picture() {
     squeeze "$file"
     echo "$file: $(stat -c %s "$file") bytes"
 }
-picture 1 dark.png 1280 800 dark 20
-picture 1 light-small.png 1024 700 light 18
-picture 1 large.png 1920 1080 light 28
-picture 2 first-start-2x.png 1280 800 dark 36 first
+picture 1 dark.png 1280 800 dark 14
+picture 1 light-small.png 1024 700 light 14
+picture 1.5 large.png 1280 800 light 14
+picture 2 first-start-2x.png 1280 800 dark 12 first
 picture 1 keys-and-knobs.png 1280 800 dark 1 panel
