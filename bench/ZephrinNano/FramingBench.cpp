@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Control/driver/FrameParser.h"
 #include "Control/driver/HardwareZephrinNANO.h"
 #include "Dsp/ZephrinMDSP.h"
 #include "ZephrinNano/Control/driver/FrameStream.h"
@@ -35,16 +36,18 @@ void BM_FindHeaders(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
-// The reader's work on one window but the hand-over: the engine is stopped and takes nothing.
+// The reader's work on one window but the hand-over.
 void BM_Framing(benchmark::State &state)
 {
     const auto source = window(std::size_t(state.range(0)), Content(state.range(1)));
     auto block = source;
-    test::TestBridge bridge;
-    HardwareZephrinNANO driver(std::make_shared<ZephrinMDSP>(bridge.threadPool(), bridge, nullptr));
-    driver.setPreampCoeff(3.0);
+    std::vector<COMPLEX> iq(source.size() / FrameParser::kFrameBytes * EngineLimits::kFrameSamples);
     for (auto _ : state) {
-        const std::size_t tail = driver.extractIQ(block, driver.findHeaders(block));
+        const auto headers = FrameParser::findHeaders(block);
+        const auto peak = FrameParser::decode(
+            block, headers, 0, iq.data(), [](std::size_t) {}, 1.5);
+        benchmark::DoNotOptimize(peak);
+        const std::size_t tail = FrameParser::keepTail(block, headers);
         std::copy_n(source.begin(), tail, block.begin()); // the tail has been moved there
         benchmark::ClobberMemory();
     }

@@ -25,6 +25,21 @@ void BM_ring_buffer(benchmark::State &state)
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
+// The same in the ring, as reader and engine do.
+void BM_ring_buffer_in_place(benchmark::State &state)
+{
+    const auto count = std::size_t(state.range(0));
+    vm::containers::ring_buffer<COMPLEX> ring;
+    ring.resize(131072, count);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ring.room(count));
+        ring.commit();
+        benchmark::DoNotOptimize(ring.take(count));
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_ring_buffer_in_place)->Arg(84)->Arg(512)->Arg(4096);
 BENCHMARK(BM_ring_buffer<vm::thread::spinlock>)->Arg(84)->Arg(512)->Arg(4096);
 BENCHMARK(BM_ring_buffer<std::mutex>)->Arg(84)->Arg(512)->Arg(4096); // the rival lock
 

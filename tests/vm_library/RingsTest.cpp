@@ -96,6 +96,65 @@ TYPED_TEST(RingTest, BehavesAsAQueueOfLimitedLengthWhereverTheIndicesStand)
     }
 }
 
+TEST(RingInPlaceTest, BehavesAsAQueueAndWhatWasTakenStands)
+{
+    constexpr std::size_t kCapacity = 100;
+    constexpr std::size_t kRun = 30;
+    vm::containers::ring_buffer<int, vm::thread::spinlock> ring;
+    ring.resize(kCapacity, kRun);
+    std::mt19937 random(6);
+    std::deque<int> model;
+    int sent = 0;
+    for (int round = 0; round < 20000; ++round) {
+        // Phases in which the ring runs full, and phases in which it runs empty.
+        const bool fills = round / 500 % 2 == 0;
+        std::vector<int> taken(random() % (fills ? 12 : kRun + 1));
+        int *const block = ring.take(taken.size());
+        ASSERT_EQ(block != nullptr, !taken.empty() && taken.size() <= model.size());
+        if (block != nullptr) {
+            std::copy_n(model.begin(), taken.size(), taken.begin());
+            model.erase(model.begin(), model.begin() + long(taken.size()));
+        }
+        for (int writes = int(random() % 3); writes > 0; --writes) {
+            const std::size_t count = random() % (fills ? kRun + 1 : 20);
+            int *const room = ring.room(count);
+            ASSERT_EQ(room != nullptr, count > 0 && model.size() + count <= kCapacity);
+            if (room == nullptr)
+                continue;
+            std::iota(room, room + count, sent);
+            ASSERT_EQ(ring.size(), model.size()); // not before the commit
+            ring.commit();
+            for (std::size_t i = 0; i < count; ++i)
+                model.push_back(sent++);
+        }
+        ASSERT_TRUE(block == nullptr || std::equal(taken.begin(), taken.end(), block));
+        ASSERT_EQ(ring.size(), model.size());
+        ASSERT_EQ(ring.free_space(), kCapacity - model.size());
+    }
+    EXPECT_EQ(ring.room(kRun + 1), nullptr);
+    EXPECT_EQ(ring.take(kRun + 1), nullptr);
+    ring.clear();
+    int *const room = ring.room(kRun);
+    ring.clear();
+    ring.commit(); // of a room that is gone
+    EXPECT_EQ(ring.size(), 0u);
+    EXPECT_EQ(ring.room(kRun), room) << "begins anew";
+}
+
+// As long as the reader keeps up the ring stays where it is in the cache.
+TEST(RingInPlaceTest, StaysAtItsStartWhileLittleIsStored)
+{
+    vm::containers::ring_buffer<int, vm::thread::spinlock> ring;
+    ring.resize(131072, 5376);
+    const int *const start = ring.room(5292);
+    for (int window = 0; window < 100; ++window) {
+        const int *const room = ring.room(5292);
+        ASSERT_LT(room - start, 512);
+        ring.commit();
+        while (ring.take(512) != nullptr) { }
+    }
+}
+
 TYPED_TEST(RingTest, OneWriterAndOneReaderKeepTheSequence)
 {
     constexpr int kElements = 200000;

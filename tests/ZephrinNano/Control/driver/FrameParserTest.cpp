@@ -43,8 +43,10 @@ struct Decoded
 Decoded decode(const Bytes &block)
 {
     Decoded out;
-    out.peak = FrameParser::decode(block, FrameParser::findHeaders(block), 0, out.iq,
-        [&](std::size_t size) { out.skipped.push_back(size); });
+    const auto headers = FrameParser::findHeaders(block);
+    out.iq.resize(FrameParser::samplesIn(headers, 0));
+    out.peak = FrameParser::decode(
+        block, headers, 0, out.iq.data(), [&](std::size_t size) { out.skipped.push_back(size); });
     return out;
 }
 
@@ -145,7 +147,9 @@ TEST(FrameParserTest, RandomWindowsAreScannedRightAndSurvived)
         const auto headers = FrameParser::findHeaders(block);
         ASSERT_EQ(headers, plainScan(block));
         const std::size_t before = samples;
-        FrameParser::decode(block, headers, random() % 2, iq, [&](std::size_t) { ++samples; });
+        const std::size_t format = random() % 2;
+        iq.resize(FrameParser::samplesIn(headers, format));
+        FrameParser::decode(block, headers, format, iq.data(), [&](std::size_t) { ++samples; });
         samples += iq.size();
         ASSERT_LE(samples - before, 126 * 3 + headers.size());
         const std::size_t tail = FrameParser::keepTail(block, headers);

@@ -12,7 +12,7 @@ float next(float gain, float target)
 }
 } // namespace
 
-void InputFade::process(std::vector<COMPLEX> &block)
+void InputFade::process(gsl::span<COMPLEX> block)
 {
     float gain = m_gain;
     const float target = m_target;

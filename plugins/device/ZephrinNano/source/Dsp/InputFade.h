@@ -3,7 +3,7 @@
 
 #include "DspCore/types.h"
 
-#include <vector>
+#include <gsl/span>
 
 /// Fades the IQ stream in at a start, so that the filters after it see no step.
 ///
@@ -14,7 +14,7 @@ class InputFade
 {
 public:
     /// Scales I and Q in place. An empty block leaves the gain alone. Allocates nothing.
-    void process(std::vector<COMPLEX> &block);
+    void process(gsl::span<COMPLEX> block);
 
     /// The next block starts from silence.
     void reset() { m_gain = 0.0f; }

@@ -72,8 +72,9 @@ ZephrinMDSP::ZephrinMDSP(tp::ThreadPool &pool, BridgeAbstract &bridge,
       m_vac(kVacGain)
 {
     ippInit();
-    m_input.resize(EngineLimits::kInputRing);
+    m_input.resize(EngineLimits::kInputRing, kLongestRun);
     m_audio.reserve(SIGNAL_MAX_SIZE);
+    m_recorded.reserve(SIGNAL_MAX_SIZE);
     m_lineOut.setSampleRates(m_soundCardRate, m_lineOut.outputRate());
     m_vac.setSampleRates(m_soundCardRate, m_vac.outputRate());
     setSampleRateSC(kSoundCardRateHz);
@@ -105,7 +106,12 @@ void ZephrinMDSP::processIQ(gsl::span<COMPLEX> block)
     if (stopping())
         return;
     m_input.write(block);
-    if (m_input.size() >= kWakeLevel && !stopping())
+    wakeForInput();
+}
+
+void ZephrinMDSP::wakeForInput()
+{
+    if (!stopping() && m_input.size() >= kWakeLevel && !stopping())
         wake();
 }
 
@@ -124,7 +130,7 @@ void ZephrinMDSP::before()
     rewind(m_receiver.buffer(), kSoundCardGate);
     rewind(m_receiver.vac(), kTapGate);
     rewind(m_receiver.lineout(), kTapGate);
-    m_readBlock.resize(readBlockSize(m_soundCardRate));
+    m_readBlock = readBlockSize(m_soundCardRate);
     m_input.clear();
 }
 
@@ -137,11 +143,11 @@ void ZephrinMDSP::after()
 void ZephrinMDSP::run()
 {
     const DspCore::NoDenormals scope;
-    while (m_input.read(m_readBlock))
-        dspProcess(m_readBlock);
+    while (COMPLEX *const block = m_input.take(m_readBlock))
+        dspProcess({block, m_readBlock});
 }
 
-void ZephrinMDSP::dspProcess(std::vector<COMPLEX> &block)
+void ZephrinMDSP::dspProcess(gsl::span<COMPLEX> block)
 {
     Lock lock(m_mutex);
     m_inputFade.process(block);
@@ -157,24 +163,25 @@ void ZephrinMDSP::dspProcess(std::vector<COMPLEX> &block)
     feedSensors();
 }
 
-void ZephrinMDSP::feedIqTap(std::vector<COMPLEX> &block)
+void ZephrinMDSP::feedIqTap(gsl::span<COMPLEX> block)
 {
     if (block.size() <= m_iqTap.freeCount())
         m_iqTap.write(block.data(), int(block.size()));
 }
 
-void ZephrinMDSP::feedIqServer(std::vector<COMPLEX> &block)
+void ZephrinMDSP::feedIqServer(gsl::span<COMPLEX> block)
 {
     IqServerAbstract *server = m_iqServer;
     if (server && server->isOpen())
         server->write(0, block.data(), int(block.size()));
 }
 
-void ZephrinMDSP::feedRecorder(std::vector<COMPLEX> &block)
+void ZephrinMDSP::feedRecorder(gsl::span<COMPLEX> block)
 {
     if (!m_iqFile->isOpen())
         return;
-    if (!m_iqFile->write(block))
+    m_recorded.assign(block.begin(), block.end());
+    if (!m_iqFile->write(m_recorded))
         vm::log::debug(kBlockSignature, " failed to write IQ to file");
 }
 

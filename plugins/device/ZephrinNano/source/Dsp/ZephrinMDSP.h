@@ -97,6 +97,11 @@ public:
     /// stopped or the input ring has no room for all of them. Reader thread.
     void processIQ(gsl::span<COMPLEX> block);
 
+    /// The same for `count` samples that decode(COMPLEX *) puts where they are wanted, once and
+    /// before this returns; to null if they are dropped. Reader thread.
+    template <typename Decode>
+    void processIQ(std::size_t count, Decode decode);
+
     /// The IQ stream after the IQ notch, for the host to read. Any thread.
     CircularBuffer<COMPLEX> *iqBuffer() { return &m_iqTap; }
 
@@ -331,15 +336,18 @@ private:
     using Lock = std::lock_guard<std::recursive_mutex>;
 
     // The steps of one read block, in order; engine thread, under the engine mutex.
-    void dspProcess(std::vector<COMPLEX> &block);
-    void feedIqTap(std::vector<COMPLEX> &block);
-    void feedIqServer(std::vector<COMPLEX> &block);
-    void feedRecorder(std::vector<COMPLEX> &block);
+    void dspProcess(gsl::span<COMPLEX> block);
+    void feedIqTap(gsl::span<COMPLEX> block);
+    void feedIqServer(gsl::span<COMPLEX> block);
+    void feedRecorder(gsl::span<COMPLEX> block);
     void feedSoundCard(gsl::span<COMPLEX> audio); // called inside the receiver
     void feedLineOut();
     void feedVac();
     void feedSensors();
     bool takeChunk(CircularBuffer<COMPLEX> &ring);
+
+    /// Wakes the engine if enough samples wait. Reader thread.
+    void wakeForInput();
 
     /// Calls a setter under the engine mutex.
     template <typename... Arguments, typename... Values>
@@ -367,6 +375,12 @@ private:
         double low;
         double high;
     };
+
+    // What reader and engine handle in the input ring at a time: a read window at most.
+    static constexpr std::size_t kLongestRun =
+        EngineLimits::readWindow(int(EngineLimits::kRatesHz.size()) - 1) / EngineLimits::kFrameBytes
+        * EngineLimits::kFrameSamples;
+    static_assert(kLongestRun >= SIGNAL_MAX_SIZE);
 
     static constexpr unsigned kIqTapCapacity = 65536;
     static constexpr unsigned long kNotches = 8; // as many as the host keeps for a band
@@ -414,6 +428,22 @@ private:
     vm::containers::ring_buffer<COMPLEX, vm::thread::spinlock> m_input;
 
     // Engine thread.
-    std::vector<COMPLEX> m_readBlock; // sized while there is no engine thread
+    std::size_t m_readBlock = EngineLimits::kBlock; // samples; set while there is no engine thread
+    std::vector<COMPLEX> m_recorded;                // the block as the recorder takes it
     std::vector<COMPLEX32> m_audio;
 };
+
+template <typename Decode>
+void ZephrinMDSP::processIQ(std::size_t count, Decode decode)
+{
+    if (count > kLongestRun) { // no window of the stream's
+        std::vector<COMPLEX> iq(count);
+        decode(iq.data());
+        return processIQ(gsl::span<COMPLEX>(iq));
+    }
+    COMPLEX *const room = stopping() ? nullptr : m_input.room(count);
+    decode(room);
+    if (room != nullptr)
+        m_input.commit();
+    wakeForInput();
+}

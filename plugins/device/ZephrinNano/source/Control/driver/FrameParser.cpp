@@ -110,6 +110,14 @@ std::size_t FrameParser::samplesIn(std::size_t distance, std::size_t format)
     }
 }
 
+std::size_t FrameParser::samplesIn(const std::vector<std::size_t> &headers, std::size_t format)
+{
+    std::size_t samples = 0;
+    for (std::size_t i = 1; i < headers.size(); ++i)
+        samples += samplesIn(headers[i] - headers[i - 1], format);
+    return samples;
+}
+
 std::size_t FrameParser::keepTail(
     std::vector<int8_t> &block, const std::vector<std::size_t> &headers)
 {

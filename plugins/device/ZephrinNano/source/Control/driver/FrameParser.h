@@ -45,14 +45,16 @@ public:
     /// format 0: 3 bytes a component; else 2 bytes.
     static std::size_t samplesIn(std::size_t distance, std::size_t format);
 
-    /// Converts every frame between neighbouring headers into iq, which takes exactly those samples
-    /// (it keeps its capacity and is not cleared first: all of it is overwritten). Returns the
-    /// largest peak word of the frames kept, as unsigned 16 bits, 0 without any. Distances that are
-    /// no frame go to skipped(size_t). Every sample is multiplied by the gain.
+    /// Complex samples of all frames between neighbouring headers.
+    static std::size_t samplesIn(const std::vector<std::size_t> &headers, std::size_t format);
+
+    /// Converts these frames to iq, which has room for just their samples; null: nobody wants them.
+    /// Returns the largest peak word of the frames kept, as unsigned 16 bits, 0 without any.
+    /// Distances that are no frame go to skipped(size_t). Every sample is multiplied by the gain.
     template <typename Skipped>
     static std::uint16_t decode(const std::vector<int8_t> &block,
-        const std::vector<std::size_t> &headers, std::size_t format, std::vector<COMPLEX> &iq,
-        Skipped skipped, double gain = 1.0);
+        const std::vector<std::size_t> &headers, std::size_t format, COMPLEX *iq, Skipped skipped,
+        double gain = 1.0);
 
     /// Moves the bytes from the last header on to the front of the block and returns their number.
     /// Without a header there is no tail: 0, the whole block is given up.
@@ -66,16 +68,10 @@ private:
 
 template <typename Skipped>
 std::uint16_t FrameParser::decode(const std::vector<int8_t> &block,
-    const std::vector<std::size_t> &headers, std::size_t format, std::vector<COMPLEX> &iq,
-    Skipped skipped, double gain)
+    const std::vector<std::size_t> &headers, std::size_t format, COMPLEX *iq, Skipped skipped,
+    double gain)
 {
-    std::size_t total = 0;
-    for (std::size_t i = 1; i < headers.size(); ++i)
-        total += samplesIn(headers[i] - headers[i - 1], format);
-    iq.resize(total);
-
     std::uint16_t peak = 0;
-    COMPLEX *out = iq.data();
     for (std::size_t i = 1; i < headers.size(); ++i) {
         const std::size_t distance = headers[i] - headers[i - 1];
         const std::size_t samples = samplesIn(distance, format);
@@ -85,8 +81,10 @@ std::uint16_t FrameParser::decode(const std::vector<int8_t> &block,
         }
         const auto *frame = reinterpret_cast<const std::uint8_t *>(block.data()) + headers[i - 1];
         const std::size_t shift = distance > kFrameBytes ? 1 : 0;
-        convert(frame + shift + kSamplesOffset, samples, format, out, gain);
-        out += samples;
+        if (iq != nullptr) {
+            convert(frame + shift + kSamplesOffset, samples, format, iq, gain);
+            iq += samples;
+        }
 
         const auto word = std::uint16_t(frame[kPeakOffset] | frame[kPeakOffset + 1] << 8);
         peak = std::max(peak, word);

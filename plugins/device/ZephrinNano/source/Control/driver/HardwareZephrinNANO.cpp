@@ -40,7 +40,6 @@ constexpr long kAdcPauseNs = 5000000; // 5 ms for the ADC to take a reset edge
 // No chip has an EEPROM with a user area above this; a library that tells of one is broken.
 constexpr DWORD kLargestUserArea = 65536; // bytes
 
-constexpr std::size_t kReservedSamples = 4096;
 constexpr int kHighestRateCode = int(EngineLimits::kRatesHz.size()) - 1;
 
 constexpr std::uint32_t kStateAdcReset = 1u << 31;
@@ -77,7 +76,6 @@ HardwareZephrinNANO::HardwareZephrinNANO(std::shared_ptr<ZephrinMDSP> dsp, QObje
 {
     assert(m_dsp && "dsp");
     AutoPreamp::instance(); // made here, its timer lives on the GUI thread and not on the reader's
-    m_iq.reserve(kReservedSamples);
 
     connect(this, &HardwareZephrinNANO::forceStop, this, &HardwareZephrinNANO::stopStream,
         Qt::QueuedConnection);
@@ -408,8 +406,11 @@ std::size_t HardwareZephrinNANO::extractIQ(
             __LINE__, ", failed to read block, size:", distance);
     };
     const double gain = m_preampCoeff; // one for the block
-    const auto peak = FrameParser::decode(block, headers, m_sampleFormat, m_iq, logSkipped, gain);
-    m_dsp->processIQ(gsl::span<COMPLEX>(m_iq));
+    std::uint16_t peak = 0;
+    // Right into the engine's ring: a copy of the samples would cost as much as their decoding.
+    m_dsp->processIQ(FrameParser::samplesIn(headers, m_sampleFormat), [&](COMPLEX *iq) {
+        peak = FrameParser::decode(block, headers, m_sampleFormat, iq, logSkipped, gain);
+    });
 
     const std::size_t tail = FrameParser::keepTail(block, headers);
     if (peak != 0)

@@ -29,8 +29,8 @@ class ZephrinMDSP;
 ///
 /// Threads:
 /// 1. GUI: this object and its timer live there; every operation but those of 2.
-/// 2. Reader: run() and what it calls, between startStream() and stopStream(). The window buffer,
-///    m_iq and the header list are its own.
+/// 2. Reader: run() and what it calls, between startStream() and stopStream(). The window buffer
+///    and the header list are its own.
 /// FT_Write by 1 goes on while 2 is in FT_Read, without a lock: the FIFO library takes that.
 /// forceStop() may be raised by any thread; the stop itself is queued to 1, since no thread can
 /// join itself.
@@ -179,7 +179,6 @@ private:
     unsigned m_adcRegisterMode = 0;          // 1 while a register word is on its way
     std::atomic<double> m_preampCoeff = 1.0; // linear; written by 1, read by 2
     std::size_t m_sampleFormat = 0;          // 0: 3 bytes a component, else 2; fixed while 2 runs
-    std::vector<COMPLEX> m_iq;
     std::shared_ptr<ZephrinMDSP> m_dsp;
     QTimer m_watchdog;
     std::atomic<bool> m_dataSeen = false; // a read succeeded; set by 2, cleared by 1
