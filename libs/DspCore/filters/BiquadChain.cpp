@@ -17,6 +17,7 @@ using Lanes = BiquadChain::Lanes;
 constexpr int kSections = BiquadChain::kSections;
 constexpr int kLastSection = kSections - 1;
 constexpr int kShortBlock = 32; // samples; below it the steps at both ends cost more than they save
+constexpr int kTrio = 3;        // sections that a short block goes through at a time
 
 /// Vectors of kBytes: how many, and where a section stands.
 template <int kBytes>
@@ -143,6 +144,89 @@ struct Run
     }
 };
 
+/// A short block's way through kCount sections that follow each other, a vector for both parts of
+/// each. All stands in registers, and no section waits for the one before it but at both ends.
+template <int kCount>
+struct ShortRun
+{
+    typedef double Parts __attribute__((vector_size(16), may_alias));
+
+    Parts a0[kCount];
+    Parts a1[kCount];
+    Parts a2[kCount];
+    Parts b1[kCount];
+    Parts b2[kCount];
+    Parts state1[kCount];
+    Parts state2[kCount];
+    Parts output[kCount];
+
+    [[gnu::always_inline]] static inline Parts &at(double *lanes, int lane)
+    {
+        return *reinterpret_cast<Parts *>(lanes + lane);
+    }
+
+    [[gnu::always_inline]] inline void step(int k, Parts *samples, int t)
+    {
+        const Parts in = k == 0 ? samples[t] : output[k - 1];
+        const Parts y = a0[k] * in + state1[k];
+        state1[k] = a1[k] * in + state2[k] - b1[k] * y;
+        state2[k] = a2[k] * in - b2[k] * y;
+        output[k] = y;
+        if (k == kCount - 1)
+            samples[t - k] = y;
+    }
+
+    /// For blocks of kCount samples and more.
+    template <int kBytes>
+    [[gnu::always_inline]] inline void all(Lanes &lanes, int first, COMPLEX *buffer, int length)
+    {
+        auto *const samples = reinterpret_cast<Parts *>(buffer);
+#pragma GCC unroll 3
+        for (int k = 0; k < kCount; ++k) {
+            const int lane = Layout<kBytes>::lane(first + k);
+            a0[k] = at(lanes.a0, lane);
+            a1[k] = at(lanes.a1, lane);
+            a2[k] = at(lanes.a2, lane);
+            b1[k] = at(lanes.b1, lane);
+            b2[k] = at(lanes.b2, lane);
+            state1[k] = at(lanes.state1, lane);
+            state2[k] = at(lanes.state2, lane);
+        }
+#pragma GCC unroll 3
+        for (int t = 0; t < kCount - 1; ++t) {
+#pragma GCC unroll 3
+            for (int k = t; k >= 0; --k)
+                step(k, samples, t);
+        }
+        for (int t = kCount - 1; t < length; ++t) {
+#pragma GCC unroll 3
+            for (int k = kCount - 1; k >= 0; --k)
+                step(k, samples, t);
+        }
+#pragma GCC unroll 3
+        for (int done = 1; done < kCount; ++done) {
+#pragma GCC unroll 3
+            for (int k = kCount - 1; k >= done; --k)
+                step(k, samples, length - 1 + done);
+        }
+#pragma GCC unroll 3
+        for (int k = 0; k < kCount; ++k) {
+            const int lane = Layout<kBytes>::lane(first + k);
+            at(lanes.state1, lane) = state1[k];
+            at(lanes.state2, lane) = state2[k];
+        }
+    }
+};
+
+/// kCount sections at a time.
+template <int kBytes, int kCount>
+[[gnu::always_inline]] inline void shortRuns(Lanes &lanes, COMPLEX *buffer, int length)
+{
+    static_assert(kSections % kCount == 0);
+    for (int first = 0; first < kSections; first += kCount)
+        ShortRun<kCount>{}.template all<kBytes>(lanes, first, buffer, length);
+}
+
 #if PROCESSOR_DISPATCH
 #define VERSION(name) __attribute__((target(name)))
 #else
@@ -156,7 +240,12 @@ struct Run
     }                                                                                              \
     VERSION(name) void versionedRun(Lanes &lanes, COMPLEX *buffer, int length)                     \
     {                                                                                              \
-        Run<kBytes>{lanes, buffer, length}.all();                                                  \
+        if (length >= kShortBlock)                                                                 \
+            Run<kBytes>{lanes, buffer, length}.all();                                              \
+        else if (length >= kTrio)                                                                  \
+            shortRuns<kBytes, kTrio>(lanes, buffer, length);                                       \
+        else                                                                                       \
+            shortRuns<kBytes, 1>(lanes, buffer, length);                                           \
     }
 
 // A register of the widest kind would hold four sections; with the ends of a block that is slower.
@@ -199,32 +288,6 @@ void BiquadChain::process(COMPLEX *buffer, int length)
 {
     if (mFlat.all())
         return;
-    if (length >= kShortBlock)
-        return versionedRun(mLanes, buffer, length);
-    for (int section = 0; section < kSections; ++section)
-        processSection(section, buffer, length);
-}
-
-void BiquadChain::processSection(int section, COMPLEX *buffer, int length)
-{
-    const int lane = versionedLane(section);
-    const double a0 = mLanes.a0[lane];
-    const double a1 = mLanes.a1[lane];
-    const double a2 = mLanes.a2[lane];
-    const double b1 = mLanes.b1[lane];
-    const double b2 = mLanes.b2[lane];
-    COMPLEX state1{mLanes.state1[lane], mLanes.state1[lane + 1]};
-    COMPLEX state2{mLanes.state2[lane], mLanes.state2[lane + 1]};
-    for (int n = 0; n < length; ++n) {
-        const COMPLEX x = buffer[n];
-        const COMPLEX y{a0 * x.re + state1.re, a0 * x.im + state1.im};
-        state1 = {a1 * x.re + state2.re - b1 * y.re, a1 * x.im + state2.im - b1 * y.im};
-        state2 = {a2 * x.re - b2 * y.re, a2 * x.im - b2 * y.im};
-        buffer[n] = y;
-    }
-    mLanes.state1[lane] = state1.re;
-    mLanes.state1[lane + 1] = state1.im;
-    mLanes.state2[lane] = state2.re;
-    mLanes.state2[lane + 1] = state2.im;
+    versionedRun(mLanes, buffer, length);
 }
 } // namespace DspCore

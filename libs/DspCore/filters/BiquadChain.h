@@ -22,9 +22,9 @@ namespace DspCore
 ///
 ///   9 vectors of 4 doubles   |0 re|0 im|9 re|9 im|  |1 re|1 im|10 re|10 im|  ..
 ///
-/// A block that is short against the 17 steps is taken section by section. While all sections are
-/// flat, numerator equal to denominator, their states stay zero and a block passes as it is. Not
-/// thread-safe.
+/// A block that is short against the 17 steps goes through three sections at a time in the same
+/// way, a vector for each. While all sections are flat, numerator equal to denominator, their
+/// states stay zero and a block passes as it is. Not thread-safe.
 class BiquadChain
 {
 public:
@@ -59,8 +59,6 @@ public:
     };
 
 private:
-    void processSection(int section, COMPLEX *buffer, int length);
-
     Lanes mLanes;
     std::bitset<kSections> mFlat; // sections that change nothing
 };
