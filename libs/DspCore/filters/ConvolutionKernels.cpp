@@ -206,12 +206,59 @@ template <int kBytes, int kOutputs>
     }
 }
 
+/// The sums of eight windows whose length is eight steps, or a multiple. Taps and samples in rows
+/// of one step,
+///
+///     taps     h0 h1 h2 .. h7
+///     samples  x0 x1 x2 .. x7 x8 .. x14         window m is the sum of h[q] x[m + q]
+///
+/// a column of samples meets a column of taps: each sample is loaded once for up to eight windows,
+/// while kRows taps wait in registers. Window by window each product would have a load of its own,
+/// and a processor loads at most as much as it multiplies.
+template <int kBytes, int kRows>
+[[gnu::always_inline]] inline void sumRows(
+    const double *oldest, int step, const double *taps, int count, COMPLEX *out)
+{
+    using Reg = Register<double, kBytes>;
+    typename Reg::type sums[kWindowsInRows]{};
+    for (int row = 0; row < count / step; row += kRows) {
+        for (int i = 0; i < 2 * step; i += Reg::kLanes) {
+            typename Reg::type tap[kRows];
+#pragma GCC unroll 8
+            for (int q = 0; q < kRows; ++q)
+                tap[q] = Reg::at(taps + 2 * (row + q) * step + i);
+#pragma GCC unroll 16
+            for (int k = 0; k < kWindowsInRows + kRows - 1; ++k) {
+                const typename Reg::type x = Reg::at(oldest + 2 * (row + k) * step + i);
+#pragma GCC unroll 8
+                for (int m = 0; m < kWindowsInRows; ++m) {
+                    if (k >= m && k - m < kRows)
+                        sums[m] += tap[k - m] * x;
+                }
+            }
+        }
+    }
+    for (int m = 0; m < kWindowsInRows; ++m) {
+        COMPLEX sum{0.0, 0.0};
+        for (int lane = 0; lane < Reg::kLanes; lane += 2) {
+            sum.re += sums[m][lane];
+            sum.im += sums[m][lane + 1];
+        }
+        out[m] = sum;
+    }
+}
+
 template <int kBytes>
 [[gnu::always_inline]] inline void windows(const COMPLEX *oldest, int step, const double *taps,
     int count, COMPLEX *out, int outStep, int outputs)
 {
     constexpr int kSideBySide = 4;
+    constexpr int kRows = kBytes == 64 ? 8 : 4; // as many taps as there are registers for
     int n = 0;
+    if (kBytes > 16 && outStep == 1 && inRows(step, count)) {
+        for (; n + kWindowsInRows <= outputs; n += kWindowsInRows)
+            sumRows<kBytes, kRows>(&oldest[n * step].re, step, taps, count, out + n);
+    }
     for (; n + kSideBySide <= outputs; n += kSideBySide)
         sumSideBySide<kBytes, kSideBySide>(
             &oldest[n * step].re, step, taps, count, out + n * outStep, outStep);

@@ -49,6 +49,14 @@ void sumProducts(
 void sumProducts(
     Spectra<float> history, int newest, Spectra<float> filter, int first, int bins, COMPLEX32 *out);
 
+/// Windows at a distance of a whole number of cache lines, whose length is a multiple of eight such
+/// distances, are summed quickest, eight at a time.
+constexpr int kWindowsInRows = 8;
+constexpr bool inRows(int step, int count)
+{
+    return step % 4 == 0 && count % (kWindowsInRows * step) == 0;
+}
+
 /// Weighted sums over windows of a stream, the next window `step` samples on: for each n below
 /// `outputs`, out[n * outStep] is the sum of taps[2 i] oldest[n * step + i] for i below `count`.
 /// Each tap stands twice in `taps`; the count is a multiple of 4.

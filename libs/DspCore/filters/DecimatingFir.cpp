@@ -30,6 +30,17 @@ int roundedUp(int length)
     return (length + kLineSamples - 1) / kLineSamples * kLineSamples;
 }
 
+/// A window that is a fiftieth too long is worth the sums in rows.
+int windowFor(int taps, int up, int down)
+{
+    const int window = roundedUp(taps);
+    const int rows = kWindowsInRows * down;
+    const int inWholeRows = (window + rows - 1) / rows * rows;
+    return up == 1 && inRows(down, inWholeRows) && 50 * (inWholeRows - window) <= window
+        ? inWholeRows
+        : window;
+}
+
 std::vector<double> bandLimit(double edge, int taps)
 {
     FastFir fir;
@@ -65,7 +76,7 @@ void DecimatingFir::init(double edge, int taps, int up, int down)
     mUp = up;
     mDown = down;
     mPhase = 0;
-    mWindow = roundedUp(taps + perPhase - 1);
+    mWindow = windowFor(taps + perPhase - 1, up, down);
     mTransforms = isTransformed(up, down) && mWindow <= kBlock;
     mTaps.assign(std::size_t(up), Taps(std::size_t(2 * mWindow), 0.0));
     for (int phase = 0; phase < up; ++phase) {
