@@ -31,7 +31,8 @@ private:
         do
             record.fields.append(isAt('"') ? quoted(record.isWhole) : plain());
         while (take(m_separator));
-        if (take('\r') | take('\n'))
+        const bool isReturn = take('\r');
+        if (take('\n') || isReturn)
             ++m_line;
         return record;
     }

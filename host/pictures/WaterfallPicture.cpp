@@ -28,10 +28,9 @@ QVector<QRgb> palette()
     QVector<QRgb> colours;
     for (int i = 0; i < ColourMap::kColours; ++i)
         colours << ColourMap::entry(i);
-    const int shades = kPalette - ColourMap::kColours;
-    const auto mix = [shades](
-                         int from, int to, int i) { return from + (to - from) * i / (shades - 1); };
-    for (int i = 0; i < shades; ++i)
+    constexpr int kShades = kPalette - ColourMap::kColours;
+    const auto mix = [](int from, int to, int i) { return from + (to - from) * i / (kShades - 1); };
+    for (int i = 0; i < kShades; ++i)
         colours << qRgb(mix(qRed(style::kMargin), qRed(style::kText), i),
             mix(qGreen(style::kMargin), qGreen(style::kText), i),
             mix(qBlue(style::kMargin), qBlue(style::kText), i));

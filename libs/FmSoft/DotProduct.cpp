@@ -28,9 +28,15 @@ constexpr std::size_t kLanes = 16;
 // Eight numbers at any address, one register of the widest kind or several of a narrower one.
 typedef double Eight __attribute__((vector_size(64), aligned(8), may_alias));
 
-[[gnu::always_inline]] inline const Eight &eightAt(const double *address)
+// A reference to the bare type is to an aligned one for clang.
+struct [[gnu::packed, gnu::may_alias]] EightAnywhere
 {
-    return *reinterpret_cast<const Eight *>(address);
+    Eight value;
+};
+
+[[gnu::always_inline]] inline const EightAnywhere &eightAt(const double *address)
+{
+    return *reinterpret_cast<const EightAnywhere *>(address);
 }
 
 [[gnu::always_inline]] inline double total(const Eight &x)
@@ -47,11 +53,11 @@ typedef double Eight __attribute__((vector_size(64), aligned(8), may_alias));
     Eight sum3{};
     std::size_t i = 0;
     for (; i + 8 <= length; i += 8) {
-        const Eight tap = eightAt(a + i);
-        sum0 += tap * eightAt(b + i);
-        sum1 += tap * eightAt(b + step + i);
-        sum2 += tap * eightAt(b + 2 * step + i);
-        sum3 += tap * eightAt(b + 3 * step + i);
+        const Eight tap = eightAt(a + i).value;
+        sum0 += tap * eightAt(b + i).value;
+        sum1 += tap * eightAt(b + step + i).value;
+        sum2 += tap * eightAt(b + 2 * step + i).value;
+        sum3 += tap * eightAt(b + 3 * step + i).value;
     }
     out[0] = total(sum0);
     out[1] = total(sum1);

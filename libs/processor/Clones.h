@@ -7,8 +7,10 @@
 // be always_inline to become part of each copy.
 //
 // PROCESSOR_DISPATCH tells whether the loader may pick at all. The sanitizers' instrumentation is
-// not set up when it does, so they get the baseline.
-#if defined(__x86_64__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// not set up when it does, so they get the baseline. So does what clang builds, which knows no
+// levels of x86-64 as versions of a function.
+#if defined(__x86_64__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)                   \
+    && !defined(__SANITIZE_THREAD__)
 #define PROCESSOR_DISPATCH 1
 #define PROCESSOR_CLONES [[gnu::target_clones("default", "arch=x86-64-v3", "arch=x86-64-v4")]]
 #else

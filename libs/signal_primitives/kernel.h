@@ -12,7 +12,7 @@ namespace signal_primitives
 template <typename... T>
 [[gnu::always_inline]] inline IppStatus check(int len, const T *...arrays)
 {
-    if (((arrays == nullptr) || ...))
+    if ((!arrays || ...))
         return ippStsNullPtrErr;
     return len < 1 ? ippStsSizeErr : ippStsNoErr;
 }

@@ -122,11 +122,13 @@ TEST(PilotPhaseLockTest, LocksAfterItsDelayAndLetsGoBelowTheSmallestPilot)
     EXPECT_NEAR(lock.pilotLevel(), 0.1, kRipple);
 
     std::size_t seconds = 0;
-    for (const std::size_t end = n + 2 * 192000; n < end;)
+    std::size_t end = n + 2 * 192000;
+    while (n < end)
         seconds += feed(0.1);
     EXPECT_EQ(seconds, 2u) << "one event for every 19000 periods";
     for (const double amplitude : {1.5 * kSmallest, 0.75 * kSmallest}) {
-        for (const std::size_t end = n + 192000; n < end;)
+        end = n + 192000;
+        while (n < end)
             feed(amplitude);
         EXPECT_EQ(lock.locked(), amplitude > kSmallest) << amplitude;
     }

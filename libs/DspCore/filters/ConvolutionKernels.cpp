@@ -17,13 +17,16 @@ struct Register
     typedef Real type __attribute__((vector_size(kBytes), aligned(alignof(Real)), may_alias));
     static constexpr int kLanes = kBytes / int(sizeof(Real));
 
-    [[gnu::always_inline]] static inline const type &at(const Real *address)
+    // A reference to the bare type is to an aligned one for clang.
+    struct [[gnu::packed, gnu::may_alias]] Anywhere { type value; };
+
+    [[gnu::always_inline]] static inline const Anywhere &at(const Real *address)
     {
-        return *reinterpret_cast<const type *>(address);
+        return *reinterpret_cast<const Anywhere *>(address);
     }
-    [[gnu::always_inline]] static inline type &at(Real *address)
+    [[gnu::always_inline]] static inline Anywhere &at(Real *address)
     {
-        return *reinterpret_cast<type *>(address);
+        return *reinterpret_cast<Anywhere *>(address);
     }
 };
 
@@ -50,8 +53,8 @@ struct Sums
     {
 #pragma GCC unroll 2
         for (int r = 0; r < kRegisters; ++r) {
-            const Vector vRe = Reg::at(xRe + r * Reg::kLanes);
-            const Vector vIm = Reg::at(xIm + r * Reg::kLanes);
+            const Vector vRe = Reg::at(xRe + r * Reg::kLanes).value;
+            const Vector vIm = Reg::at(xIm + r * Reg::kLanes).value;
             reRe[turn][r] += re * vRe;
             imIm[turn][r] += im * vIm;
             reIm[turn][r] += re * vIm;
@@ -65,10 +68,10 @@ struct Sums
     {
 #pragma GCC unroll 2
         for (int r = 0; r < kRegisters; ++r) {
-            const Vector vRe = Reg::at(xRe + r * Reg::kLanes);
-            const Vector vIm = Reg::at(xIm + r * Reg::kLanes);
-            const Vector wRe = Reg::at(hRe + r * Reg::kLanes);
-            const Vector wIm = Reg::at(hIm + r * Reg::kLanes);
+            const Vector vRe = Reg::at(xRe + r * Reg::kLanes).value;
+            const Vector vIm = Reg::at(xIm + r * Reg::kLanes).value;
+            const Vector wRe = Reg::at(hRe + r * Reg::kLanes).value;
+            const Vector wIm = Reg::at(hIm + r * Reg::kLanes).value;
             reRe[turn][r] += wRe * vRe;
             imIm[turn][r] += wIm * vIm;
             reIm[turn][r] += wRe * vIm;
@@ -86,8 +89,8 @@ struct Sums
                 sumRe += reRe[1][r] - imIm[1][r];
                 sumIm += reIm[1][r] + imRe[1][r];
             }
-            Reg::at(re + r * Reg::kLanes) = sumRe;
-            Reg::at(im + r * Reg::kLanes) = sumIm;
+            Reg::at(re + r * Reg::kLanes).value = sumRe;
+            Reg::at(im + r * Reg::kLanes).value = sumIm;
         }
     }
 };
@@ -182,17 +185,18 @@ template <int kBytes, int kOutputs>
     for (; i + kStride <= 2 * count; i += kStride) {
 #pragma GCC unroll 8
         for (int turn = 0; turn < kTurns; ++turn) {
-            const typename Reg::type tap = Reg::at(taps + i + turn * Reg::kLanes);
+            const typename Reg::type tap = Reg::at(taps + i + turn * Reg::kLanes).value;
 #pragma GCC unroll 8
             for (int n = 0; n < kOutputs; ++n)
-                sums[n][turn] += tap * Reg::at(oldest + 2 * n * step + i + turn * Reg::kLanes);
+                sums[n][turn] +=
+                    tap * Reg::at(oldest + 2 * n * step + i + turn * Reg::kLanes).value;
         }
     }
     for (; i < 2 * count; i += Reg::kLanes) {
-        const typename Reg::type tap = Reg::at(taps + i);
+        const typename Reg::type tap = Reg::at(taps + i).value;
 #pragma GCC unroll 8
         for (int n = 0; n < kOutputs; ++n)
-            sums[n][0] += tap * Reg::at(oldest + 2 * n * step + i);
+            sums[n][0] += tap * Reg::at(oldest + 2 * n * step + i).value;
     }
     for (int n = 0; n < kOutputs; ++n) {
         for (int turn = 1; turn < kTurns; ++turn)

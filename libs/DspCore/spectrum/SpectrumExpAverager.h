@@ -37,7 +37,6 @@ private:
 
     std::size_t mSpectrumSize = 4096;
     std::size_t mAveragingSize = 1;
-    std::size_t mNextRow = 0;  // one state per bin instead of rows: stays 0
     float mWeight = 0.0f;      // a
     float mCorrection = -9.0f; // dB, the curved part of the offset
     std::vector<REAL32> mOutput = std::vector<REAL32>(mSpectrumSize);

@@ -27,7 +27,7 @@ struct Factor
 
 [[gnu::always_inline]] inline void swapParts(const Pair &x, Pair &swapped)
 {
-    swapped = __builtin_shuffle(x, Mask{1, 0, 3, 2});
+    swapped = __builtin_shufflevector(x, x, 1, 0, 3, 2);
 }
 
 /// kRegisters registers, twice as many notches; those beyond the list pass what they get.

@@ -36,6 +36,8 @@ struct Overloaded : Acts...
 {
     using Acts::operator()...;
 };
+template <typename... Acts>
+Overloaded(Acts...) -> Overloaded<Acts...>;
 
 constexpr auto changed(const QSpinBox &)
 {
