@@ -4,6 +4,7 @@
 # test   run all tests
 # bench  run all benchmarks
 # test-usb  the provider on libusb in a virtual machine with a real USB stack (minutes)
+# fuzz   let the fuzzers look for faults, each for so many MINUTES
 # check  formatting and static checks of the sources
 # format reformat all sources        all  build everything
 PRESET ?= release
@@ -11,13 +12,15 @@ BUILD  := build/$(PRESET)
 OUT    ?= out
 # Length of the checked stream of test-usb, 19 MB/s if the machine is quick enough.
 USB_SECONDS ?= 60
+# Of each fuzzer.
+MINUTES ?= 1
 JOBS   ?= $(shell nproc)
 
 CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
 SOURCES   = git ls-files '*.h' '*.cpp'
 
-.PHONY: all run test test-usb bench check check-format check-tidy format clean
+.PHONY: all run test test-usb bench fuzz check check-format check-tidy format clean
 all:
 	@scripts/install-dependencies.sh test
 	@scripts/install-dependencies.sh bench
@@ -48,6 +51,12 @@ bench:
 	@$(CONFIGURE) -DZEPHRIN_BENCHMARKS=ON
 	@$(COMPILE) --target benchmarks
 	@scripts/bench.sh $(BUILD)
+
+fuzz:
+	@scripts/install-dependencies.sh fuzz
+	@cmake --preset fuzz $(CMAKE_ARGS) >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS) --target fuzzers
+	@tests/fuzz/run.sh build/fuzz $(MINUTES)
 
 check: check-format check-tidy
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian 12 packages that a task needs. Does nothing, and needs no privileges, when all
 # of them are there.
-# usage: install-dependencies.sh run|test|usb|bench|check
+# usage: install-dependencies.sh run|test|usb|bench|fuzz|check
 set -euo pipefail
 task=${1:-}
 
@@ -27,9 +27,10 @@ test)
     ;;
 usb) packages+=(qemu-system-x86 busybox-static cpio kmod) ;;
 bench) packages+=(libbenchmark-dev) ;;
+fuzz) packages+=(clang-14 libclang-rt-14-dev libgtest-dev libgmock-dev) ;;
 check) packages+=(clang-format clang-tidy) ;;
 *)
-    echo "usage: $0 run|test|usb|bench|check" >&2
+    echo "usage: $0 run|test|usb|bench|fuzz|check" >&2
     exit 2
     ;;
 esac

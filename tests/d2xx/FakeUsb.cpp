@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <iterator>
 
 struct libusb_context
 { };
@@ -28,6 +29,7 @@ void FakeUsb::reset()
     m_devices.clear();
     m_bytes.clear();
     m_endings.clear();
+    m_raw.clear();
     m_queue.clear();
     m_cancelled.clear();
     m_calls.clear();
@@ -70,6 +72,19 @@ void FakeUsb::sendNothing()
     const std::lock_guard lock(mutex);
     m_nothing = true;
     m_changed.notify_all();
+}
+
+void FakeUsb::sendRaw(std::vector<RawTransfer> transfers)
+{
+    const std::lock_guard lock(mutex);
+    std::ranges::move(transfers, std::back_inserter(m_raw));
+    m_changed.notify_all();
+}
+
+std::size_t FakeUsb::rawLeft() const
+{
+    const std::lock_guard lock(mutex);
+    return m_raw.size();
 }
 
 void FakeUsb::endTransfers(libusb_transfer_status status, int count)
@@ -177,7 +192,8 @@ bool FakeUsb::completeOne(int waitMs)
     const auto ready = [this] {
         return !m_cancelled.empty()
             || (!m_queue.empty()
-                && (m_gone || m_nothing || !m_bytes.empty() || !m_endings.empty()));
+                && (m_gone || m_nothing || !m_bytes.empty() || !m_endings.empty()
+                    || !m_raw.empty()));
     };
     if (!m_changed.wait_for(lock, std::chrono::milliseconds(waitMs), ready))
         return false;
@@ -194,6 +210,12 @@ bool FakeUsb::completeOne(int waitMs)
         } else if (!m_endings.empty()) {
             transfer->status = m_endings.front();
             m_endings.pop_front();
+        } else if (!m_raw.empty()) {
+            const RawTransfer &raw = m_raw.front();
+            transfer->status = raw.status;
+            transfer->actual_length = std::min(int(raw.bytes.size()), transfer->length);
+            std::copy_n(raw.bytes.begin(), transfer->actual_length, transfer->buffer);
+            m_raw.pop_front();
         } else {
             m_nothing = false;
             transfer->status = LIBUSB_TRANSFER_COMPLETED;
@@ -295,8 +317,10 @@ uint8_t libusb_get_device_address(libusb_device *device)
     return of(device).address;
 }
 
-int libusb_get_port_numbers(libusb_device *device, uint8_t *ports, int)
+int libusb_get_port_numbers(libusb_device *device, uint8_t *ports, int length)
 {
+    if (of(device).hubPorts.size() > std::size_t(length))
+        return LIBUSB_ERROR_OVERFLOW;
     std::ranges::copy(of(device).hubPorts, ports);
     return int(of(device).hubPorts.size());
 }

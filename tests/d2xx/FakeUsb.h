@@ -48,6 +48,18 @@ public:
     /// A packet of the status bytes alone ends the transfer in progress, as the latency timer does.
     void sendNothing();
 
+    /// A transfer of these bytes as they are, status bytes of the packets included, and how it
+    /// ends; what is longer than the transfer is cut.
+    struct RawTransfer
+    {
+        libusb_transfer_status status = LIBUSB_TRANSFER_COMPLETED;
+        std::vector<std::uint8_t> bytes;
+    };
+    void sendRaw(std::vector<RawTransfer> transfers);
+
+    /// Raw transfers that no transfer has taken yet.
+    std::size_t rawLeft() const;
+
     /// The next transfers end with this status, one after the other, without bytes.
     void endTransfers(libusb_transfer_status status, int count = 1);
 
@@ -95,6 +107,7 @@ private:
     std::vector<Device> m_devices;
     std::deque<std::uint8_t> m_bytes;
     std::deque<libusb_transfer_status> m_endings;
+    std::deque<RawTransfer> m_raw;
     std::deque<libusb_transfer *> m_queue;
     std::deque<libusb_transfer *> m_cancelled;
     std::map<std::string, int> m_calls;
