@@ -18,6 +18,10 @@ constexpr std::size_t kBlock = EngineLimits::kBlock;
 constexpr int kMostBlocks = 24; // an execution stays below some 10 ms
 constexpr int kMostSteps = 64;
 
+/// Beyond what a slider has. The equalizer limits nothing: 18 bands of hundreds of decibels leave
+/// the numbers that there are.
+constexpr int kMostEqualizerDb = 40;
+
 /// Its thread sleeps; the blocks are processed where they are made.
 class StillEngine : public ZephrinMDSP
 {
@@ -109,7 +113,8 @@ void set(StillEngine &engine, fuzz::Input &input)
     case 16:
         return engine.setEqualizerEnable(0, on);
     case 17:
-        return engine.setEqualizerGains(0, QVector<int>(value % 20 == 0 ? 17 : 18, value));
+        return engine.setEqualizerGains(
+            0, QVector<int>(value % 20 == 0 ? 17 : 18, value % kMostEqualizerDb));
     case 18:
         return engine.setSqlEnable(0, channel, on);
     case 19:
