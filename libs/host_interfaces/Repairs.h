@@ -14,6 +14,7 @@ enum class Repair : std::size_t {
     Agc,
     Numbers,
     Spectrum,
+    Ctcss,
 };
 
 /// A row of the table of repairs.
@@ -34,6 +35,7 @@ inline constexpr std::array kRepairTable = {
         "refused"},
     RepairRow{
         Repair::Spectrum, "spectrum", "A panorama that gets no time does not end the reception"},
+    RepairRow{Repair::Ctcss, "ctcss", "The tone squelch opens for each of its tones at every rate"},
 };
 
 static_assert([] {

@@ -38,16 +38,37 @@ SqlCtcss::SqlCtcss()
 void SqlCtcss::design()
 {
     mHighPass.init(Biquad::Type::HighPass, kHighPassHz / mSampleRate, kHighPassQuality, 0.0);
+    designToneFilter();
+}
+
+void SqlCtcss::designToneFilter()
+{
     const int last = static_cast<int>(Velmora::CTCSS.size()) - 1;
     const double tone = Velmora::CTCSS[static_cast<std::size_t>(std::clamp(mTone, 0, last))];
     mToneFilter.init((tone - kToneHalfWidthHz) / mSampleRate,
         (tone + kToneHalfWidthHz) / mSampleRate, kToneFilterTaps);
 }
 
+void SqlCtcss::setExact(bool exact)
+{
+    mExact = exact;
+}
+
+void SqlCtcss::setTone(int index)
+{
+    if (mExact && index != mTone) {
+        mTone = index;
+        mToneLock.clear();
+        designToneFilter();
+    }
+    mTone = index;
+}
+
 void SqlCtcss::setSampleRate(double rate)
 {
     mSampleRate = rate;
     mLoss = static_cast<int>(rate);
+    mToneLock.setSampleRate(rate);
     design();
 }
 
@@ -60,6 +81,7 @@ void SqlCtcss::clear()
     mGain = 0;
     mLocked = false;
     mFrequency = 0.0f;
+    mToneLock.clear();
 }
 
 void SqlCtcss::process(COMPLEX *buffer, int length, double level)
@@ -74,9 +96,16 @@ void SqlCtcss::process(COMPLEX *buffer, int length, double level)
     ippsCopy_64fc(buffer, mCopy.data(), length);
     mHighPass.process(buffer, length);
     mToneFilter.process(mCopy.data(), length);
-    if (strong && findCTCSS(mCopy.data(), length))
-        return;
-    doSqualch(buffer, length);
+    if (!hearsTone(strong, length))
+        doSqualch(buffer, length);
+}
+
+/// The exact search goes on in a weak signal, so that its time is that of the stream.
+bool SqlCtcss::hearsTone(bool strong, int length)
+{
+    if (mExact)
+        return mToneLock.process(mCopy.data(), length, mTone) && strong;
+    return strong && findCTCSS(mCopy.data(), length);
 }
 
 void SqlCtcss::doSqualch(COMPLEX *buffer, int length)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "DspCore/audio/ToneLock.h"
 #include "DspCore/filters/Biquad.h"
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/types.h"
@@ -20,6 +21,10 @@ class SqlCtcss
 public:
     SqlCtcss();
 
+    /// The tone is looked for by a ToneLock, on samples and time that all count, and the filter
+    /// moves with the tone at once.
+    void setExact(bool exact);
+
     /// Empties filters, counters, smoothed frequency and lock; the settings stay.
     void clear();
 
@@ -28,8 +33,8 @@ public:
     void setEnable(bool enable) { mEnable = enable; }
 
     /// Index into Velmora::CTCSS, 0..41, unchecked; the filter takes the nearest one. Comparison
-    /// follows at once; the filter moves at the next setSampleRate().
-    void setTone(int index) { mTone = index; }
+    /// follows at once; the filter moves at the next setSampleRate(), unless exact.
+    void setTone(int index);
 
     /// On the scale of the level given to process(), dBm.
     void setThreshold(double threshold) { mThreshold = threshold; }
@@ -54,8 +59,11 @@ public:
     static int getIndexFreq(float frequency);
 
 private:
+    bool hearsTone(bool strong, int length);
     void design();
+    void designToneFilter();
 
+    bool mExact = false;
     bool mEnable = false;
     bool mEnableSql = false;
     int mTone = 0;
@@ -69,6 +77,7 @@ private:
     int mLoss = 0;   // samples
     int mGain = 0;   // samples
     bool mLocked = false;
+    ToneLock mToneLock;
     float mFrequency = 0.0f; // hertz, smoothed over periods
 };
 } // namespace DspCore

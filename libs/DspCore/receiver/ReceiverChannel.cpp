@@ -82,6 +82,7 @@ void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
 {
     mMeter.setRestart(repairs.meter);
     mKeepsFinite = repairs.numbers;
+    sqlCtcss.setExact(repairs.ctcss);
 }
 
 void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modulation)

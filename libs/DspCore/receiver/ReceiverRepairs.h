@@ -10,5 +10,6 @@ struct ReceiverRepairs
     bool meter = false;   ///< a level that is no number does not stay
     bool agc = false;     ///< gain control that is set while nothing is heard holds at once
     bool numbers = false; ///< what is not finite does not stay in a loop
+    bool ctcss = false;   ///< the tone squelch opens for its tone, at every rate
 };
 } // namespace DspCore

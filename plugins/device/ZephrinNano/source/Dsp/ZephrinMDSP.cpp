@@ -98,6 +98,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
         .meter = repairs.has(Repair::Meter),
         .agc = repairs.has(Repair::Agc),
         .numbers = repairs.has(Repair::Numbers),
+        .ctcss = repairs.has(Repair::Ctcss),
     });
 }
 
