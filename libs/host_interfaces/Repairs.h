@@ -15,6 +15,7 @@ enum class Repair : std::size_t {
     Numbers,
     Spectrum,
     Ctcss,
+    Pace,
 };
 
 /// A row of the table of repairs.
@@ -36,6 +37,7 @@ inline constexpr std::array kRepairTable = {
     RepairRow{
         Repair::Spectrum, "spectrum", "A panorama that gets no time does not end the reception"},
     RepairRow{Repair::Ctcss, "ctcss", "The tone squelch opens for each of its tones at every rate"},
+    RepairRow{Repair::Pace, "pace", "S-meter and squelch follow a level as fast at every rate"},
 };
 
 static_assert([] {

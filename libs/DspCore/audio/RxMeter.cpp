@@ -10,6 +10,7 @@ namespace DspCore
 namespace
 {
 constexpr double kCalibrationDb = -10.0; // full scale to dBm
+constexpr double kPaceSamples = 512.0;   // of a block, at 48 kHz in and out
 constexpr int kLanes = 16; // even: real and imaginary parts keep to lanes of their own
 
 // Sums of the squares of the real and of the imaginary parts; in lanes, as the order of plain
@@ -37,13 +38,35 @@ PROCESSOR_CLONES COMPLEX sumOfSquares(const COMPLEX *buffer, int length)
 }
 } // namespace
 
-void RxMeter::process(const COMPLEX *buffer, int length)
+double RxMeter::levelDbm(double meanPower)
+{
+    return 10.0 * std::log10(meanPower) + kCalibrationDb;
+}
+
+/// The power is averaged over the time before its logarithm is taken: a mean of the logarithms of
+/// a few samples each would read noise lower than one of longer blocks does, by up to 2.5 dB.
+void RxMeter::smoothByTime(double sum, int length, double rate)
+{
+    mSum += sum;
+    mSamples += length;
+    const double samples = kPaceSamples * rate / kPaceRate;
+    if (mSamples < samples)
+        return;
+    const double keep = std::pow(0.95, mSamples / samples);
+    mDbm = keep * mDbm + (1.0 - keep) * levelDbm(mSum / mSamples);
+    mSum = 0.0;
+    mSamples = 0;
+}
+
+void RxMeter::process(const COMPLEX *buffer, int length, double rate)
 {
     if (buffer == nullptr || length <= 0)
         return;
     const COMPLEX sum = sumOfSquares(buffer, length);
-    const double level = 10.0 * std::log10((sum.re + sum.im) / length) + kCalibrationDb;
-    mDbm = 0.95 * mDbm + 0.05 * level;
+    if (mByTime)
+        smoothByTime(sum.re + sum.im, length, rate);
+    else
+        mDbm = 0.95 * mDbm + 0.05 * levelDbm((sum.re + sum.im) / length);
     if (mRestarts && !std::isfinite(mDbm))
         mDbm = kFirstDbm;
     mPower = {sum.re / length, sum.im / length};

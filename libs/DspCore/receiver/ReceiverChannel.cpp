@@ -81,6 +81,7 @@ ReceiverChannel::ReceiverChannel(Channel name, CircularBuffer<COMPLEX> *vac)
 void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
 {
     mMeter.setRestart(repairs.meter);
+    mMeter.setByTime(repairs.pace);
     mKeepsFinite = repairs.numbers;
     sqlCtcss.setExact(repairs.ctcss);
 }
@@ -93,7 +94,7 @@ void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modul
         return; // a block of a few input samples may give none at the output rate
     shiftDigital(modulation);
     mBandFilter.process(mOutput.data(), mLength);
-    mMeter.process(mOutput.data(), mLength);
+    mMeter.process(mOutput.data(), mLength, mOutputRate);
     demodulate(modulation);
     if (!isDigital(modulation))
         cleanUp();

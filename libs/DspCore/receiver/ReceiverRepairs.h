@@ -11,5 +11,6 @@ struct ReceiverRepairs
     bool agc = false;     ///< gain control that is set while nothing is heard holds at once
     bool numbers = false; ///< what is not finite does not stay in a loop
     bool ctcss = false;   ///< the tone squelch opens for its tone, at every rate
+    bool pace = false;    ///< meter and level squelch go by time
 };
 } // namespace DspCore

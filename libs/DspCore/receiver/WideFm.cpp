@@ -41,6 +41,7 @@ void WideFm::setInputRate(double inputRate, double outputRate)
 
 void WideFm::setUpDecoder(double rate, double outputRate)
 {
+    mRate = rate;
     if (rate < outputRate)
         mDecoder.reset();
     else
@@ -66,7 +67,7 @@ int WideFm::process(COMPLEX *input, int count, RxMeter &meter, COMPLEX *output)
     mResampler.process(input, count, mWide.data(), wideCount);
     if (wideCount < 1 || !mDecoder)
         return 0;
-    meter.process(mWide.data(), wideCount);
+    meter.process(mWide.data(), wideCount, mRate);
     mDecoderInput.resize(std::size_t(wideCount));
     ippsConvert_64f32f(&mWide[0].re, &mDecoderInput[0].re, 2 * wideCount);
     mDecoder->process(mDecoderInput, mDecoded);

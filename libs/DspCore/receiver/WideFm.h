@@ -58,6 +58,7 @@ private:
     void setUpDecoder(double rate, double outputRate);
     int layOut(COMPLEX *output) const;
 
+    double mRate = kMaxRate; // Hz, of the resampled signal
     FastFir mBandFilter;
     Resampler mResampler;
     std::vector<COMPLEX> mWide = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);

@@ -94,6 +94,39 @@ TEST(ReceiverRepairsTest, NumbersThatAreNoneDoNotSilenceAMode)
     }
 }
 
+/// Milliseconds from the first block of a carrier to nine tenths of the way of the S-meter.
+double meterMs(double rate, bool repaired, Modulation mode)
+{
+    Receiver receiver;
+    receiver.setRepairs({.pace = repaired});
+    receiver.setInputSampleRate(rate);
+    const double edge = mode == Modulation::WFM ? 20000.0 : 3000.0;
+    receiver.setBandFilterIf(0, -edge, edge);
+    test::setMode(receiver, mode);
+    constexpr double kFrom = -120.0;
+    constexpr double kTo = -33.3;
+    std::vector<COMPLEX> block(512, COMPLEX{0.1, 0.0});
+    for (int blocks = 1;; ++blocks) {
+        receiver.process(block.data(), 512);
+        const double ms = 1e3 * 512.0 * blocks / rate;
+        if (dbmOfA(receiver) > kFrom + 0.9 * (kTo - kFrom) || ms > 2000.0)
+            return ms;
+    }
+}
+
+TEST(ReceiverRepairsTest, PaceOfTheMeterIsThatOf48KilohertzAtEveryRate)
+{
+    constexpr double kTwoBlocksMs = 22.0; // at 48 kHz; the filters delay by less
+    const double reference = meterMs(48000.0, false, Modulation::DSB);
+    EXPECT_NEAR(reference, 491.0, 1.0);
+    EXPECT_NEAR(meterMs(3072000.0, false, Modulation::DSB), 16.0, 1.0);
+    EXPECT_EQ(meterMs(48000.0, true, Modulation::DSB), reference);
+    for (const double rate : {192000.0, 768000.0, 2560000.0, 3072000.0})
+        EXPECT_NEAR(meterMs(rate, true, Modulation::DSB), reference, kTwoBlocksMs) << rate;
+    for (const double rate : {96000.0, 2560000.0})
+        EXPECT_NEAR(meterMs(rate, true, Modulation::WFM), reference, kTwoBlocksMs) << rate;
+}
+
 /// Line output of a carrier of half full scale, from the first block on.
 std::vector<COMPLEX> halfScale(Receiver &receiver, int milliseconds)
 {

@@ -99,6 +99,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
         .agc = repairs.has(Repair::Agc),
         .numbers = repairs.has(Repair::Numbers),
         .ctcss = repairs.has(Repair::Ctcss),
+        .pace = repairs.has(Repair::Pace),
     });
 }
 
