@@ -16,6 +16,7 @@ enum class Repair : std::size_t {
     Spectrum,
     Ctcss,
     Pace,
+    Cable,
 };
 
 /// A row of the table of repairs.
@@ -38,6 +39,8 @@ inline constexpr std::array kRepairTable = {
         Repair::Spectrum, "spectrum", "A panorama that gets no time does not end the reception"},
     RepairRow{Repair::Ctcss, "ctcss", "The tone squelch opens for each of its tones at every rate"},
     RepairRow{Repair::Pace, "pace", "S-meter and squelch follow a level as fast at every rate"},
+    RepairRow{
+        Repair::Cable, "cable", "The virtual cable is fed after the gain control, and in wide FM"},
 };
 
 static_assert([] {

@@ -27,7 +27,7 @@ namespace DspCore
 /// Turns blocks of IQ samples into audio for two tuned frequencies, channels A and B.
 ///
 ///     block ─┬─ input meter
-///            ├─ A: its road, see ReceiverChannel ─┬─> vac(), ahead of the gain control
+///            ├─ A: its road, see ReceiverChannel ─┬─> vac(), see there
 ///            │                                    └──────────────┐
 ///            └─ B: the same, but for wide FM and DRM's shift ────┤
 ///      ┌─────────────────────────────────────────────────────────┘
@@ -209,7 +209,8 @@ public:
     /// Final audio.
     CircularBuffer<COMPLEX> &buffer() { return mBuffer; }
 
-    /// Channel A before the swap of sidebands and the copy to both ears; nothing in wide FM.
+    /// Channel A before the swap of sidebands and the copy to both ears; nothing in wide FM. With
+    /// the repair `cable` after the gain control, and wide FM as well.
     CircularBuffer<COMPLEX> &vac() { return mVac; }
 
     /// Channel A before fixed gain and volume.

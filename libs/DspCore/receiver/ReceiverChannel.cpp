@@ -83,6 +83,7 @@ void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
     mMeter.setRestart(repairs.meter);
     mMeter.setByTime(repairs.pace);
     mKeepsFinite = repairs.numbers;
+    mLevelsCable = repairs.cable;
     sqlCtcss.setExact(repairs.ctcss);
 }
 
@@ -100,11 +101,12 @@ void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modul
         cleanUp();
     if (mKeepsFinite && !isFinite(mOutput.data(), mLength))
         restart();
-    if (mVac)
-        mVac->write(mOutput.data(), mLength);
+    const bool hasControl = modulation != Modulation::NFM;
+    if (!mLevelsCable || !hasControl)
+        feedCable();
     if (modulation == Modulation::LSB)
         swapParts();
-    if (modulation != Modulation::NFM)
+    if (hasControl)
         controlLevel();
     finish(modulation);
 }
@@ -119,6 +121,8 @@ void ReceiverChannel::process(const COMPLEX *block, int length, WideFm &wide)
         wide.restart();
         restart();
     }
+    if (mLevelsCable)
+        feedCable();
 }
 
 /// A loop or a recursive filter that has taken in what is no number gives nothing else any more.
@@ -186,10 +190,18 @@ void ReceiverChannel::swapParts()
         std::swap(mOutput[i].re, mOutput[i].im);
 }
 
+void ReceiverChannel::feedCable()
+{
+    if (mVac)
+        mVac->write(mOutput.data(), mLength);
+}
+
 /// The squelch knows the level of the last block only, so it opens and closes one block late.
 void ReceiverChannel::controlLevel()
 {
     agc.process(mOutput.data(), unsigned(mLength));
+    if (mLevelsCable)
+        feedCable();
     mSql.process(mOutput.data(), mLength, mLevel);
 }
 

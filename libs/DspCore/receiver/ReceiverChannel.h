@@ -38,7 +38,8 @@ class WideFm;
 ///      └─ meter ─┬─ demodulator ─ peak filter (SSB, CW) ─ tone squelch (NFM) ─┐
 ///                │   ┌────────────────────────────────────────────────────────┘
 ///                │   └─ auto notch ─ noise reduction ─ equalizer ─┐
-///                └─ (digital modes) DRM mixer of channel A ───────┴─┬─> VAC outlet of channel A
+///                └─ (digital modes) DRM mixer of channel A ───────┴─┬─> VAC outlet of channel A,
+///                                                                   │   or repaired: after the AGC
 ///      ┌────────────────────────────────────────────────────────────┘
 ///      └─ swap of the parts (LSB) ─ AGC ─ squelch (neither in NFM) ─ both ears ─> audio()
 ///
@@ -139,6 +140,7 @@ private:
     void demodulate(Modulation modulation);
     void cleanUp();
     void swapParts();
+    void feedCable();
     void controlLevel();
     void finish(Modulation modulation);
     void copyToBothEars();
@@ -167,6 +169,7 @@ private:
     ApfSetting mCwApfSetting{700.0, 6.0, 30.0}; // the frequency is the CW tone
     bool mBin = false;
     bool mKeepsFinite = false; // the repair `numbers`
+    bool mLevelsCable = false; // the repair `cable`
     double mLevel = -120.0;    // dBm
 
     // Input rate.

@@ -12,5 +12,6 @@ struct ReceiverRepairs
     bool numbers = false; ///< what is not finite does not stay in a loop
     bool ctcss = false;   ///< the tone squelch opens for its tone, at every rate
     bool pace = false;    ///< meter and level squelch go by time
+    bool cable = false; ///< the virtual cable gets what the gain control has levelled, and wide FM
 };
 } // namespace DspCore

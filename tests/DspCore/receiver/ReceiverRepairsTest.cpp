@@ -175,4 +175,45 @@ TEST(ReceiverRepairsTest, AgcSetAheadOfAStartHoldsFromTheFirstBlock)
         EXPECT_NEAR(lastLevel(halfScale(*off, 2500)), kControlled, kLevel);
     }
 }
+
+TEST(ReceiverRepairsTest, CableGetsWhatTheGainControlGives)
+{
+    constexpr double kWeak = 1e-3;
+    constexpr double kLevel = 0.1; // the control takes its time
+    const struct
+    {
+        Modulation mode;
+        double edgeHz;
+        double before; // rms of both parts, relative to the line output's
+    } rows[] = {{Modulation::USB, 3000.0, kWeak}, {Modulation::LSB, 3000.0, kWeak},
+        {Modulation::WFM, 80000.0, 0.0}, {Modulation::NFM, 3000.0, 1.0}};
+    for (const auto &row : rows) {
+        for (const bool repaired : {false, true}) {
+            Receiver receiver;
+            receiver.setRepairs({.cable = repaired});
+            receiver.setBandFilterIf(0, -row.edgeHz, row.edgeHz);
+            receiver.setAgcGain(0, 60);
+            receiver.setSqlEnable(0, row.mode == Modulation::LSB); // shut: the cable minds it not
+            receiver.setSqlValue(0, -20);
+            test::setMode(receiver, row.mode);
+            const auto heard =
+                test::feed(receiver, test::scaled(test::noise(int(ms(3000)), 1), kWeak));
+            ASSERT_EQ(heard.vac.size(), repaired || row.before > 0.0 ? heard.lineout.size() : 0);
+            if (heard.vac.empty())
+                continue;
+            const double cable = test::rms(test::last(heard.vac, 9600));
+            if (row.mode == Modulation::LSB) {
+                EXPECT_EQ(test::rms(test::last(heard.lineout, 9600)), 0.0);
+                EXPECT_EQ(cable > 0.02, repaired) << cable;
+            } else {
+                const double ratio = cable / test::rms(test::last(heard.lineout, 9600));
+                if (repaired) {
+                    EXPECT_NEAR(ratio, 1.0, kLevel) << int(row.mode);
+                } else {
+                    EXPECT_LT(ratio, 2.0 * row.before) << int(row.mode);
+                }
+            }
+        }
+    }
+}
 } // namespace

@@ -100,6 +100,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
         .numbers = repairs.has(Repair::Numbers),
         .ctcss = repairs.has(Repair::Ctcss),
         .pace = repairs.has(Repair::Pace),
+        .cable = repairs.has(Repair::Cable),
     });
 }
 
