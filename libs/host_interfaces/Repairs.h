@@ -17,6 +17,7 @@ enum class Repair : std::size_t {
     Ctcss,
     Pace,
     Cable,
+    Fade,
 };
 
 /// A row of the table of repairs.
@@ -41,6 +42,8 @@ inline constexpr std::array kRepairTable = {
     RepairRow{Repair::Pace, "pace", "S-meter and squelch follow a level as fast at every rate"},
     RepairRow{
         Repair::Cable, "cable", "The virtual cable is fed after the gain control, and in wide FM"},
+    RepairRow{Repair::Fade, "fade",
+        "A change of mode or gain control mutes for a moment instead of 0.4 s"},
 };
 
 static_assert([] {

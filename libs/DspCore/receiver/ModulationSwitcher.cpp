@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -10,6 +11,7 @@ namespace
 {
 constexpr double kFadeMs = 15.0;
 constexpr double kFadeRate = 39062.5;              // Hz
+constexpr double kShortStep = 1.0 / 480.0;         // of a short fade, a sample
 constexpr double kSilence = 3.162277660168379e-07; // -130 dB
 enum : unsigned { kProcessing, kDecrease, kSwitching, kIncrease };
 } // namespace
@@ -28,6 +30,17 @@ void ModulationSwitcher::Fade::ramp(COMPLEX *buffer, int length)
     const double push = (1.0 - pole) * target;
     for (int i = 0; i < length; ++i) {
         current = current * pole + push;
+        buffer[i].re *= current;
+        buffer[i].im *= current;
+    }
+    gain = current;
+}
+
+void ModulationSwitcher::Fade::rampStraight(COMPLEX *buffer, int length)
+{
+    double current = gain;
+    for (int i = 0; i < length; ++i) {
+        current = std::clamp(target, current - kShortStep, current + kShortStep);
         buffer[i].re *= current;
         buffer[i].im *= current;
     }
@@ -97,6 +110,8 @@ void ModulationSwitcher::increase(COMPLEX *a, COMPLEX *b, int length)
 
 void ModulationSwitcher::fadeOut()
 {
+    if (mShort && mStep == kProcessing)
+        mFadeA.gain = mFadeB.gain = 1.0; // of what passes, whatever became of the fade before
     mStep = kDecrease;
     setTargets(kSilence);
 }
@@ -109,7 +124,8 @@ void ModulationSwitcher::setTargets(double target)
 
 void ModulationSwitcher::ramp(COMPLEX *a, COMPLEX *b, int length)
 {
-    mFadeA.ramp(a, length);
-    mFadeB.ramp(b, length);
+    const auto ramp = mShort ? &Fade::rampStraight : &Fade::ramp;
+    (mFadeA.*ramp)(a, length);
+    (mFadeB.*ramp)(b, length);
 }
 } // namespace DspCore

@@ -16,12 +16,18 @@ namespace DspCore
 /// One step runs at the tail of each block. `decrease` fades both channels to -130 dB; once there
 /// the clear flag asks the owner to empty its filters at the head of the next block, which still
 /// runs in the old mode. `switching` at that block's tail makes the new mode current and starts the
-/// fade-in. The fade counts samples, not milliseconds: it is 15 ms per time constant at 39062.5 Hz.
+/// fade-in. The fade counts samples, not milliseconds: it is 15 ms per time constant at 39062.5 Hz,
+/// which takes a third of a second to silence, or short: straight, within 10 ms at 48 kHz. A new
+/// switcher's gains are 0 though its audio passes, so its first fade begins with a step; not so a
+/// short one.
 ///
 /// Not thread-safe; the owner serialises.
 class ModulationSwitcher
 {
 public:
+    /// Short fades. Not during one.
+    void setShort(bool isShort) { mShort = isShort; }
+
     /// Asks for a mode. Nothing happens if it is the one asked for last, even while its fade runs.
     void setModulation(Modulation modulation);
 
@@ -46,6 +52,7 @@ private:
     {
         Fade();
         void ramp(COMPLEX *buffer, int length);
+        void rampStraight(COMPLEX *buffer, int length);
         bool arrived() const;
 
         double pole;
@@ -65,6 +72,7 @@ private:
 
     static const std::array<Step, 4> kSteps;
 
+    bool mShort = false;
     bool mClear = false;
     unsigned mStep = 0; // index into kSteps
     Modulation mRequested = Modulation::AM;

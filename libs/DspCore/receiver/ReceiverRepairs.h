@@ -13,5 +13,6 @@ struct ReceiverRepairs
     bool ctcss = false;   ///< the tone squelch opens for its tone, at every rate
     bool pace = false;    ///< meter and level squelch go by time
     bool cable = false; ///< the virtual cable gets what the gain control has levelled, and wide FM
+    bool fade = false;  ///< changes of mode and gain control mute for a moment only
 };
 } // namespace DspCore

@@ -216,4 +216,63 @@ TEST(ReceiverRepairsTest, CableGetsWhatTheGainControlGives)
         }
     }
 }
+
+/// What the first and the second change do to a carrier that is heard at 1 kHz.
+struct Changes
+{
+    double muteMs[2] = {}; ///< below a tenth
+    double step = 0.0;     ///< largest difference of two samples, relative to that of the carrier
+};
+
+Changes changed(bool repaired, void (*change)(Receiver &, bool second))
+{
+    constexpr double kHz = 1000.0;
+    constexpr double kAudioRate = 48000.0;
+    constexpr int kPeriod = 48; // samples
+    Receiver receiver;
+    receiver.setRepairs({.fade = repaired});
+    receiver.setBandFilterIf(0, 300, 3000);
+    test::holdGain(receiver);
+    test::setMode(receiver, Modulation::DSB);
+    const auto carrier = [](std::size_t samples) { // at its crest where a change begins
+        return test::tone(int(samples), kHz / kInRate, 0.2, 0.5 * std::numbers::pi);
+    };
+    auto before = test::feed(receiver, carrier(ms(1000))).lineout;
+    const double level = test::rms(test::last(before, kPeriod));
+    Changes seen;
+    for (const bool second : {false, true}) {
+        change(receiver, second);
+        auto audio = test::last(before, kPeriod);
+        before = test::feed(receiver, carrier(ms(1000))).lineout;
+        test::append(audio, before);
+        for (auto period = audio.begin(); period + kPeriod != audio.end(); ++period) {
+            seen.step = std::max(seen.step, std::abs(period[1].re - period[0].re));
+            if (test::rms({period, period + kPeriod}) < 0.1 * level)
+                seen.muteMs[second] += 1e3 / kAudioRate;
+        }
+    }
+    seen.step /= level * 2.0 * std::numbers::pi * kHz / kAudioRate;
+    return seen;
+}
+
+TEST(ReceiverRepairsTest, FadeIsShortAndTheFirstOneDoesNotClick)
+{
+    constexpr double kShortMs = 60.0;
+    constexpr double kLongMs = 300.0;
+    constexpr double kSmooth = 1.2;
+    constexpr double kClick = 3.0;
+    const auto agc = [](Receiver &r, bool) { r.setAgcParam(true, 1.0, 600.0, 600.0); };
+    const auto mode = [](Receiver &r, bool second) {
+        r.setModulation(second ? Modulation::DSB : Modulation::USB);
+    };
+    for (const auto change : {+agc, +mode}) {
+        const Changes asEver = changed(false, change);
+        EXPECT_GT(asEver.muteMs[1], kLongMs);
+        EXPECT_GT(asEver.step, kClick) << "a new switcher begins at silence";
+        const Changes now = changed(true, change);
+        for (const double muteMs : now.muteMs)
+            EXPECT_LT(muteMs, kShortMs);
+        EXPECT_LT(now.step, kSmooth);
+    }
+}
 } // namespace

@@ -101,6 +101,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
         .ctcss = repairs.has(Repair::Ctcss),
         .pace = repairs.has(Repair::Pace),
         .cable = repairs.has(Repair::Cable),
+        .fade = repairs.has(Repair::Fade),
     });
 }
 
