@@ -167,6 +167,9 @@ void PluginReceiver::overlayStored(const HostSettings &settings)
             key = key.arg(settings.valueOf(option.storedBy).toString());
         m_store->overlay("ZephrinMOptions/" + key, value);
     }
+    // The files' de-emphasis takes the place of the one that it knows.
+    if (settings.deemphasisUs)
+        m_store->overlay("ZephrinMOptions/dsp_wfm_usa", false);
 }
 
 void PluginReceiver::setUp(const HostSettings &settings)

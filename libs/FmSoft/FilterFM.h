@@ -77,6 +77,9 @@ public:
 
     void clear() { mLast = 0.0; }
 
+    /// In samples; what is in the filter stays.
+    void setTimeConstant(double timeConstant) { mTimeConstant = timeConstant; }
+
     void process(const SampleVector &in, SampleVector &out);
     void process_inplace(SampleVector &samples);
 

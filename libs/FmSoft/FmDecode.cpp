@@ -33,7 +33,8 @@ double deemphasisSamples(double microseconds, double pcmRate)
 FmDecoder::FmDecoder(double ifRate, double tuningOffset, double pcmRate, bool stereo,
     double deemphasisUs, double ifBandwidth, double freqDev, double pcmBandwidth,
     unsigned int downsample)
-    : mBasebandRate(ifRate / downsample), mDownsample(downsample), mStereoEnabled(stereo),
+    : mPcmRate(pcmRate), mBasebandRate(ifRate / downsample), mDownsample(downsample),
+      mStereoEnabled(stereo),
       mFineTuner(kTuningTableSize,
           static_cast<int>(std::lrint(-double(kTuningTableSize) * tuningOffset / ifRate))),
       mIfFilter(kIfFilterOrder, ifBandwidth / ifRate), mDiscriminator(freqDev / ifRate),
@@ -76,6 +77,12 @@ void FmDecoder::process(const IQSampleVector &in, SampleVector &audio)
         stereo_to_left_right(mMono, mStereo, audio);
     else
         mono_to_left_right(mMono, audio);
+}
+
+void FmDecoder::setDeemphasis(double microseconds)
+{
+    for (LowPassFilterRC *filter : {&mMonoDeemphasis, &mStereoDeemphasis})
+        filter->setTimeConstant(deemphasisSamples(microseconds, mPcmRate));
 }
 
 void FmDecoder::restart()

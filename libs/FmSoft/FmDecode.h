@@ -33,6 +33,9 @@ public:
     /// within the length of their filters.
     void restart();
 
+    /// Microseconds, as at construction; the audio goes on.
+    void setDeemphasis(double microseconds);
+
     void setStereoEnabled(bool enabled) { mStereoEnabled = enabled; }
     bool stereoEnabled() const { return mStereoEnabled; }
 
@@ -56,6 +59,7 @@ private:
 
     static constexpr unsigned int kTuningTableSize = 64;
 
+    double mPcmRate;
     double mBasebandRate;
     unsigned int mDownsample;
     bool mStereoEnabled;

@@ -18,6 +18,7 @@ enum class Repair : std::size_t {
     Pace,
     Cable,
     Fade,
+    Wfm,
 };
 
 /// A row of the table of repairs.
@@ -44,6 +45,8 @@ inline constexpr std::array kRepairTable = {
         Repair::Cable, "cable", "The virtual cable is fed after the gain control, and in wide FM"},
     RepairRow{Repair::Fade, "fade",
         "A change of mode or gain control mutes for a moment instead of 0.4 s"},
+    RepairRow{
+        Repair::Wfm, "wfm", "Wide FM has its region's treble, and mono outlasts a change of rate"},
 };
 
 static_assert([] {

@@ -25,6 +25,7 @@ Receiver::Receiver(QObject *parent) : QObject(parent)
 void Receiver::setRepairs(const ReceiverRepairs &repairs)
 {
     mHoldsAgc = repairs.agc;
+    mWideFm.setRegional(repairs.wfm);
     mSwitcher.setShort(repairs.fade);
     both(&ReceiverChannel::setRepairs, repairs);
 }

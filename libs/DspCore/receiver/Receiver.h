@@ -196,9 +196,9 @@ public:
     }
 
     /// Wide FM in stereo where a pilot is; a change of a rate switches it on again. The region
-    /// changes nothing: the decoder keeps its 50 us in all of them.
+    /// changes nothing: the decoder keeps its 50 us in all of them. Not so with the repair `wfm`.
     void setWfmStereo(bool stereo) { mWideFm.setStereo(stereo); }
-    void setWfmUsa(bool) { }
+    void setWfmUsa(bool usa) { mWideFm.setUsa(usa); }
 
     /// Called inside process() with the block that goes to buffer(), whether or not it fits there.
     void setSoundCardCallback(SoundCardCallback callback)

@@ -14,5 +14,6 @@ struct ReceiverRepairs
     bool pace = false;    ///< meter and level squelch go by time
     bool cable = false; ///< the virtual cable gets what the gain control has levelled, and wide FM
     bool fade = false;  ///< changes of mode and gain control mute for a moment only
+    bool wfm = false;   ///< wide FM has its region, and mono stays mono
 };
 } // namespace DspCore

@@ -10,6 +10,7 @@ namespace
 {
 constexpr double kTuningOffsetHz = 0.0; // the oscillator in front has tuned
 constexpr double kDeemphasisUs = 50.0;
+constexpr double kUsaDeemphasisUs = 75.0; // of the Americas
 constexpr double kIfBandwidthHz = 100000.0;
 constexpr double kDeviationHz = 75000.0;
 constexpr double kPcmBandwidthHz = 15000.0;
@@ -47,10 +48,32 @@ void WideFm::setUpDecoder(double rate, double outputRate)
     else
         mDecoder = std::make_unique<FmDecoder>(rate, kTuningOffsetHz, outputRate, true,
             kDeemphasisUs, kIfBandwidthHz, kDeviationHz, kPcmBandwidthHz, kDownsample);
+    followRegion();
+}
+
+void WideFm::followRegion()
+{
+    if (!mRegional || !mDecoder)
+        return;
+    mDecoder->setDeemphasis(mUsa ? kUsaDeemphasisUs : kDeemphasisUs);
+    mDecoder->setStereoEnabled(mStereo);
+}
+
+void WideFm::setRegional(bool regional)
+{
+    mRegional = regional;
+    followRegion();
+}
+
+void WideFm::setUsa(bool usa)
+{
+    mUsa = usa;
+    followRegion();
 }
 
 void WideFm::setStereo(bool stereo)
 {
+    mStereo = stereo;
     if (mDecoder)
         mDecoder->setStereoEnabled(stereo);
 }

@@ -37,8 +37,15 @@ public:
     /// The same, with the ratio of a rate that has one of its own.
     void setInputRate(double inputRate, double outputRate);
 
-    /// Mono for both ears while off. Lasts until the next change of a rate.
+    /// The region rules the de-emphasis, and mono outlasts a change of a rate. Off at first.
+    void setRegional(bool regional);
+
+    /// Mono for both ears while off. Lasts until the next change of a rate, or if regional for
+    /// good.
     void setStereo(bool stereo);
+
+    /// If regional, 75 us of de-emphasis instead of 50.
+    void setUsa(bool usa);
 
     /// Whether the pilot was locked at the end of the last block and stereo is enabled.
     bool isStereo() const;
@@ -55,9 +62,13 @@ public:
     void restart();
 
 private:
+    void followRegion();
     void setUpDecoder(double rate, double outputRate);
     int layOut(COMPLEX *output) const;
 
+    bool mRegional = false;
+    bool mStereo = true;
+    bool mUsa = false;
     double mRate = kMaxRate; // Hz, of the resampled signal
     FastFir mBandFilter;
     Resampler mResampler;

@@ -102,6 +102,7 @@ void ZephrinMDSP::setRepairs(const Repairs &repairs)
         .pace = repairs.has(Repair::Pace),
         .cable = repairs.has(Repair::Cable),
         .fade = repairs.has(Repair::Fade),
+        .wfm = repairs.has(Repair::Wfm),
     });
 }
 
