@@ -25,7 +25,15 @@ bool BasicFft<Sample>::init(int length, const char *signature)
     if (length == mLength)
         return true;
     mLength = roundedUp(length);
+    const auto isSame = [this](const SetUp &setUp) { return setUp.length == mLength; };
+    const auto same = std::find_if(mSetUps.begin(), mSetUps.end(), isSame);
+    if (same != mSetUps.end()) {
+        std::rotate(same, same + 1, mSetUps.end());
+        mStatus = ippStsNoErr;
+        return true;
+    }
     SetUp setUp;
+    setUp.length = mLength;
     mStatus = allocate(setUp);
     if (!succeeded(signature, __LINE__)) {
         mLength = 0;

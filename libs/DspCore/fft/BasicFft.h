@@ -38,6 +38,7 @@ private:
     };
     struct SetUp
     {
+        int length = 0;
         std::unique_ptr<Spec, FreeSpec> spec;
         std::unique_ptr<Spec, FreeSpec> undivided; // of the same plans
         std::unique_ptr<Ipp8u, FreeBuffer> buffer;
@@ -48,7 +49,7 @@ private:
 
     int mLength = 0; // points, a power of two; 0 = not set up
     IppStatus mStatus = ippStsNoErr;
-    std::vector<SetUp> mSetUps; // the last one is in use, earlier ones live until free()
+    std::vector<SetUp> mSetUps; // one for each length so far; the last one is in use
 };
 
 extern template class BasicFft<COMPLEX>;

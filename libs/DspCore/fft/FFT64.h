@@ -16,7 +16,8 @@ public:
     /// Prepares transforms of `length` points; what is below 2 or not a power of two is rounded up
     /// to the next one. No effect if the length is the present one. False with a warning, and the
     /// transform not set up, if it cannot be made; throws std::bad_alloc if there is
-    /// no memory for the work buffer. Earlier set-ups stay allocated until free().
+    /// no memory for the work buffer. Earlier set-ups stay allocated until
+    /// free() and serve again when their length comes back.
     bool init(int length);
 
     /// Releases all set-ups and work buffers; the transform is then not set up.

@@ -4,6 +4,7 @@
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 TEST(FFT64Test, LengthsAreRoundedUpAndForwardIsDivided)
 {
@@ -19,6 +20,25 @@ TEST(FFT64Test, LengthsAreRoundedUpAndForwardIsDivided)
         EXPECT_LT(test::maxError(data, tone), kRoundOff) << asked;
     }
     EXPECT_FALSE(DspCore::FFT64().init(1 << 30)); // beyond the largest transform
+}
+
+// A filter's length goes to and fro with the mode for days.
+TEST(FFT64Test, ALengthThatComesBackTakesNoMoreMemory)
+{
+    constexpr std::size_t kGrowth = 64 * 1024; // bytes, less than one set-up of these lengths takes
+    DspCore::FFT64 fft;
+    const auto visitAll = [&fft] {
+        for (const int length : {8192, 16384, 4096}) {
+            ASSERT_TRUE(fft.init(length));
+            auto data = test::noise(length, /*seed*/ 5);
+            ASSERT_TRUE(fft.process(data.data(), length, DspCore::FftType::Forward));
+        }
+    };
+    visitAll();
+    const std::size_t before = mallinfo2().uordblks;
+    for (int round = 0; round < 20; ++round)
+        visitAll();
+    EXPECT_LT(mallinfo2().uordblks, before + kGrowth);
 }
 
 TEST(FFT64Test, IntoAnotherArrayIsTheSameUndivided)
