@@ -25,7 +25,7 @@ public:
     }
 
     const std::string &text() const { return m_text; }
-    void clear() { m_text.clear(); }
+    void clear() { m_text = {}; }
 
 private:
     std::string m_text;

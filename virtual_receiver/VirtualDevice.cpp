@@ -628,4 +628,11 @@ std::string VirtualDevice::calls() const
     Lock lock(m_mutex);
     return m_calls.text();
 }
+
+void VirtualDevice::forgetCalls()
+{
+    Lock lock(m_mutex);
+    m_calls.clear();
+    m_commands = {};
+}
 } // namespace vr

@@ -77,6 +77,7 @@ public:
     vr_status status();
     std::vector<std::uint8_t> commands() const;
     std::string calls() const;
+    void forgetCalls();
 
 private:
     using Lock = std::unique_lock<std::mutex>;

@@ -239,6 +239,11 @@ const char *vr_get_calls(void)
     });
 }
 
+void vr_forget_calls(void)
+{
+    guarded([] { device().forgetCalls(); });
+}
+
 const char *vr_last_error(void)
 {
     return lastError.c_str();

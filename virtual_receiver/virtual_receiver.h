@@ -134,6 +134,9 @@ std::size_t vr_get_commands(std::uint8_t *bytes, std::size_t capacity);
 /// in the status. Valid until the next call of this function on the same thread.
 const char *vr_get_calls(void);
 
+/// Forgets those calls and packets; the counts in the status go on. For runs of many hours.
+void vr_forget_calls(void);
+
 /// Reason of the last failure on this thread.
 const char *vr_last_error(void);
 }

@@ -40,6 +40,16 @@ TEST(DeviceTest, CommandsSetTheRegisters)
     EXPECT_EQ(status.commands, 4u);
 }
 
+TEST(DeviceTest, ForgottenCallsAreCountedAllTheSame)
+{
+    Rig rig;
+    rig.tune(14.2e6);
+    vr_forget_calls();
+    EXPECT_STREQ(vr_get_calls(), "");
+    EXPECT_EQ(vr_get_commands(nullptr, 0), 0u);
+    EXPECT_EQ(rig.status().commands, 1u);
+}
+
 TEST(DeviceTest, PacketsAreFoundInAnyByteStream)
 {
     const Bytes first = command(1, 0x55555555); // a value like a marker
