@@ -5,6 +5,7 @@
 # bench  run all benchmarks
 # test-usb  the provider on libusb in a virtual machine with a real USB stack (minutes)
 # fuzz   let the fuzzers look for faults, each for so many MINUTES
+# soak   HOURS of stream through the plugin as fast as it goes, with checks (about an hour for 24)
 # check  formatting and static checks of the sources
 # format reformat all sources        all  build everything
 PRESET ?= release
@@ -14,13 +15,15 @@ OUT    ?= out
 USB_SECONDS ?= 60
 # Of each fuzzer.
 MINUTES ?= 1
+# Length of the stream of soak at 192 kHz; a twelfth of it at 3.072 MHz.
+HOURS  ?= 24
 JOBS   ?= $(shell nproc)
 
 CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
 SOURCES   = git ls-files '*.h' '*.cpp'
 
-.PHONY: all run test test-usb bench fuzz check check-format check-tidy format clean
+.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean
 all:
 	@scripts/install-dependencies.sh test
 	@scripts/install-dependencies.sh bench
@@ -45,6 +48,12 @@ test-usb:
 	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
 	@$(COMPILE) --target usb_tests
 	@tests/usb/run.sh $(BUILD) $(USB_SECONDS)
+
+soak:
+	@scripts/install-dependencies.sh test
+	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
+	@$(COMPILE) --target soak
+	@$(BUILD)/tests/soak/soak --hours $(HOURS)
 
 bench:
 	@scripts/install-dependencies.sh bench

@@ -51,6 +51,8 @@ public:
     DeviceAbstract &device() { return *m_device; }
     host::HostBridge &bridge() { return *m_bridge; }
     host::HostManager &manager() { return *m_manager; }
+    host::HostIqServer &iqServer() { return m_iqServer; }
+    host::StreamLedger &ledger() { return m_ledger; }
 
     void readSettings(const QVariantMap &values = {});
 
