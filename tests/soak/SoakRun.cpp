@@ -188,6 +188,7 @@ private:
         expect(pitch.jitterRad <= kJitterRad, "jitter of the pitch");
         expect(std::abs(level) <= kLevelDb, "level of the carrier");
         expect(m_recorder->broken() == 0, "broken recordings");
+        expect(m_recorder->missing() == 0, "samples missing in recordings");
     }
 
     void expect(bool good, const char *what)

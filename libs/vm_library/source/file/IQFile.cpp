@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <ctime>
+#include <pthread.h>
 
 namespace vm::file
 {
@@ -50,6 +51,14 @@ std::uint32_t truncated(double hertz)
     return fits ? std::uint32_t(std::int64_t(hertz)) : 0;
 }
 
+/// Ahead of what only computes, where the system lets a user's program have that. A refusal costs
+/// nothing but later wake-ups under load.
+void askForRealTime()
+{
+    const sched_param priority{.sched_priority = 1};
+    pthread_setschedparam(pthread_self(), SCHED_FIFO, &priority);
+}
+
 void sleepMillisecond()
 {
     timespec left{.tv_sec = 0, .tv_nsec = 1000000};
@@ -82,6 +91,7 @@ bool IQFile::open(const QString &path)
     m_start = Time::currentDateTime();
     writeHeaders();
     m_ring.clear();
+    m_queue.open();
     m_open = true;
     start(QThread::InheritPriority);
     return true;
@@ -110,25 +120,39 @@ bool IQFile::write(std::vector<COMPLEX> &block)
         storePair(bytes, truncatedPair(sample.re * kFullScale, sample.im * kFullScale));
         bytes += kPackedSampleSize;
     }
-    return m_ring.write(m_packed.data(), (unsigned int)(m_packed.size()));
+    return queue(m_packed.data(), (unsigned int)(m_packed.size()));
 }
 
 bool IQFile::write(unsigned char *bytes, unsigned int count)
 {
-    return m_open && m_ring.write(bytes, count);
+    return m_open && queue(bytes, count);
+}
+
+/// The file thread may be late for a long time; what the ring cannot hold that long goes on from
+/// here.
+bool IQFile::queue(const unsigned char *bytes, unsigned int count)
+{
+    if (m_ring.freeCount() < std::max(count, kRingBytes / 2)) {
+        const SpinLocker locker(m_sweepLock);
+        m_queue.add(m_ring);
+    }
+    return m_ring.write(bytes, count);
 }
 
 void IQFile::run()
 {
+    askForRealTime();
     std::vector<unsigned char> bytes;
     bytes.reserve(m_ring.capacity());
     long long dataBytes = 0;
     // The flag is read before the ring: what came in before close() is still taken.
     for (bool open = true; open;) {
         open = m_open;
-        dataBytes += drainRing(bytes);
-        if (open)
+        dataBytes += drain(bytes);
+        if (open) {
+            m_queue.populateSome();
             sleepMillisecond();
+        }
     }
     m_stop = Time::currentDateTime();
     finishHeaders(dataBytes);
@@ -136,15 +160,14 @@ void IQFile::run()
     writeHeaders();
     m_file.close();
     m_ring.clear();
+    m_queue.close();
 }
 
-/// Moves the ring's bytes into the file until only a tail is left. Returns how many.
-long long IQFile::drainRing(std::vector<unsigned char> &bytes)
+/// Moves all into the file until only a tail is left in the ring. Returns how many bytes.
+long long IQFile::drain(std::vector<unsigned char> &bytes)
 {
     long long moved = 0;
-    for (unsigned int count = m_ring.count(); count > kTail; count = m_ring.count()) {
-        bytes.resize(count);
-        m_ring.read(bytes.data(), count);
+    while (const unsigned int count = takeSweep(bytes)) {
         if (m_format == HDSDR)
             scale(bytes, kHdsdrGain);
         else if (m_format == StandartWave)
@@ -153,6 +176,32 @@ long long IQFile::drainRing(std::vector<unsigned char> &bytes)
         moved += count;
     }
     return moved;
+}
+
+/// Takes the oldest bytes: a sweep of the queue, or else what the ring holds. Returns how many; 0
+/// for a tail that stays where it is.
+unsigned int IQFile::takeSweep(std::vector<unsigned char> &bytes)
+{
+    unsigned int count = 0;
+    {
+        // Looking into the queue and emptying the ring are one step, or write() could put what is
+        // older into the queue in between.
+        const SpinLocker locker(m_sweepLock);
+        count = m_queue.oldest();
+        if (count == 0) {
+            count = m_ring.count();
+            if (count <= kTail)
+                return 0;
+            bytes.resize(count);
+            m_ring.read(bytes.data(), count);
+            return count;
+        }
+    }
+    bytes.resize(count);
+    m_queue.copy(bytes.data(), count);
+    const SpinLocker locker(m_sweepLock);
+    m_queue.drop();
+    return count;
 }
 
 void IQFile::scale(std::vector<unsigned char> &bytes, double gain)

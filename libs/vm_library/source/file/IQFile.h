@@ -3,6 +3,8 @@
 
 #include "DspCore/types.h"
 #include "vm_library/source/containers/RingBuffer.h"
+#include "vm_library/source/containers/SpinLock.h"
+#include "vm_library/source/file/SweepQueue.h"
 #include "vm_library/source/file/VsdrHeader.h"
 #include "vm_library/source/file/WaveHeader.h"
 #include "vm_library/source/file/WinradHeader.h"
@@ -19,6 +21,8 @@ namespace vm::file
 /// Records the IQ stream into a RIFF file of 24-bit stereo: I left, Q right, 6 bytes a sample.
 ///
 ///     COMPLEX block -> write(): pack -> byte ring (64 KiB) -> file thread: scale -> file
+///                                            |                      ^
+///                                            '-> queue (64 MiB) ----'
 ///
 /// Three layouts exist; offsets in bytes:
 ///
@@ -33,7 +37,9 @@ namespace vm::file
 /// samples stand where they belong.
 ///
 /// The ring holds 10922 samples, 3.5 ms at 3.072 MHz; the file thread looks into it every
-/// millisecond. What does not fit is refused whole.
+/// millisecond. On a busy machine that millisecond takes up to fifty, and a disk takes its time, so
+/// write() itself empties a ring that is more than half full into the queue. Whatever is in the
+/// queue came before what is in the ring. What fits neither is refused whole.
 ///
 /// Threads:
 /// 1. The owner's: open(), close(), write() and the setters, one at a time (the engine holds the
@@ -105,7 +111,7 @@ public:
     Format format() const { return m_format; }
 
     /// Packs a block and queues it. Returns false, and the block is lost whole, when no recording
-    /// runs, when the block is empty or when the ring has no room for all of it. Allocates nothing
+    /// runs, when the block is empty or when there is no room for all of it. Allocates nothing
     /// up to 10922 samples.
     bool write(std::vector<COMPLEX> &block);
 
@@ -132,9 +138,11 @@ private:
         std::uint32_t size = 0; // bytes
     };
 
+    bool queue(const unsigned char *bytes, unsigned int count);
+    unsigned int takeSweep(std::vector<unsigned char> &bytes);
     void writeHeaders();
     void finishHeaders(long long dataBytes);
-    long long drainRing(std::vector<unsigned char> &bytes);
+    long long drain(std::vector<unsigned char> &bytes);
 
     // The header as it stands in the file. Between recordings it keeps what the last one ended
     // with.
@@ -152,6 +160,8 @@ private:
     QFile m_file;
     Velmora::RingBuffer<unsigned char> m_ring; // written by 1, read by 2; has a lock of its own
     std::vector<unsigned char> m_packed;
+    SpinLock m_sweepLock; // held by whoever takes bytes out of the ring
+    SweepQueue m_queue;   // guarded by m_sweepLock, but for what 2 does by itself
     std::atomic<bool> m_open = false;
 };
 } // namespace vm::file
