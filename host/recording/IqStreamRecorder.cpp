@@ -19,7 +19,7 @@ constexpr unsigned kRingSamples = 1 << 21;
 constexpr std::size_t kBlock = 4096; // samples; IQFile takes 10922 at most
 constexpr std::uint64_t kBytesPerSample = 6;
 
-// What IQFile, the file's buffer and a read in work may hold back.
+// What a sweep in work and the file's buffer may hold back, beside what waits in IQFile.
 constexpr std::uint64_t kHeldBack = 4 * IQFile::kRingBytes;
 constexpr auto kRetry = 500us;
 } // namespace
@@ -83,8 +83,10 @@ bool IqStreamRecorder::writeFrames(std::uint64_t most, std::uint64_t &written, Q
 
 bool IqStreamRecorder::isOnDisk(QString &reason) const
 {
+    // In this order, as what waits gets into the file meanwhile.
+    const std::uint64_t waiting = m_file.waiting();
     const auto bytes = std::uint64_t(QFileInfo(m_path).size());
-    if (bytes + kHeldBack >= m_handedOver * kBytesPerSample)
+    if (bytes + waiting + kHeldBack >= m_handedOver * kBytesPerSample)
         return true;
     reason = tr("the disk does not take any more");
     return false;

@@ -17,10 +17,9 @@ namespace host
 /// Keeps the IQ stream in one of the three layouts, named and laid out as the device's own recorder
 /// does it, and made by the same IQFile from the same blocks.
 ///
-/// The device's recorder has one file and 64 KiB between engine and disk: at its limit the sizes in
-/// the header wrap, a second file could only begin some blocks after the first had ended, and a
-/// disk that is busy for 4 ms costs samples. So a recording that shall lose nothing is kept here,
-/// where the engine hands its blocks to a ring of 32 MiB (0.7 s at the highest rate):
+/// The device's recorder has one file: at its limit the sizes in the header wrap, and a second file
+/// could only begin some blocks after the first had ended. So a recording that shall lose nothing
+/// is kept here, where the engine hands its blocks to a ring of 32 MiB (0.7 s at the highest rate):
 ///
 ///     engine -> ring -> writer: IQFile, IQFile, ...
 ///

@@ -103,6 +103,7 @@ TEST_F(HeldFileTest, WhatTheRingCannotHoldIsInTheFileInEachLayout)
         ASSERT_TRUE(held.open(path()));
         const Packed taken = write(held, kBlocks);
         EXPECT_EQ(taken.size(), std::size_t(kBlocks) * kBlock);
+        EXPECT_EQ(held.waiting(), taken.size());
         held.letGo();
         held.close();
         QByteArray expected;

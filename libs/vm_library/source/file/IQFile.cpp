@@ -139,6 +139,12 @@ bool IQFile::queue(const unsigned char *bytes, unsigned int count)
     return m_ring.write(bytes, count);
 }
 
+std::size_t IQFile::waiting() const
+{
+    const SpinLocker locker(m_sweepLock);
+    return m_queue.stored() + m_ring.count();
+}
+
 void IQFile::run()
 {
     askForRealTime();

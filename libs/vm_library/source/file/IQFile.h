@@ -45,7 +45,7 @@ namespace vm::file
 /// 1. The owner's: open(), close(), write() and the setters, one at a time (the engine holds the
 ///    object in a safe_ptr). They may come from different threads.
 /// 2. File thread: run(), from open() to close().
-/// isOpen() may be asked from anywhere.
+/// isOpen() and waiting() may be asked from anywhere.
 class IQFile : public QThread
 {
 public:
@@ -118,6 +118,9 @@ public:
     /// The same for count bytes of samples that are packed already.
     bool write(unsigned char *bytes, unsigned int count);
 
+    /// Bytes that write() has taken and the file thread has not.
+    std::size_t waiting() const;
+
 protected:
     void run() override;
 
@@ -160,8 +163,8 @@ private:
     QFile m_file;
     Velmora::RingBuffer<unsigned char> m_ring; // written by 1, read by 2; has a lock of its own
     std::vector<unsigned char> m_packed;
-    SpinLock m_sweepLock; // held by whoever takes bytes out of the ring
-    SweepQueue m_queue;   // guarded by m_sweepLock, but for what 2 does by itself
+    mutable SpinLock m_sweepLock; // held by whoever takes bytes out of the ring
+    SweepQueue m_queue;           // guarded by m_sweepLock, but for what 2 does by itself
     std::atomic<bool> m_open = false;
 };
 } // namespace vm::file

@@ -38,6 +38,9 @@ public:
     /// if it is empty or there is no room. Allocates nothing.
     bool add(Velmora::RingBuffer<unsigned char> &ring);
 
+    /// Bytes of all sweeps.
+    std::size_t stored() const { return m_stored; }
+
     /// Bytes of the oldest sweep, 0 if there is none.
     unsigned int oldest() const { return m_sweeps == 0 ? 0 : m_lengths[m_firstLength]; }
 
