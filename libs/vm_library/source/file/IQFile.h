@@ -45,7 +45,7 @@ namespace vm::file
 /// 1. The owner's: open(), close(), write() and the setters, one at a time (the engine holds the
 ///    object in a safe_ptr). They may come from different threads.
 /// 2. File thread: run(), from open() to close().
-/// isOpen() and waiting() may be asked from anywhere.
+/// isOpen() may be asked from anywhere.
 class IQFile : public QThread
 {
 public:
@@ -118,7 +118,7 @@ public:
     /// The same for count bytes of samples that are packed already.
     bool write(unsigned char *bytes, unsigned int count);
 
-    /// Bytes that write() has taken and the file thread has not.
+    /// Bytes that write() has taken and the file thread has not. Owner.
     std::size_t waiting() const;
 
 protected:
