@@ -230,10 +230,10 @@ template <int kBytes, int kRows>
             typename Reg::type tap[kRows];
 #pragma GCC unroll 8
             for (int q = 0; q < kRows; ++q)
-                tap[q] = Reg::at(taps + 2 * (row + q) * step + i);
+                tap[q] = Reg::at(taps + 2 * (row + q) * step + i).value;
 #pragma GCC unroll 16
             for (int k = 0; k < kWindowsInRows + kRows - 1; ++k) {
-                const typename Reg::type x = Reg::at(oldest + 2 * (row + k) * step + i);
+                const typename Reg::type x = Reg::at(oldest + 2 * (row + k) * step + i).value;
 #pragma GCC unroll 8
                 for (int m = 0; m < kWindowsInRows; ++m) {
                     if (k >= m && k - m < kRows)
