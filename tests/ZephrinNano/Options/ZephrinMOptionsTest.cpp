@@ -92,6 +92,7 @@ TEST(ZephrinMOptionsTest, AdcWordIsMadeOfTwoHexFields)
         int word; // -1: refused
     } rows[] = {{"2A", "1F", 0x1f2a}, {"12", "", -1}};
     ZephrinMOptions page;
+    page.setLock(true);
     for (const auto &row : rows) {
         QSignalSpy told(&page, &ZephrinMOptions::adcRegChanged);
         page.findChild<QLineEdit *>("leAdcData")->setText(row.data);
@@ -120,11 +121,17 @@ TEST(ZephrinMOptionsTest, ServiceButtons)
     QObject::connect(&page, &Self::readArminCalibrations, [&] { told << "read"; });
     QObject::connect(&page, &Self::writeArminCalibrations, [&] { told << "write"; });
     page.findChild<QLineEdit *>("leAttenuator")->setText("1F");
-    for (const char *button :
-        {"btnAttWrite", "chbAdcReset", "btnReadCalibrations", "btnWriteCalibrations"})
-        click(page, button);
-    EXPECT_EQ(told, (QStringList{"31", "on", "read", "write"}));
-    page.setBypass(true); // the low pass switched off
+    const auto clickAll = [&] {
+        for (const char *button :
+            {"btnAttWrite", "chbAdcReset", "btnReadCalibrations", "btnWriteCalibrations"})
+            click(page, button);
+    };
+    clickAll();
+    EXPECT_EQ(told, QStringList{"on"}); // the rest waits for an open device
+    page.setLock(true);
+    clickAll();
+    EXPECT_EQ(told, (QStringList{"on", "31", "off", "read"})); // writing asks first
+    page.setBypass(true);                                      // the low pass switched off
     EXPECT_TRUE(page.bypass() && !shown(page, "chbLpf"));
 }
 

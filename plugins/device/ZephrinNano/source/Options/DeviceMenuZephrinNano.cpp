@@ -57,8 +57,8 @@ void DeviceMenuZephrinNano::setSerial(QStringView serial)
 
 void DeviceMenuZephrinNano::setStatus(QStringView status)
 {
-    m_ui->lbConnectStatus->setText(
-        "<html><head/><body><p align=\"left\">" + status.toString() + "</p></body></html>");
+    m_status = "<html><head/><body><p align=\"left\">" + status.toString() + "</p></body></html>";
+    m_ui->lbConnectStatus->setText(m_status);
 }
 
 void DeviceMenuZephrinNano::setDevices(std::list<DiscoverZephrinNANO::DevId> devices)
@@ -66,6 +66,7 @@ void DeviceMenuZephrinNano::setDevices(std::list<DiscoverZephrinNANO::DevId> dev
     if (devices != m_devices)
         m_devices = std::move(devices);
     fillDevices(*m_ui->cbCurrentDevice, m_devices);
+    m_ui->lbNoDevice->setVisible(m_devices.empty());
 }
 
 int DeviceMenuZephrinNano::deviceId(int index) const
@@ -88,6 +89,19 @@ void DeviceMenuZephrinNano::setLock(bool lock)
 void DeviceMenuZephrinNano::switchDpi()
 {
     widenItems(*m_ui->cbSampleRate);
+    ++m_widenings;
+}
+
+void DeviceMenuZephrinNano::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    for (int i = 0; i < m_widenings; ++i)
+        widenItems(*m_ui->cbSampleRate);
+    if (!m_status.isNull())
+        m_ui->lbConnectStatus->setText(m_status);
 }
 
 bool DeviceMenuZephrinNano::eventFilter(QObject *watched, QEvent *event)

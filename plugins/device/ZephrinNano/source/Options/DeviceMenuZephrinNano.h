@@ -76,10 +76,15 @@ protected:
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
 
+    /// Another language: new words, the same values.
+    void changeEvent(QEvent *event) override;
+
 private:
     std::unique_ptr<Ui::DeviceMenuZephrinNano> m_ui;
     QString m_serial;
     HardwareZephrinNANO::SampleRate m_sampleRate = HardwareZephrinNANO::Rate48000;
     bool m_autoPreamp = false;
     std::list<DiscoverZephrinNANO::DevId> m_devices;
+    QString m_status;    // as it is shown; null before the first
+    int m_widenings = 0; // calls of switchDpi()
 };

@@ -10,6 +10,7 @@
 #include <QEvent>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QWidgetAction>
@@ -35,6 +36,7 @@ ZephrinMOptions::ZephrinMOptions(QWidget *parent)
     connectDevice();
     connectDeviceMenu();
     connectButtons();
+    setLock(false);
     // A scan may have ended before there was a page. One that goes on is not waited for: it tells.
     if (!DiscoverZephrinNANO::instance()->isScanning())
         onDiscovered();
@@ -105,7 +107,7 @@ void ZephrinMOptions::connectButtons()
     using Self = ZephrinMOptions;
     const auto clicked = &QPushButton::clicked;
     connect(m_ui->btnReadCalibrations, clicked, this, &Self::readArminCalibrations);
-    connect(m_ui->btnWriteCalibrations, clicked, this, &Self::writeArminCalibrations);
+    connect(m_ui->btnWriteCalibrations, clicked, this, &Self::askToWrite);
     connect(m_ui->btnAdcRegWrite, clicked, this, &Self::onAdcRegWrite);
     connect(m_ui->btnAttWrite, clicked, this, &Self::onAttWrite);
 }
@@ -164,6 +166,7 @@ void ZephrinMOptions::onDiscovered()
         m_panel->setDevices(devices);
         m_panel->setCurrentDevice(m_ui->cbCurrentDevice->currentIndex());
     }
+    m_ui->lbNoDevice->setVisible(devices.empty());
     if (!devices.empty())
         m_panel->setSerial(m_ui->cbCurrentDevice->currentText());
 }
@@ -172,10 +175,16 @@ void ZephrinMOptions::setLock(bool lock)
 {
     m_ui->cbCurrentDevice->setDisabled(lock);
     m_panel->setLock(lock);
+    for (QPushButton *button : {m_ui->btnReadCalibrations, m_ui->btnWriteCalibrations,
+             m_ui->btnAdcRegWrite, m_ui->btnAttWrite})
+        button->setEnabled(lock); // what they do is done to an open device
+    if (!lock && m_question)
+        m_question->reject(); // it was about one that is closed
 }
 
 void ZephrinMOptions::setStatus(const QString &status)
 {
+    m_status = status;
     m_ui->lbConnectStatus->setText(status);
     m_panel->setStatus(status);
 }
@@ -183,7 +192,35 @@ void ZephrinMOptions::setStatus(const QString &status)
 void ZephrinMOptions::on4k(bool)
 {
     widenItems(*m_ui->cbSampleRate);
+    ++m_widenings;
     m_panel->switchDpi();
+}
+
+void ZephrinMOptions::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    for (int i = 0; i < m_widenings; ++i)
+        widenItems(*m_ui->cbSampleRate);
+    if (!m_status.isNull())
+        m_ui->lbConnectStatus->setText(m_status);
+    showPreamp();
+}
+
+/// What the receiver holds cannot be had back. The box does not stop anything: who uses the page
+/// goes on meanwhile.
+void ZephrinMOptions::askToWrite()
+{
+    m_question = new QMessageBox(QMessageBox::Question, tr("Write the calibration"),
+        tr("Write the calibration into the receiver? What its memory holds now is replaced."),
+        QMessageBox::Cancel, this);
+    m_question->setAttribute(Qt::WA_DeleteOnClose);
+    const QPushButton *const write = m_question->addButton(tr("&Write"), QMessageBox::AcceptRole);
+    m_question->setDefaultButton(QMessageBox::Cancel);
+    connect(write, &QPushButton::clicked, this, &ZephrinMOptions::writeArminCalibrations);
+    m_question->open();
 }
 
 bool ZephrinMOptions::bypass() const

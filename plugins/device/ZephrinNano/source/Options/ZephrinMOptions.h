@@ -3,6 +3,7 @@
 
 #include "DspCore/types.h"
 
+#include <QPointer>
 #include <QStringView>
 #include <QWidget>
 #include <memory>
@@ -11,6 +12,7 @@ class DeviceMenuZephrinNano;
 class OptionControls;
 class QDoubleSpinBox;
 class QMenu;
+class QMessageBox;
 class QSettings;
 
 namespace Ui
@@ -69,6 +71,10 @@ public:
     /// Keeps the wheel from turning a box that the pointer passes; the page scrolls instead.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+protected:
+    /// Another language: new words, the same values.
+    void changeEvent(QEvent *event) override;
+
 public slots:
     /// Reads all controls but the filter lengths, which start anew each time, and tells each, and
     /// both digital offsets at the end. What is missing or makes no sense takes its default.
@@ -86,7 +92,7 @@ public slots:
     /// Chooses the device with this serial if it is there.
     void restoreDevice(const QString &serial);
 
-    /// The device cannot be changed while one is open.
+    /// A device is open: it cannot be changed, and what is done to an open one can be.
     void setLock(bool lock);
 
     /// Slider position in half decibels, and the same in decibels, rounded to the nearest half.
@@ -211,10 +217,14 @@ private:
     void showCoefficient(QDoubleSpinBox *box, double value);
     void showPreamp();
     void chooseDevice(int index);
+    void askToWrite();
 
     std::unique_ptr<Ui::ZephrinMOptions> m_ui;
     std::unique_ptr<OptionControls> m_controls;
     QString m_serial;                         // of the device asked for, there or not
+    QString m_status;                         // as it is shown; null before the first
+    int m_widenings = 0;                      // calls of on4k()
+    QPointer<QMessageBox> m_question;         // about writing the calibration, while it is open
     QMenu *m_menu = nullptr;                  // owned by this widget
     DeviceMenuZephrinNano *m_panel = nullptr; // owned by the menu
 };
