@@ -8,6 +8,7 @@
 # soak   HOURS of stream through the plugin as fast as it goes, with checks (about an hour for 24)
 # check  formatting and static checks of the sources
 # format reformat all sources        all  build everything
+# texts  bring new texts of the sources into the files of translations
 PRESET ?= release
 BUILD  := build/$(PRESET)
 OUT    ?= out
@@ -23,7 +24,7 @@ CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
 SOURCES   = git ls-files '*.h' '*.cpp'
 
-.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean
+.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean texts
 all:
 	@scripts/install-dependencies.sh test
 	@scripts/install-dependencies.sh bench
@@ -79,6 +80,10 @@ check-tidy:
 
 format:
 	@$(SOURCES) | xargs clang-format -i
+
+texts:
+	@scripts/install-dependencies.sh run
+	@scripts/update-translations.sh
 
 clean:
 	rm -rf build out

@@ -74,6 +74,40 @@ function(host_room name)
     set_target_properties(host_${name} PROPERTIES AUTOMOC ON)
 endfunction()
 
+# zephrin_translations(<target> <resource> <name>): the translations/<name>_*.ts in the target, each as
+# :/translations/<name>_CODE.qm. Without Qt's tool for it the program speaks English only.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core)
+get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+get_filename_component(qt_tools "${qmake}" DIRECTORY)
+find_program(LRELEASE lrelease HINTS "${qt_tools}")
+find_program(LUPDATE lupdate HINTS "${qt_tools}")
+if(NOT LRELEASE)
+    message(WARNING "lrelease of Qt 5 is not there (Debian: qttools5-dev-tools): no translations")
+endif()
+function(zephrin_translations target resource name)
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}/translations")
+    set(list "<RCC><qresource prefix=\"/translations\">\n")
+    if(LRELEASE)
+        file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/translations/${name}_*.ts")
+    endif()
+    foreach(source IN LISTS sources)
+        get_filename_component(file "${source}" NAME_WE)
+        add_custom_command(OUTPUT "${folder}/${file}.qm" DEPENDS "${source}"
+            COMMAND "${LRELEASE}" -silent "${source}" -qm "${folder}/${file}.qm" VERBATIM)
+        list(APPEND outputs "${folder}/${file}.qm")
+        string(APPEND list "<file>${file}.qm</file>\n")
+    endforeach()
+    string(APPEND list "</qresource></RCC>\n")
+    file(CONFIGURE OUTPUT "${folder}/${resource}.qrc" CONTENT "${list}")
+    add_custom_command(OUTPUT "${folder}/${resource}.cpp"
+        DEPENDS "${folder}/${resource}.qrc" ${outputs}
+        COMMAND Qt5::rcc --name ${resource} -o "${folder}/${resource}.cpp" "${folder}/${resource}.qrc"
+        VERBATIM)
+    target_sources(${target} PRIVATE "${folder}/${resource}.cpp")
+    set_source_files_properties("${folder}/${resource}.cpp" PROPERTIES
+        SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
 # zephrin_test(<name> [WIDGETS] SOURCES ... LIBS ...): one test program of a folder, run with a Qt
 # core application around it so that timers, threads and queued signals work; with WIDGETS it is
 # one that has widgets, too.
@@ -92,7 +126,8 @@ function(zephrin_test name)
     target_precompile_headers(test_${name} REUSE_FROM test_support)
     add_dependencies(tests test_${name})
     add_test(NAME ${name} COMMAND test_${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    # Numbers are written in the way of the desktop's language.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()
 
 # zephrin_bench(<name> SOURCES ... LIBS ...): one benchmark program of a folder.

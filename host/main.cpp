@@ -5,6 +5,7 @@
 #include "settings/CommandLine.h"
 
 #include <QApplication>
+#include <QLocale>
 
 #include <csignal>
 #include <cstdio>
@@ -58,8 +59,10 @@ int main(int argc, char **argv)
     }
     const auto &settings = std::get<host::HostSettings>(command);
     log.setVerbose(settings.verbose);
-    if (isHeadless)
+    if (isHeadless) {
+        QLocale::setDefault(QLocale::c()); // its report is the same everywhere
         return host::Listener(settings).run();
+    }
     if (!hasScreen) {
         print(stderr, "velmora-host: there is no screen for the window; add --headless\n");
         return host::kUsageError;

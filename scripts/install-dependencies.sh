@@ -11,6 +11,7 @@ packages=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libmsgsl-dev libspdlog-dev libfmt-dev
     libfftw3-dev libsndfile1-dev libusb-1.0-0-dev
+    qttools5-dev-tools qttranslations5-l10n # other languages: ours, those of Qt's own buttons
     qtmultimedia5-dev libqt5multimedia5-plugins # sound cards, by sound server or ALSA
     libsamplerate0-dev
     libevdev-dev libxtst-dev # control panels: their events, keystrokes to the desktop

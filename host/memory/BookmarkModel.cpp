@@ -3,6 +3,7 @@
 
 #include "memory/BookmarkCsv.h"
 #include "memory/BookmarkField.h"
+#include "settings/Language.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -22,6 +23,11 @@ bool isLower(const Bookmark &a, const Bookmark &b)
 }
 
 } // namespace
+
+BookmarkModel::BookmarkModel()
+{
+    say(this, [this] { emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1); });
+}
 
 void BookmarkModel::setBookmarks(const QVector<Bookmark> &bookmarks)
 {

@@ -25,6 +25,8 @@ public:
     /// What a column is sorted by: a number for frequency and filter.
     static constexpr int kSortRole = Qt::UserRole;
 
+    BookmarkModel();
+
     const QVector<Bookmark> &bookmarks() const { return m_bookmarks; }
     const Bookmark &at(int row) const { return m_bookmarks[row]; }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "panel/PanelAction.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace host
@@ -31,9 +33,14 @@ bool isDirection(const QString &argument)
     return argument == kNext || argument == kPrevious;
 }
 
+std::function<QString()> translated(const char *text)
+{
+    return [text] { return QCoreApplication::translate("PanelAction", text); };
+}
+
 /// Goes by steps, of a key one up if nothing else is said.
 PanelAction stepped(
-    const QString &name, const QString &help, std::function<void(Target &, int)> turn)
+    const QString &name, std::function<QString()> help, std::function<void(Target &, int)> turn)
 {
     const auto press = [turn](Target &target, const QString &argument) {
         turn(target, argument.isEmpty() ? 1 : argument.toInt());
@@ -42,7 +49,7 @@ PanelAction stepped(
 }
 
 /// Goes through a list, of which a key may also choose one.
-PanelAction listed(const QString &name, const QString &choice, const QString &help,
+PanelAction listed(const QString &name, const QString &choice, const char *help,
     std::function<void(Target &, int)> turn, std::function<bool(const QString &)> isChoice,
     std::function<void(Target &, const QString &)> choose)
 {
@@ -55,13 +62,14 @@ PanelAction listed(const QString &name, const QString &choice, const QString &he
         else
             choose(target, argument);
     };
-    return {name, kNext + '|' + kPrevious + choice, help, false, accepts, press, std::move(turn)};
+    return {name, kNext + '|' + kPrevious + choice, translated(help), false, accepts, press,
+        std::move(turn)};
 }
 
-PanelAction plain(const QString &name, const QString &help, void (Target::*call)())
+PanelAction plain(const QString &name, const char *help, void (Target::*call)())
 {
     const auto press = [call](Target &target, const QString &) { (target.*call)(); };
-    return {name, {}, help, false, isNothing, press, {}};
+    return {name, {}, translated(help), false, isNothing, press, {}};
 }
 
 bool isFilter(const QString &argument)
@@ -72,34 +80,41 @@ bool isFilter(const QString &argument)
 std::vector<PanelAction> actions()
 {
     std::vector<PanelAction> all{
-        stepped("tune", "Frequency, by the step", &Target::tune),
+        stepped("tune", translated(QT_TRANSLATE_NOOP("PanelAction", "Frequency, by the step")),
+            &Target::tune),
         listed(
-            "mode", "|MODE", "Mode", &Target::stepMode,
+            "mode", "|MODE", QT_TRANSLATE_NOOP("PanelAction", "Mode"), &Target::stepMode,
             [](const QString &name) { return findMode(name) != nullptr; },
             [](Target &target, const QString &name) { target.setMode(findMode(name)->mode); }),
-        listed("filter", "|NUMBER", "Filter of the mode", &Target::stepFilter, isFilter,
+        listed("filter", "|NUMBER", QT_TRANSLATE_NOOP("PanelAction", "Filter of the mode"),
+            &Target::stepFilter, isFilter,
             [](Target &target, const QString &number) { target.chooseFilter(number.toInt() - 1); }),
         listed(
-            "band", "|NAME", "Amateur band, as it was left", &Target::stepBand,
-            [](const QString &name) { return !name.isEmpty(); },
+            "band", "|NAME", QT_TRANSLATE_NOOP("PanelAction", "Amateur band, as it was left"),
+            &Target::stepBand, [](const QString &name) { return !name.isEmpty(); },
             [](Target &target, const QString &name) { target.goToBand(name); }),
         listed(
-            "step", {}, "Step of the frequency", &Target::stepStep,
-            [](const QString &) { return false; }, [](Target &, const QString &) {}),
-        plain("vfo", "The other VFO", &Target::toggleVfo),
-        plain("swap", "A and B change places", &Target::swapVfos),
-        plain("split", "Hear both VFOs", &Target::toggleSplit),
-        plain("lock", "Hold the frequency", &Target::toggleLock),
-        plain("power", "Receiver on and off", &Target::togglePower),
-        {"send", "KEYS", "Keystroke for the program that has the focus, as Control_L+F5", false,
-            [](const QString &keys) { return !keys.isEmpty(); },
+            "step", {}, QT_TRANSLATE_NOOP("PanelAction", "Step of the frequency"),
+            &Target::stepStep, [](const QString &) { return false; },
+            [](Target &, const QString &) {}),
+        plain("vfo", QT_TRANSLATE_NOOP("PanelAction", "The other VFO"), &Target::toggleVfo),
+        plain("swap", QT_TRANSLATE_NOOP("PanelAction", "A and B change places"), &Target::swapVfos),
+        plain("split", QT_TRANSLATE_NOOP("PanelAction", "Hear both VFOs"), &Target::toggleSplit),
+        plain("lock", QT_TRANSLATE_NOOP("PanelAction", "Hold the frequency"), &Target::toggleLock),
+        plain(
+            "power", QT_TRANSLATE_NOOP("PanelAction", "Receiver on and off"), &Target::togglePower),
+        {"send", "KEYS",
+            translated(QT_TRANSLATE_NOOP(
+                "PanelAction", "Keystroke for the program that has the focus, as Control_L+F5")),
+            false, [](const QString &keys) { return !keys.isEmpty(); },
             [](Target &target, const QString &keys) { target.send(keys); }, {}},
     };
     for (const DialRow &row : dialTable())
-        all.push_back(stepped(row.key, helpOf(row.id),
+        all.push_back(stepped(
+            row.key, [id = row.id] { return helpOf(id); },
             [id = row.id](Target &target, int steps) { target.turn(id, steps); }));
     for (const SwitchRow &row : switchTable())
-        all.push_back({row.key, {}, helpOf(row.id), false, isNothing,
+        all.push_back({row.key, {}, [id = row.id] { return helpOf(id); }, false, isNothing,
             [id = row.id](Target &target, const QString &) { target.toggle(id); }, {}});
     return all;
 }

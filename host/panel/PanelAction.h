@@ -13,8 +13,8 @@ namespace host
 struct PanelAction
 {
     QString name;
-    QString argument; ///< what a key may give with it, for the help; empty: nothing
-    QString help;
+    QString argument;              ///< what a key may give with it, for the help; empty: nothing
+    std::function<QString()> help; ///< what it does, in the language of the moment
 
     bool isRepeated; ///< a key does it again and again while it is held
 

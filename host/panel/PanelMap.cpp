@@ -239,7 +239,8 @@ QString PanelMap::explanation()
     QString text = kExplanation;
     for (const PanelAction &action : PanelAction::table()) {
         const QString use = (action.name + ' ' + action.argument).trimmed();
-        text += QString("# %1 %2 %3\n").arg(action.turn ? '*' : ' ').arg(use, -30).arg(action.help);
+        text +=
+            QString("# %1 %2 %3\n").arg(action.turn ? '*' : ' ').arg(use, -30).arg(action.help());
     }
     return text;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AxisTicks.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <cmath>
 
@@ -34,7 +36,7 @@ AxisTicks between(double low, double high, double step, const Unit &unit, int de
     for (double n = std::ceil(low / step - kRounding); n <= last; ++n) {
         // The sum with 0 makes a plain zero of a negative one.
         const double value = n * step + 0.0;
-        axis.ticks.push_back({value, QString::number(value / unit.size, 'f', decimals)});
+        axis.ticks.push_back({value, QLocale().toString(value / unit.size, 'f', decimals)});
     }
     return axis;
 }

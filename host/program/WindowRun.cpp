@@ -5,6 +5,7 @@
 #include "panel/Panel.h"
 #include "program/StopSignal.h"
 #include "radio/Radio.h"
+#include "settings/Language.h"
 #include "settings/SettingsStore.h"
 #include "window/frame/MainWindow.h"
 
@@ -27,6 +28,12 @@ const QStringList kTaken = {"plugin", "device", "d2xx", "settings", "scene", "sc
     "scene-rate", "scene-frequency", "rate", "center", "tune", "mode", "filter", "preamp",
     "auto-preamp", "rig-port", "eeprom", "fault", "verbose"};
 
+QVariant stored(const QString &settingsFile, const char *key)
+{
+    const QString file = settingsFile.isEmpty() ? SettingsStore::defaultPath() : settingsFile;
+    return QSettings(file, QSettings::IniFormat).value(key);
+}
+
 void print(const QString &text)
 {
     std::fputs(("velmora-host: " + text + '\n').toLocal8Bit().constData(), stderr);
@@ -48,22 +55,27 @@ void WindowRun::prepareScale(const QStringList &arguments)
     if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR"))
         return;
     const int given = arguments.indexOf("--settings");
-    const QString file = given >= 0 ? arguments.value(given + 1) : SettingsStore::defaultPath();
-    const int percent = QSettings(file, QSettings::IniFormat).value("Window/scale", 0).toInt();
+    const QString file = given >= 0 ? arguments.value(given + 1) : QString();
+    const int percent = stored(file, "Window/scale").toInt();
     if (percent >= 100 && percent <= 200)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(percent / 100.0));
 }
 
 int WindowRun::run(const HostSettings &settings)
 {
+    Language &language = Language::instance();
+    language.choose(stored(settings.settingsFile, "Window/language").toString());
     for (const QString &option : settings.given.keys())
         if (!kTaken.contains(option))
-            print(QString("--%1 has an effect with --headless only").arg(option));
+            print(
+                QCoreApplication::translate("WindowRun", "--%1 has an effect with --headless only")
+                    .arg(option));
     Radio radio;
     if (!radio.load(settings)) {
         print(radio.error());
         return kBadInput;
     }
+    language.renew(); // the plugin has words of its own
     StopSignal stop;
     // Beside settings of one's own lie bookmarks and a control panel of one's own.
     const auto beside = [&settings](const QString &usual) {

@@ -47,7 +47,7 @@ bool AudioPlayer::open(const QString &path)
     if (!file)
         m_error = QString::fromLocal8Bit(sf_strerror(nullptr)).simplified();
     else if (info.channels > kChannels || info.frames == 0 || !info.seekable)
-        m_error = "no audio that can be played";
+        m_error = tr("no audio that can be played");
     if (!m_error.isEmpty()) {
         m_error = path + ": " + m_error;
         return false;

@@ -5,6 +5,7 @@
 
 #include "sound/VariableResampler.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <chrono>
@@ -22,6 +23,8 @@ namespace host
 /// block.
 class AudioPlayer : public FrameSource
 {
+    Q_DECLARE_TR_FUNCTIONS(AudioPlayer)
+
 public:
     AudioPlayer();
     ~AudioPlayer() override;

@@ -58,7 +58,7 @@ bool FlacFile::close()
     SF_INFO info{};
     m_file.reset(sf_open(QFile::encodeName(m_path).constData(), SFM_READ, &info));
     m_file.reset();
-    return std::uint64_t(info.frames) == m_frames || fail("not all of it could be written");
+    return std::uint64_t(info.frames) == m_frames || fail(tr("not all of it could be written"));
 }
 
 bool FlacFile::fail(const QString &reason)

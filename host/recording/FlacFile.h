@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <cstddef>
@@ -14,6 +15,8 @@ namespace host
 /// at a time.
 class FlacFile
 {
+    Q_DECLARE_TR_FUNCTIONS(FlacFile)
+
 public:
     /// Creates the file or empties it. On failure false, and error() tells why.
     bool open(const QString &path);

@@ -37,7 +37,7 @@ namespace
 QString scaled(double value, const char *blank)
 {
     const auto text = [](double number) {
-        return QString::number(number, 'g', QLocale::FloatingPointShortest);
+        return QLocale().toString(number, 'g', QLocale::FloatingPointShortest);
     };
     if (std::abs(value) >= 1e6)
         return text(value / 1e6) + blank + 'M';

@@ -55,9 +55,9 @@ SettingsStore::SettingsStore(const QString &path)
     for (auto value = m_base.begin(); value != m_base.end(); ++value)
         m_working.setValue(value.key(), value.value());
     if (file.status() == QSettings::AccessError)
-        fail("cannot be read, this run starts from defaults");
+        fail(tr("cannot be read, this run starts from defaults"));
     else if (m_isDamaged)
-        fail("is damaged, what could be read of it is used");
+        fail(tr("is damaged, what could be read of it is used"));
 }
 
 SettingsStore::~SettingsStore()
@@ -153,7 +153,7 @@ QString SettingsStore::Work::write() const
     for (const QString &key : removed)
         file.remove(key);
     file.sync();
-    return file.status() == QSettings::AccessError ? "cannot be written" : QString();
+    return file.status() == QSettings::AccessError ? tr("cannot be written") : QString();
 }
 
 QString SettingsStore::Work::keepDamaged() const
@@ -164,7 +164,7 @@ QString SettingsStore::Work::keepDamaged() const
     QFile::remove(damaged);
     return QFile::copy(path, damaged)
         ? QString()
-        : "is not saved: it is damaged and cannot be kept as " + damaged;
+        : tr("is not saved: it is damaged and cannot be kept as %1").arg(damaged);
 }
 
 /// QSettings replaces its file as a whole, but does not look whether the last of it still reached
@@ -172,7 +172,7 @@ QString SettingsStore::Work::keepDamaged() const
 QString SettingsStore::Work::findRoom() const
 {
     if (!QDir().mkpath(QFileInfo(path).path()))
-        return "is not saved: the folder cannot be made";
+        return tr("is not saved: the folder cannot be made");
     QByteArray values;
     QDataStream stream(&values, QIODevice::WriteOnly);
     stream << changed;
@@ -181,12 +181,12 @@ QString SettingsStore::Work::findRoom() const
     const QByteArray bytes(int(size), '\0');
     return probe.open() && probe.write(bytes) == size && probe.flush()
         ? QString()
-        : "is not saved: " + probe.errorString();
+        : tr("is not saved: %1").arg(probe.errorString());
 }
 
 bool SettingsStore::fail(const QString &text)
 {
-    m_error = "settings file " + m_path + " " + text;
+    m_error = tr("settings file %1 %2").arg(m_path, text);
     return false;
 }
 } // namespace host

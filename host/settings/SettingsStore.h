@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QCoreApplication>
 #include <QSet>
 #include <QSettings>
 #include <QString>
@@ -24,6 +25,8 @@ namespace host
 /// same time.
 class SettingsStore
 {
+    Q_DECLARE_TR_FUNCTIONS(SettingsStore)
+
 public:
     static QString defaultPath();
 

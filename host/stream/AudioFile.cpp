@@ -51,7 +51,7 @@ bool AudioFile::lockAndEmpty()
     if (m_file.isSequential())
         return true;
     if (flock(m_file.handle(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        return fail("another program is writing it");
+        return fail(tr("another program is writing it"));
     return m_file.resize(0) || fail(m_file.errorString());
 }
 

@@ -3,6 +3,7 @@
 
 #include "stream/Deemphasis.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QString>
 
@@ -23,6 +24,8 @@ struct HostSettings;
 /// written to as well; its header leaves the length open.
 class AudioFile
 {
+    Q_DECLARE_TR_FUNCTIONS(AudioFile)
+
 public:
     static constexpr int kRateHz = 48000; // of the sound card
     static constexpr int kChannels = 2;

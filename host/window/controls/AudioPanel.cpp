@@ -18,7 +18,7 @@ AudioPanel::AudioPanel(Radio &radio, QWidget *parent) : QWidget(parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    layout->addWidget(newHeading(tr("Sound"), this));
+    layout->addWidget(newHeading(QT_TRANSLATE_NOOP("host::ToolPanel", "Sound"), this));
     auto *row = new QHBoxLayout;
     row->setSpacing(4);
     row->addWidget(new DialSlider(radio, Dial::Volume, this), 1);

@@ -3,6 +3,7 @@
 
 #include "memory/BookmarkField.h"
 #include "memory/RadioMemory.h"
+#include "settings/Language.h"
 
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -18,41 +19,45 @@ namespace host
 BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
     : QDialog(parent), m_memory(memory), m_search(memory.bookmarks()), m_table(new QTableView(this))
 {
-    setWindowTitle(tr("Bookmarks"));
     resize(680, 460);
     auto *layout = new QVBoxLayout(this);
     auto *field = new QLineEdit(this);
-    field->setPlaceholderText(tr("Search"));
-    field->setAccessibleName(tr("Search in the bookmarks"));
     field->setClearButtonEnabled(true);
     connect(field, &QLineEdit::textChanged, this,
         [this](const QString &text) { m_search.setText(text); });
     layout->addWidget(field);
     m_table->setModel(&m_search);
     m_table->setSortingEnabled(true);
+    m_table->setTabKeyNavigation(false); // else Tab would never leave it
     m_table->sortByColumn(kFrequencyField, Qt::AscendingOrder);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setAccessibleName(tr("Bookmarks"));
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->resizeColumnsToContents();
     layout->addWidget(m_table, 1);
     auto *row = new QHBoxLayout;
-    const auto addButton = [&](const QString &text, auto slot) {
-        auto *button = new QPushButton(text, this);
+    const auto addButton = [&](const char *text, auto slot) {
+        auto *button = new QPushButton(this);
+        say(button, [button, text] { button->setText(tr(text)); });
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, slot);
         row->addWidget(button);
         return button;
     };
-    addButton(tr("&Go"), &BookmarkDialog::go)->setDefault(true);
-    addButton(tr("&Add what is heard"), &BookmarkDialog::add);
-    addButton(tr("&Remove"), &BookmarkDialog::remove);
+    addButton(QT_TR_NOOP("&Go"), &BookmarkDialog::go)->setDefault(true);
+    addButton(QT_TR_NOOP("&Add what is heard"), &BookmarkDialog::add);
+    addButton(QT_TR_NOOP("&Remove"), &BookmarkDialog::remove);
     row->addStretch(1);
-    addButton(tr("&Import…"), &BookmarkDialog::importFile);
-    addButton(tr("&Export…"), &BookmarkDialog::exportFile);
-    addButton(tr("&Close"), &QDialog::accept);
+    addButton(QT_TR_NOOP("&Import…"), &BookmarkDialog::importFile);
+    addButton(QT_TR_NOOP("&Export…"), &BookmarkDialog::exportFile);
+    addButton(QT_TR_NOOP("&Close"), &QDialog::accept);
     layout->addLayout(row);
+    say(this, [this, field] {
+        setWindowTitle(tr("Bookmarks"));
+        field->setPlaceholderText(tr("Search"));
+        field->setAccessibleName(tr("Search in the bookmarks"));
+        m_table->setAccessibleName(tr("Bookmarks"));
+    });
 }
 
 void BookmarkDialog::go()

@@ -11,14 +11,16 @@ class QToolButton;
 
 namespace host
 {
-/// Buttons in rows of equal width, of which at most one is down: modes, filters, bands. GUI thread.
+/// Buttons in rows of equal width, of which at most one is down: modes, filters, bands. Tab goes to
+/// the one that is down, or to the first; arrow keys go on from there, space chooses. GUI thread.
 class ChoiceGrid : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `subject` is what is chosen, for who cannot see it: "Mode".
-    ChoiceGrid(const QString &subject, int columns, QWidget *parent = nullptr);
+    /// `subject` is what is chosen, for who cannot see it: "Mode"; to be translated in the context
+    /// "ChoiceGrid".
+    ChoiceGrid(const char *subject, int columns, QWidget *parent = nullptr);
 
     void setTexts(const QStringList &texts);
     int count() const { return m_buttons.size(); }
@@ -30,8 +32,13 @@ public:
 signals:
     void clicked(int i);
 
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
-    const QString m_subject;
+    void nameButtons();
+
+    const char *const m_subject;
     const int m_columns;
     QGridLayout *m_layout; // children
     QButtonGroup *m_group;

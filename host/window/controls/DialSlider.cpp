@@ -2,9 +2,10 @@
 #include "window/controls/DialSlider.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSlider>
 
@@ -19,9 +20,9 @@ QString textOf(Dial id, double value, const Radio::Range &range)
 {
     const bool isVolume = id == Dial::Volume || id == Dial::VolumeA || id == Dial::VolumeB;
     if (isVolume && value <= range.low)
-        return QObject::tr("silent");
+        return DialSlider::tr("silent");
     const int decimals = range.step < 1.0 ? 1 : 0;
-    return QString("%1 %2").arg(value, 0, 'f', decimals).arg(rowOf(id).unit);
+    return numberText(value, decimals) + ' ' + rowOf(id).unit;
 }
 } // namespace
 
@@ -32,7 +33,7 @@ DialSlider::DialSlider(Radio &radio, Dial id, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-    auto *name = new QLabel(nameOf(id), this);
+    auto *name = new QLabel(this);
     name->setProperty("role", "heading");
     name->setMinimumWidth(52);
     layout->addWidget(name);
@@ -42,14 +43,11 @@ DialSlider::DialSlider(Radio &radio, Dial id, QWidget *parent)
     m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance("-160 dBm") + 2);
     m_value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_value->installEventFilter(this);
-    m_value->setToolTip(tr("Double click: back to the standard"));
+    m_slider->installEventFilter(this);
     const auto range = radio.rangeOf(id);
     m_slider->setRange(
         int(std::lround(range.low / range.step)), int(std::lround(range.high / range.step)));
     m_slider->setPageStep(6);
-    m_slider->setAccessibleName(nameOf(id));
-    m_slider->setAccessibleDescription(helpOf(id));
-    setToolTip(helpOf(id));
     connect(m_slider, &QSlider::valueChanged, this, [this, range](int place) {
         m_radio.setValue(m_id, place * range.step);
         show(m_radio.value(m_id));
@@ -60,8 +58,14 @@ DialSlider::DialSlider(Radio &radio, Dial id, QWidget *parent)
     });
     connect(&radio, &Radio::modeChanged, this, &DialSlider::enable);
     connect(&radio, &Radio::activeChanged, this, &DialSlider::enable);
-    show(radio.value(id));
-    enable();
+    say(this, [this, name] {
+        name->setText(nameOf(m_id));
+        m_slider->setAccessibleName(nameOf(m_id));
+        m_slider->setAccessibleDescription(helpOf(m_id));
+        m_value->setToolTip(tr("Double click, or Backspace: back to the standard"));
+        show(m_radio.value(m_id));
+        enable();
+    });
 }
 
 void DialSlider::show(double value)
@@ -81,8 +85,11 @@ void DialSlider::enable()
 
 bool DialSlider::eventFilter(QObject *object, QEvent *event)
 {
-    if (object == m_value && event->type() == QEvent::MouseButtonDblClick)
+    const bool isBack = object == m_value ? event->type() == QEvent::MouseButtonDblClick
+                                          : event->type() == QEvent::KeyPress
+            && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace;
+    if (isBack)
         m_radio.setValue(m_id, rowOf(m_id).standard);
-    return QWidget::eventFilter(object, event);
+    return isBack || QWidget::eventFilter(object, event);
 }
 } // namespace host

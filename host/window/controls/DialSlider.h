@@ -12,8 +12,8 @@ namespace host
 {
 class Radio;
 
-/// A dial of the radio as a slider with its name and its value. A double click on the value sets it
-/// back to its standard. Grey where it has no effect. GUI thread.
+/// A dial of the radio as a slider with its name and its value. A double click on the value and
+/// Backspace set it back to its standard. Grey where it has no effect. GUI thread.
 class DialSlider : public QWidget
 {
     Q_OBJECT

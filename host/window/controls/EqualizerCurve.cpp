@@ -6,6 +6,7 @@
 #include "DspCore/audio/Equalizer18.h"
 #include "DspCore/fft/FFT64.h"
 
+#include <QLocale>
 #include <QPainter>
 #include <QVector>
 
@@ -76,14 +77,15 @@ void EqualizerCurve::paintEvent(QPaintEvent *)
         painter.setPen(QColor(theme.dimText));
         painter.drawText(QRectF(xOf(hertz) - 25.0, area.bottom() + 2.0, 50.0, 16.0),
             Qt::AlignCenter,
-            hertz < 1000.0 ? QString::number(hertz) : QString("%1k").arg(hertz / 1000.0));
+            hertz < 1000.0 ? QLocale().toString(hertz)
+                           : tr("%1k").arg(QLocale().toString(hertz / 1000.0)));
     }
     for (const double db : {-scale, -scale / 2.0, 0.0, scale / 2.0, scale}) {
         painter.setPen(QColor(db == 0.0 ? theme.axis : theme.grid));
         painter.drawLine(QPointF(area.left(), yOf(db)), QPointF(area.right(), yOf(db)));
         painter.setPen(QColor(theme.dimText));
         painter.drawText(QRectF(0.0, yOf(db) - 8.0, 30.0, 16.0), Qt::AlignRight | Qt::AlignVCenter,
-            QString::number(db));
+            QLocale().toString(db));
     }
     painter.setRenderHint(QPainter::Antialiasing);
     QPolygonF curve;

@@ -5,6 +5,7 @@
 #include "window/controls/SwitchButton.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 #include "settings/ToolLimits.h"
 
 #include "DspCore/audio/Equalizer18.h"
@@ -20,14 +21,14 @@ namespace
 {
 QString bandText(double hertz)
 {
-    return hertz < 1000.0 ? QString::number(hertz) : QString("%1k").arg(hertz / 1000.0);
+    return hertz < 1000.0 ? QLocale().toString(hertz)
+                          : EqualizerDialog::tr("%1k").arg(QLocale().toString(hertz / 1000.0));
 }
 } // namespace
 
 EqualizerDialog::EqualizerDialog(Radio &radio, QWidget *parent)
     : QDialog(parent), m_radio(radio), m_curve(new EqualizerCurve(this))
 {
-    setWindowTitle(tr("Equalizer"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_curve, 1);
     auto *grid = new QGridLayout;
@@ -38,11 +39,14 @@ EqualizerDialog::EqualizerDialog(Radio &radio, QWidget *parent)
         slider->setRange(-limits::kMostEqualizerDb, limits::kMostEqualizerDb);
         slider->setMinimumHeight(110);
         slider->setPageStep(3);
-        slider->setAccessibleName(tr("Gain at %1 Hz, dB").arg(hertz));
         connect(slider, &QSlider::valueChanged, this, &EqualizerDialog::takeGains);
         m_sliders += slider;
         grid->addWidget(slider, 0, band, Qt::AlignHCenter);
-        auto *label = new QLabel(bandText(hertz), this);
+        auto *label = new QLabel(this);
+        say(slider, [slider, label, hertz] {
+            slider->setAccessibleName(tr("Gain at %1 Hz, dB").arg(QLocale().toString(hertz)));
+            label->setText(bandText(hertz));
+        });
         label->setProperty("role", "heading");
         grid->addWidget(label, 1, band, Qt::AlignHCenter);
         auto *value = new QLabel(this);
@@ -57,7 +61,7 @@ EqualizerDialog::EqualizerDialog(Radio &radio, QWidget *parent)
     on->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     row->addWidget(on);
     row->addStretch(1);
-    auto *flat = new QPushButton(tr("&Flat"), this);
+    auto *flat = new QPushButton(this);
     connect(flat, &QPushButton::clicked, this, [this] {
         QList<int> gains;
         for (int i = 0; i < m_sliders.size(); ++i)
@@ -65,10 +69,15 @@ EqualizerDialog::EqualizerDialog(Radio &radio, QWidget *parent)
         m_radio.setEqualizerGains(gains);
     });
     row->addWidget(flat);
-    auto *close = new QPushButton(tr("&Close"), this);
+    auto *close = new QPushButton(this);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     row->addWidget(close);
     layout->addLayout(row);
+    say(this, [this, flat, close] {
+        setWindowTitle(tr("Equalizer"));
+        flat->setText(tr("&Flat"));
+        close->setText(tr("&Close"));
+    });
     connect(&radio, &Radio::equalizerChanged, this, &EqualizerDialog::showGains);
     showGains();
 }

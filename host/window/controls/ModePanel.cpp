@@ -4,6 +4,7 @@
 #include "window/controls/ChoiceGrid.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
@@ -26,9 +27,10 @@ constexpr int kEdgeStepHz = 50;
 } // namespace
 
 ModePanel::ModePanel(Radio &radio, QWidget *parent)
-    : QWidget(parent), m_radio(radio), m_modes(new ChoiceGrid(tr("Mode"), kColumns, this)),
-      m_filters(new ChoiceGrid(tr("Filter"), kFilterColumns, this)), m_low(new QSpinBox(this)),
-      m_high(new QSpinBox(this)), m_more(new QToolButton(this))
+    : QWidget(parent), m_radio(radio),
+      m_modes(new ChoiceGrid(QT_TRANSLATE_NOOP("ChoiceGrid", "Mode"), kColumns, this)),
+      m_filters(new ChoiceGrid(QT_TRANSLATE_NOOP("ChoiceGrid", "Filter"), kFilterColumns, this)),
+      m_low(new QSpinBox(this)), m_high(new QSpinBox(this)), m_more(new QToolButton(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -40,23 +42,17 @@ ModePanel::ModePanel(Radio &radio, QWidget *parent)
     edges->setSpacing(4);
     for (QSpinBox *box : {m_low, m_high}) {
         box->setSingleStep(kEdgeStepHz);
-        box->setSuffix(tr(" Hz"));
         box->setKeyboardTracking(false);
         edges->addWidget(box, 1);
     }
-    m_low->setAccessibleName(tr("Lower edge of the filter"));
-    m_high->setAccessibleName(tr("Upper edge of the filter"));
-    m_low->setToolTip(m_low->accessibleName());
-    m_high->setToolTip(m_high->accessibleName());
-    m_more->setText(tr("…"));
-    m_more->setToolTip(tr("Add and remove filters"));
-    m_more->setAccessibleName(m_more->toolTip());
+    m_more->setText(QStringLiteral("…"));
+    m_more->setFocusPolicy(Qt::StrongFocus);
     m_more->setPopupMode(QToolButton::InstantPopup);
     auto *menu = new QMenu(m_more);
-    QAction *add = menu->addAction(tr("&Add these edges"), &radio, &Radio::addFilter);
-    QAction *remove = menu->addAction(tr("&Remove this filter"), this,
+    QAction *add = menu->addAction(QString(), &radio, &Radio::addFilter);
+    QAction *remove = menu->addAction(QString(), this,
         [this] { m_radio.removeFilter(m_radio.filters().chosen(m_radio.mode())); });
-    menu->addAction(tr("&Standard filters of the mode"), &radio, &Radio::restoreFilters);
+    QAction *restore = menu->addAction(QString(), &radio, &Radio::restoreFilters);
     connect(menu, &QMenu::aboutToShow, this, [this, add, remove] {
         const bool isOne = m_radio.filters().chosen(m_radio.mode()) >= 0;
         add->setEnabled(!isOne);
@@ -65,6 +61,21 @@ ModePanel::ModePanel(Radio &radio, QWidget *parent)
     m_more->setMenu(menu);
     edges->addWidget(m_more);
     layout->addLayout(edges);
+    say(this, [this, add, remove, restore] {
+        const auto name = [](QWidget *control, const QString &name) {
+            control->setAccessibleName(name);
+            control->setToolTip(name);
+        };
+        name(m_low, tr("Lower edge of the filter"));
+        name(m_high, tr("Upper edge of the filter"));
+        name(m_more, tr("Add and remove filters"));
+        for (QSpinBox *box : {m_low, m_high})
+            box->setSuffix(tr(" Hz"));
+        add->setText(tr("&Add these edges"));
+        remove->setText(tr("&Remove this filter"));
+        restore->setText(tr("&Standard filters of the mode"));
+        showFilters();
+    });
 
     QStringList names;
     for (const auto &item : radio.functions().listModes())

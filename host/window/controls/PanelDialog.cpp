@@ -5,6 +5,7 @@
 
 #include "panel/Panel.h"
 #include "panel/PanelAction.h"
+#include "settings/Language.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -27,17 +28,25 @@ enum Column { Control, Action, Argument, Help, Columns };
 
 PanelDialog::PanelDialog(Panel &panel, const QStringList &bands, QWidget *parent)
     : QDialog(parent), m_panel(panel), m_bands(bands), m_text(panel.text()),
-      m_device(new QComboBox(this)), m_grab(new QCheckBox(tr("for the receiver &only"), this)),
-      m_presence(new QLabel(this)), m_table(new QTableWidget(0, Columns, this))
+      m_device(new QComboBox(this)), m_grab(new QCheckBox(this)), m_presence(new QLabel(this)),
+      m_table(new QTableWidget(0, Columns, this))
 {
-    setWindowTitle(tr("Keys and knobs"));
     resize(660, 440);
     new QVBoxLayout(this);
     addDevice();
     addTable();
     addButtons();
     connect(&panel, &Panel::presentChanged, this, &PanelDialog::showDevice);
-    fill();
+    say(this, [this] {
+        setWindowTitle(tr("Keys and knobs"));
+        m_table->setAccessibleName(tr("Keys and knobs"));
+        m_table->setHorizontalHeaderLabels(
+            {tr("Key or knob"), tr("Action"), tr("With"), tr("What it does")});
+        m_grab->setText(tr("for the receiver &only"));
+        m_grab->setToolTip(tr("Its keys and knobs go to no other program"));
+        m_device->lineEdit()->setPlaceholderText(tr("none; a part of its name, or its file"));
+        fill();
+    });
 }
 
 PanelDialog::~PanelDialog()
@@ -49,7 +58,8 @@ PanelDialog::~PanelDialog()
 void PanelDialog::addDevice()
 {
     auto *row = new QHBoxLayout;
-    auto *label = new QLabel(tr("&Input device"), this);
+    auto *label = new QLabel(this);
+    say(label, [label] { label->setText(tr("&Input device")); });
     label->setBuddy(m_device);
     row->addWidget(label);
     m_device->setEditable(true);
@@ -57,10 +67,8 @@ void PanelDialog::addDevice()
     m_device->addItem({});
     m_device->addItems(PanelInput::devices());
     m_device->setEditText(m_text.device());
-    m_device->lineEdit()->setPlaceholderText(tr("none; a part of its name, or its file"));
     row->addWidget(m_device, 1);
     m_grab->setChecked(m_text.isGrabbing());
-    m_grab->setToolTip(tr("Its keys and knobs go to no other program"));
     row->addWidget(m_grab);
     auto *all = static_cast<QVBoxLayout *>(layout());
     all->addLayout(row);
@@ -72,13 +80,10 @@ void PanelDialog::addDevice()
 
 void PanelDialog::addTable()
 {
-    m_table->setHorizontalHeaderLabels(
-        {tr("Key or knob"), tr("Action"), tr("With"), tr("What it does")});
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setTabKeyNavigation(false);
-    m_table->setAccessibleName(tr("Keys and knobs"));
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
     layout()->addWidget(m_table);
@@ -88,18 +93,19 @@ void PanelDialog::addTable()
 void PanelDialog::addButtons()
 {
     auto *row = new QHBoxLayout;
-    const auto addButton = [&](const QString &text, auto slot) {
-        auto *button = new QPushButton(text, this);
+    const auto addButton = [&](const char *text, auto slot) {
+        auto *button = new QPushButton(this);
+        say(button, [button, text] { button->setText(tr(text)); });
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, slot);
         row->addWidget(button);
         return button;
     };
-    addButton(tr("&Add…"), &PanelDialog::add);
-    m_change = addButton(tr("C&hange…"), &PanelDialog::change);
-    m_remove = addButton(tr("&Remove"), &PanelDialog::remove);
+    addButton(QT_TR_NOOP("&Add…"), &PanelDialog::add);
+    m_change = addButton(QT_TR_NOOP("C&hange…"), &PanelDialog::change);
+    m_remove = addButton(QT_TR_NOOP("&Remove"), &PanelDialog::remove);
     row->addStretch(1);
-    addButton(tr("&Close"), &QDialog::accept);
+    addButton(QT_TR_NOOP("&Close"), &QDialog::accept);
     static_cast<QVBoxLayout *>(layout())->addLayout(row);
 }
 
@@ -112,7 +118,7 @@ void PanelDialog::fill()
         const PanelAction *action = PanelAction::find(row.action);
         const QString problem = m_text.problemOf(i);
         const QString help = !problem.isEmpty() ? tr("left out: %1").arg(problem)
-            : action                            ? action->help
+            : action                            ? action->help()
                                                 : QString();
         int column = 0;
         for (const QString &text : {row.control, row.action, row.argument, help})

@@ -147,7 +147,7 @@ void PanelRowDialog::fillActions()
     m_action->clear();
     for (const PanelAction &action : PanelAction::table())
         if (!isKnob() || action.turn)
-            m_action->addItem(QString("%1  (%2)").arg(action.help, action.name), action.name);
+            m_action->addItem(QString("%1  (%2)").arg(action.help(), action.name), action.name);
     m_action->setCurrentIndex(std::max(0, m_action->findData(before)));
     fillArguments();
 }

@@ -4,6 +4,7 @@
 #include "window/controls/TimeText.h"
 
 #include "recording/RecordingPlayer.h"
+#include "settings/Language.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -25,19 +26,20 @@ PlayBar::PlayBar(RecordingPlayer &player, QWidget *parent)
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_pause->setText(tr("Pause"));
-    m_pause->setAccessibleName(m_pause->text());
     m_pause->setCheckable(true);
-    m_slider->setAccessibleName(tr("Position in the recording"));
     auto *loop = new QToolButton(this);
-    loop->setText(tr("Loop"));
-    loop->setAccessibleName(loop->text());
     loop->setCheckable(true);
     loop->setChecked(player.isLooping());
     auto *close = new QToolButton(this);
-    close->setText(tr("Close"));
-    close->setAccessibleName(close->text());
-    close->setToolTip(tr("Ends the recording"));
+    say(this, [this, loop, close] {
+        m_pause->setText(tr("Pause"));
+        loop->setText(tr("Loop"));
+        close->setText(tr("Close"));
+        close->setToolTip(tr("Ends the recording"));
+        for (QToolButton *button : {m_pause, loop, close})
+            button->setAccessibleName(button->text());
+        m_slider->setAccessibleName(tr("Position in the recording"));
+    });
     layout->addWidget(m_pause);
     layout->addWidget(m_slider, 1);
     for (QWidget *widget : {(QWidget *)m_time, (QWidget *)loop, (QWidget *)close})

@@ -6,6 +6,7 @@
 #include "host_interfaces/IQRecorderConfigure.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 #include "sound/AudioPump.h"
 
 #include <QActionGroup>
@@ -27,22 +28,24 @@ const QString kFolder = QStringLiteral("Recording/folder");
 const QString kAudioType = QStringLiteral("Recording/audio");
 const QString kIqLayout = QStringLiteral("Recording/iq");
 
-QToolButton *newButton(const QString &text, const QString &name, QWidget *parent)
+QToolButton *newButton(const char *text, const char *name, QWidget *parent)
 {
     auto *button = new QToolButton(parent);
-    button->setText(text);
     button->setCheckable(true);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setAccessibleName(name);
-    button->setToolTip(name);
+    say(button, [button, text, name] {
+        button->setText(RecordBar::tr(text));
+        button->setAccessibleName(RecordBar::tr(name));
+        button->setToolTip(RecordBar::tr(name));
+    });
     return button;
 }
 } // namespace
 
 RecordBar::RecordBar(Radio &radio, AudioPump &pump, QWidget *parent)
     : QWidget(parent), m_radio(radio), m_pump(pump),
-      m_audioButton(newButton(tr("● Audio"), tr("Record what is heard"), this)),
-      m_iqButton(newButton(tr("● IQ"), tr("Record the whole received band"), this)),
+      m_audioButton(newButton(QT_TR_NOOP("● Audio"), QT_TR_NOOP("Record what is heard"), this)),
+      m_iqButton(newButton(QT_TR_NOOP("● IQ"), QT_TR_NOOP("Record the whole received band"), this)),
       m_text(new QLabel(this))
 {
     auto *layout = new QHBoxLayout(this);
@@ -50,7 +53,7 @@ RecordBar::RecordBar(Radio &radio, AudioPump &pump, QWidget *parent)
     layout->setSpacing(6);
     for (QWidget *widget : {(QWidget *)m_audioButton, (QWidget *)m_iqButton, (QWidget *)m_text})
         layout->addWidget(widget);
-    m_text->setAccessibleName(tr("Recording"));
+    say(m_text, [this] { m_text->setAccessibleName(tr("Recording")); });
     m_pump.add(m_audio);
     m_radio.iqServer().setListener(&m_iq);
     join(m_audio, *m_audioButton, &RecordBar::setRecordingAudio);
@@ -137,28 +140,33 @@ void RecordBar::showIdle()
 void RecordBar::serve(QMenu &menu)
 {
     for (QToolButton *button : {m_audioButton, m_iqButton}) {
-        QAction *action = menu.addAction(button->accessibleName());
+        QAction *action = menu.addAction(QString());
+        say(action, [action, button] { action->setText(button->accessibleName()); });
         action->setShortcut(
             QKeySequence(button == m_audioButton ? "Ctrl+Shift+A" : "Ctrl+Shift+I"));
         connect(action, &QAction::triggered, button, &QToolButton::click);
     }
-    const auto addChoices = [this, &menu](const QString &title, const QString &key, int now,
-                                const QStringList &names) {
-        QMenu &list = *menu.addMenu(title);
+    const auto addChoices = [this, &menu](const char *title, const QString &key, int now,
+                                const QVector<const char *> &names) {
+        QMenu &list = *menu.addMenu(QString());
+        say(&list, [&list, title] { list.setTitle(tr(title)); });
         auto *group = new QActionGroup(&list);
         for (int i = 0; i < names.size(); ++i) {
-            QAction *action = list.addAction(names[i]);
+            QAction *action = list.addAction(QString());
+            say(action, [action, name = names[i]] { action->setText(tr(name)); });
             action->setCheckable(true);
             action->setChecked(i == setting(key, now).toInt());
             group->addAction(action);
             connect(action, &QAction::triggered, this, [this, key, i] { keep(key, i); });
         }
     };
-    addChoices(tr("&Audio files"), kAudioType, 0, {tr("&WAV, 32-bit float"), tr("&FLAC, 24 bits")});
-    addChoices(tr("&IQ files"), kIqLayout, int(IQRecorderConfigure().format),
-        {tr("&1: with a header of its own"), tr("&2: plain WAV"), tr("&3: WAV with auxi header")});
-    connect(menu.addAction(tr("&Folder of recordings…")), &QAction::triggered, this,
-        &RecordBar::chooseFolder);
+    addChoices(QT_TR_NOOP("&Audio files"), kAudioType, 0,
+        {QT_TR_NOOP("&WAV, 32-bit float"), QT_TR_NOOP("&FLAC, 24 bits")});
+    addChoices(QT_TR_NOOP("&IQ files"), kIqLayout, int(IQRecorderConfigure().format),
+        {QT_TR_NOOP("&1: with a header of its own"), QT_TR_NOOP("&2: plain WAV"),
+            QT_TR_NOOP("&3: WAV with auxi header")});
+    QAction *folder = menu.addAction(QString(), this, &RecordBar::chooseFolder);
+    say(folder, [folder] { folder->setText(tr("&Folder of recordings…")); });
 }
 
 void RecordBar::chooseFolder()

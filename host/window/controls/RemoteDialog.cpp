@@ -2,6 +2,7 @@
 #include "window/controls/RemoteDialog.h"
 
 #include "rig/RigServer.h"
+#include "settings/Language.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -13,25 +14,22 @@
 namespace host
 {
 RemoteDialog::RemoteDialog(const RigServer &server, int port, QWidget *parent)
-    : QDialog(parent), m_server(server),
-      m_on(new QCheckBox(tr("&Other programs on this computer may tune the receiver"), this)),
-      m_port(new QSpinBox(this)), m_state(new QLabel(this))
+    : QDialog(parent), m_server(server), m_on(new QCheckBox(this)), m_port(new QSpinBox(this)),
+      m_state(new QLabel(this))
 {
-    setWindowTitle(tr("Remote control"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_on);
     auto *form = new QFormLayout;
     m_port->setRange(kLeastPort, kMostPort);
     m_port->setValue(port);
     m_port->setKeyboardTracking(false); // half a number is another port
-    m_port->setAccessibleName(tr("Port"));
-    form->addRow(tr("&Port"), m_port);
+    auto *label = new QLabel(this);
+    label->setBuddy(m_port);
+    form->addRow(label, m_port);
     layout->addLayout(form);
     m_state->setWordWrap(true);
     layout->addWidget(m_state);
-    auto *hint = new QLabel(tr("In the other program choose \"Hamlib NET rigctl\" (model 2) and "
-                               "localhost with this port."),
-        this);
+    auto *hint = new QLabel(this);
     hint->setWordWrap(true);
     layout->addWidget(hint);
     layout->addStretch(1);
@@ -48,7 +46,15 @@ RemoteDialog::RemoteDialog(const RigServer &server, int port, QWidget *parent)
     });
     connect(&server, &RigServer::openChanged, this, &RemoteDialog::showState);
     connect(&server, &RigServer::clientCountChanged, this, &RemoteDialog::showState);
-    showState();
+    say(this, [this, label, hint] {
+        setWindowTitle(tr("Remote control"));
+        m_on->setText(tr("&Other programs on this computer may tune the receiver"));
+        label->setText(tr("&Port"));
+        m_port->setAccessibleName(tr("Port"));
+        hint->setText(tr("In the other program choose \"Hamlib NET rigctl\" (model 2) and "
+                         "localhost with this port."));
+        showState();
+    });
 }
 
 void RemoteDialog::showState()

@@ -2,6 +2,7 @@
 #include "window/controls/SwitchButton.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 namespace host
 {
@@ -10,10 +11,7 @@ SwitchButton::SwitchButton(Radio &radio, Switch id, QWidget *parent)
 {
     setCheckable(true);
     setChecked(radio.isOn(id));
-    setText(nameOf(id));
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(nameOf(id));
-    setAccessibleDescription(helpOf(id));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(this, &QToolButton::toggled, &radio, [this](bool on) { m_radio.setOn(m_id, on); });
     connect(&radio, &Radio::switchChanged, this, [this](Switch changed, bool on) {
@@ -22,7 +20,12 @@ SwitchButton::SwitchButton(Radio &radio, Switch id, QWidget *parent)
     });
     connect(&radio, &Radio::modeChanged, this, &SwitchButton::enable);
     connect(&radio, &Radio::activeChanged, this, &SwitchButton::enable);
-    enable();
+    say(this, [this] {
+        setText(nameOf(m_id));
+        setAccessibleName(nameOf(m_id));
+        setAccessibleDescription(helpOf(m_id));
+        enable();
+    });
 }
 
 void SwitchButton::enable()

@@ -6,6 +6,7 @@
 #include "window/controls/SwitchButton.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include "DspCore/audio/CtcssTones.h"
 #include "host_interfaces/DeviceFunctionsAbstract.h"
@@ -22,9 +23,10 @@ namespace
 constexpr int kColumns = 4;
 } // namespace
 
-QLabel *newHeading(const QString &text, QWidget *parent)
+QLabel *newHeading(const char *text, QWidget *parent)
 {
-    auto *label = new QLabel(text, parent);
+    auto *label = new QLabel(parent);
+    say(label, [label, text] { label->setText(ToolPanel::tr(text)); });
     label->setProperty("role", "heading");
     return label;
 }
@@ -49,9 +51,9 @@ ToolPanel::ToolPanel(Radio &radio, QWidget *parent) : QWidget(parent), m_radio(r
 
 void ToolPanel::addAgc(QVBoxLayout &layout)
 {
-    layout.addWidget(newHeading(tr("Gain"), this));
+    layout.addWidget(newHeading(QT_TR_NOOP("Gain"), this));
     const auto names = m_radio.functions().listAgc();
-    m_agc = new ChoiceGrid(tr("AGC"), names.size(), this);
+    m_agc = new ChoiceGrid(QT_TRANSLATE_NOOP("ChoiceGrid", "AGC"), names.size(), this);
     m_agc->setTexts(QStringList(names));
     layout.addWidget(m_agc);
     layout.addWidget(new DialSlider(m_radio, Dial::AgcGain, this));
@@ -67,7 +69,7 @@ void ToolPanel::addAgc(QVBoxLayout &layout)
 
 void ToolPanel::addTools(QVBoxLayout &layout)
 {
-    layout.addWidget(newHeading(tr("Tools"), this));
+    layout.addWidget(newHeading(QT_TR_NOOP("Tools"), this));
     auto *grid = new QGridLayout;
     grid->setSpacing(3);
     const Switch tools[] = {Switch::Nb1, Switch::Nb2, Switch::Nr, Switch::Anf, Switch::Apf,
@@ -80,19 +82,23 @@ void ToolPanel::addTools(QVBoxLayout &layout)
     auto *equalizer = new SwitchButton(m_radio, Switch::Equalizer, this);
     grid->addWidget(equalizer, place / kColumns, place % kColumns);
     ++place;
-    const auto addOpener = [&](const QString &text, const QString &help, auto signal, int width) {
+    const auto addOpener = [&](const char *text, const char *help, auto signal, int width) {
         auto *button = new QToolButton(this);
-        button->setText(text);
-        button->setToolTip(help);
-        button->setAccessibleName(help);
+        say(button, [button, text, help] {
+            button->setText(tr(text));
+            button->setToolTip(tr(help));
+            button->setAccessibleName(tr(help));
+        });
         button->setFocusPolicy(Qt::StrongFocus);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         grid->addWidget(button, place / kColumns, place % kColumns, 1, width);
         place += width;
         connect(button, &QToolButton::clicked, this, signal);
     };
-    addOpener(tr("EQ…"), tr("Sliders of the equalizer"), &ToolPanel::equalizerWanted, 1);
-    addOpener(tr("Notches…"), tr("List of notch filters"), &ToolPanel::notchesWanted, 2);
+    addOpener(
+        QT_TR_NOOP("EQ…"), QT_TR_NOOP("Sliders of the equalizer"), &ToolPanel::equalizerWanted, 1);
+    addOpener(
+        QT_TR_NOOP("Notches…"), QT_TR_NOOP("List of notch filters"), &ToolPanel::notchesWanted, 2);
     for (int column = 0; column < kColumns; ++column)
         grid->setColumnStretch(column, 1);
     layout.addLayout(grid);
@@ -100,7 +106,7 @@ void ToolPanel::addTools(QVBoxLayout &layout)
 
 void ToolPanel::addSquelch(QVBoxLayout &layout)
 {
-    layout.addWidget(newHeading(tr("Squelch"), this));
+    layout.addWidget(newHeading(QT_TR_NOOP("Squelch"), this));
     auto *row = new QHBoxLayout;
     row->setSpacing(4);
     auto *on = new SwitchButton(m_radio, Switch::Squelch, this);
@@ -114,9 +120,13 @@ void ToolPanel::addSquelch(QVBoxLayout &layout)
     ctcss->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     tones->addWidget(ctcss);
     m_tone = new QComboBox(this);
-    m_tone->setAccessibleName(tr("Squelch tone"));
-    for (const float hertz : Velmora::CTCSS)
-        m_tone->addItem(tr("%1 Hz").arg(double(hertz), 0, 'f', 1));
+    for (std::size_t i = 0; i < Velmora::CTCSS.size(); ++i)
+        m_tone->addItem({});
+    say(m_tone, [this] {
+        m_tone->setAccessibleName(tr("Squelch tone"));
+        for (std::size_t i = 0; i < Velmora::CTCSS.size(); ++i)
+            m_tone->setItemText(int(i), tr("%1 Hz").arg(numberText(double(Velmora::CTCSS[i]), 1)));
+    });
     tones->addWidget(m_tone, 1);
     layout.addLayout(tones);
     connect(m_tone, qOverload<int>(&QComboBox::activated), this,

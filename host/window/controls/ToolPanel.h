@@ -37,6 +37,6 @@ private:
     QComboBox *m_tone = nullptr;
 };
 
-/// A heading in front of a group of controls.
-QLabel *newHeading(const QString &text, QWidget *parent);
+/// A heading in front of a group of controls: a text of ToolPanel, to be translated.
+QLabel *newHeading(const char *text, QWidget *parent);
 } // namespace host

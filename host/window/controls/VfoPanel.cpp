@@ -6,6 +6,7 @@
 #include "window/frequency/FrequencyDisplay.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -21,10 +22,10 @@ namespace
 QString stepText(int hertz)
 {
     if (hertz >= 1000000)
-        return QObject::tr("%1 MHz").arg(hertz / 1000000);
+        return VfoPanel::tr("%1 MHz").arg(hertz / 1000000);
     if (hertz >= 1000)
-        return QObject::tr("%1 kHz").arg(hertz / 1000.0);
-    return QObject::tr("%1 Hz").arg(hertz);
+        return VfoPanel::tr("%1 kHz").arg(QLocale().toString(hertz / 1000.0));
+    return VfoPanel::tr("%1 Hz").arg(hertz);
 }
 } // namespace
 
@@ -44,42 +45,42 @@ VfoPanel::VfoPanel(Radio &radio, QWidget *parent)
     auto *row = new QHBoxLayout;
     row->setSpacing(4);
     layout->addLayout(row);
-    const auto add = [&](const QString &text, const QString &help, auto &&onClick) {
-        auto *button = new QToolButton(this);
-        button->setText(text);
-        button->setToolTip(help);
-        button->setAccessibleName(help);
+    const auto add = [&](QToolButton *button, const char *text, const char *help) {
+        say(button, [button, text, help] {
+            button->setText(tr(text));
+            button->setToolTip(tr(help));
+            button->setAccessibleName(tr(help));
+        });
         button->setFocusPolicy(Qt::StrongFocus);
-        connect(button, &QToolButton::clicked, this, onClick);
         row->addWidget(button);
     };
-    add(tr("A⇄B"), tr("Frequency and mode of A and B change places"),
-        [this] { m_radio.swapVfos(); });
-    add(tr("A=B"), tr("The other VFO becomes as the active one"),
-        [this] { m_radio.copyToOther(); });
-    const auto addCheck = [&](QToolButton *button, const QString &text, const QString &help) {
-        button->setText(text);
-        button->setToolTip(help);
-        button->setAccessibleName(help);
+    auto *swap = new QToolButton(this);
+    add(swap, QT_TR_NOOP("A⇄B"), QT_TR_NOOP("Frequency and mode of A and B change places"));
+    connect(swap, &QToolButton::clicked, this, [this] { m_radio.swapVfos(); });
+    auto *copy = new QToolButton(this);
+    add(copy, QT_TR_NOOP("A=B"), QT_TR_NOOP("The other VFO becomes as the active one"));
+    connect(copy, &QToolButton::clicked, this, [this] { m_radio.copyToOther(); });
+    add(m_split, QT_TR_NOOP("Split"), QT_TR_NOOP("Hear both VFOs"));
+    add(m_lock, QT_TR_NOOP("Lock"), QT_TR_NOOP("Frequencies stay as they are"));
+    for (QToolButton *button : {m_split, m_lock})
         button->setCheckable(true);
-        button->setFocusPolicy(Qt::StrongFocus);
-        row->addWidget(button);
-    };
-    addCheck(m_split, tr("Split"), tr("Hear both VFOs"));
-    addCheck(m_lock, tr("Lock"), tr("Frequencies stay as they are"));
     row->addSpacing(6);
-    row->addWidget(newHeading(tr("Step"), this));
+    row->addWidget(newHeading(QT_TRANSLATE_NOOP("host::ToolPanel", "Step"), this));
     for (const int hertz : Radio::steps())
-        m_step->addItem(stepText(hertz), hertz);
-    m_step->setAccessibleName(tr("Tuning step"));
+        m_step->addItem({}, hertz);
     row->addWidget(m_step);
     row->addSpacing(6);
     row->addWidget(new SwitchButton(radio, Switch::Rit, this));
     const auto range = radio.rangeOf(Dial::Rit);
     m_rit->setRange(int(range.low), int(range.high));
     m_rit->setSingleStep(10);
-    m_rit->setSuffix(tr(" Hz"));
-    m_rit->setAccessibleName(tr("RIT offset"));
+    say(this, [this] {
+        m_step->setAccessibleName(tr("Tuning step"));
+        for (int i = 0; i < m_step->count(); ++i)
+            m_step->setItemText(i, stepText(m_step->itemData(i).toInt()));
+        m_rit->setSuffix(tr(" Hz"));
+        m_rit->setAccessibleName(tr("RIT offset"));
+    });
     m_rit->setKeyboardTracking(false);
     row->addWidget(m_rit);
     row->addStretch(1);

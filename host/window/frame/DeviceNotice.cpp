@@ -3,6 +3,7 @@
 
 #include "library/DeviceKind.h"
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,14 +18,18 @@ DeviceNotice::DeviceNotice(Radio &radio, QWidget *parent)
     layout->setContentsMargins(8, 4, 4, 4);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse); // it may name files and commands
-    m_text->setAccessibleName(tr("No receiver"));
     layout->addWidget(m_text, 1);
-    m_virtual->setText(tr("Listen to the virtual receiver"));
+    m_virtual->setFocusPolicy(Qt::StrongFocus);
     connect(m_virtual, &QToolButton::clicked, this,
         [this] { m_radio.setDeviceKind(&deviceKinds().front()); });
     layout->addWidget(m_virtual);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
+    say(this, [this] {
+        m_text->setAccessibleName(tr("No receiver"));
+        m_virtual->setText(tr("Listen to the virtual receiver"));
+        m_virtual->setAccessibleName(m_virtual->text());
+    });
     connect(&radio, &Radio::searchChanged, this, &DeviceNotice::showText);
     showText();
 }

@@ -13,9 +13,11 @@
 #include "window/controls/RemoteDialog.h"
 #include "window/controls/ToolPanel.h"
 #include "window/controls/VfoPanel.h"
+#include "window/frame/Accessibility.h"
 #include "window/frame/DeviceNotice.h"
 #include "window/frame/OptionsDialog.h"
 #include "window/frame/SoundChoice.h"
+#include "window/frame/TabOrder.h"
 #include "window/meter/HealthBar.h"
 #include "window/meter/SMeter.h"
 #include "window/panorama/PanoramaView.h"
@@ -28,6 +30,11 @@
 #include "rig/RadioRig.h"
 #include "rig/RigServer.h"
 
+#include "settings/Language.h"
+
+#include "host_interfaces/DeviceAbstract.h"
+
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -62,7 +69,14 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
       m_controls(std::make_unique<ControlPanel>(radio, *m_memory)),
       m_remotePort(RigServer::kUsualPort)
 {
-    setWindowTitle(tr("Velmora receiver"));
+    installAccessibility();
+    say(this, [this] {
+        setWindowTitle(tr("Velmora receiver"));
+        // Numbers in fields; a page of the device that nobody shows is a window, too.
+        for (QWidget *window : QApplication::topLevelWidgets())
+            window->setLocale(QLocale());
+        m_radio.device().retranslate();
+    });
     setAcceptDrops(true);
     build();
     buildMenus();
@@ -73,10 +87,7 @@ MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
     connect(&radio, &Radio::deviceKindChanging, &*m_player, &RecordingPlayer::stop);
     connect(&radio, &Radio::deviceKindChanged, this,
         [this] { m_builtinBand->setEnabled(m_radio.virtualReceiver()); });
-    connect(&m_sound->output(), &SoundOutput::stateChanged, this,
-        [this](bool isPlaying, const QString &text) {
-            m_soundText->setText(isPlaying ? tr("sound: %1").arg(text) : text);
-        });
+    connect(&m_sound->output(), &SoundOutput::stateChanged, this, [this] { showSound(); });
     connect(&*m_memory, &RadioMemory::message, this, &MainWindow::tell);
     connect(&*m_controls, &ControlPanel::message, this, &MainWindow::tell);
     for (const QString &notice : radio.notices() + m_memory->notices())
@@ -121,6 +132,7 @@ void MainWindow::build()
     layout->addWidget(player);
     layout->addWidget(newBottom());
     setCentralWidget(whole);
+    orderTabs(*whole);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         resize(kFirstSize.expandedTo(screen->availableSize() * kFirstShare)
                    .boundedTo(screen->availableSize() - kFrame));
@@ -133,11 +145,13 @@ QWidget *MainWindow::newTop()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
     m_power = new QToolButton(top);
-    m_power->setText(tr("On"));
     m_power->setCheckable(true);
     m_power->setFocusPolicy(Qt::StrongFocus);
-    m_power->setAccessibleName(tr("Receiver on"));
-    m_power->setToolTip(tr("Starts and stops the receiver"));
+    say(m_power, [this] {
+        m_power->setAccessibleName(tr("Receiver on"));
+        m_power->setToolTip(tr("Starts and stops the receiver"));
+        showState();
+    });
     m_power->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     connect(m_power, &QToolButton::toggled, &m_radio, &Radio::setPower);
     layout->addWidget(m_power);
@@ -213,9 +227,10 @@ QWidget *MainWindow::newBottom()
     m_message = new QLabel(bottom);
     m_message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_message->setAccessibleName(tr("Messages"));
+    say(m_message, [this] { m_message->setAccessibleName(tr("Messages")); });
     layout->addWidget(m_message, 1);
-    m_soundText = new QLabel(m_sound->output().text(), bottom);
+    m_soundText = new QLabel(bottom);
+    say(m_soundText, [this] { showSound(); });
     m_soundText->setProperty("role", "heading");
     layout->addWidget(m_soundText);
     return bottom;
@@ -226,21 +241,24 @@ void MainWindow::showWelcome()
 {
     auto *layout = new QHBoxLayout(m_welcome);
     layout->setContentsMargins(8, 4, 4, 4);
-    auto *text = new QLabel(tr("<b>This is a band built into the program.</b> Each peak in the "
-                               "picture is a station; the "
-                               "yellow mark is where you listen. Click on another peak or turn the "
-                               "wheel to tune, choose "
-                               "its mode to the right. Real recordings open with File, Open."),
-        m_welcome);
+    auto *text = new QLabel(m_welcome);
+    say(text, [text] {
+        text->setText(
+            tr("<b>This is a band built into the program.</b> Each peak in the picture is a "
+               "station; the yellow mark is where you listen. Click on another peak or turn the "
+               "wheel to tune, choose its mode to the right. Real recordings open with File, "
+               "Open."));
+    });
     text->setWordWrap(true);
     layout->addWidget(text, 1);
     auto *close = new QToolButton(m_welcome);
-    close->setText(tr("Understood"));
+    say(close, [close] { close->setText(tr("Understood")); });
     connect(close, &QToolButton::clicked, m_welcome, &QWidget::hide);
     layout->addWidget(close);
     m_welcome->setAutoFillBackground(true);
     m_welcome->setBackgroundRole(QPalette::Base);
     m_welcome->show();
+    orderTabs(*centralWidget());
 }
 
 void MainWindow::showState()
@@ -251,6 +269,12 @@ void MainWindow::showState()
             : m_radio.isPowered()                               ? tr("On")
                                                                 : tr("Off"));
     update();
+}
+
+void MainWindow::showSound()
+{
+    const SoundOutput &output = m_sound->output();
+    m_soundText->setText(output.isPlaying() ? tr("sound: %1").arg(output.text()) : output.text());
 }
 
 void MainWindow::tell(const QString &text)
@@ -402,6 +426,7 @@ void MainWindow::writeSettings()
     settings.setValue("highDb", m_panorama->range().highDb);
     settings.setValue("theme", int(m_theme));
     settings.setValue("scale", m_scalePercent);
+    settings.setValue("language", Language::instance().chosen());
     settings.setValue("remote", m_isRemote);
     settings.setValue("remotePort", m_remotePort);
     settings.setValue("welcomed", true);

@@ -90,8 +90,10 @@ private:
     void buildTuningMenu();
     void buildViewMenu();
     void buildHelpMenu();
-    QAction *addAction(
-        QMenu &menu, const QString &text, const QString &key, std::function<void()> f);
+
+    /// A row of a menu. The menus are the one table of what keys do: the help lists their rows.
+    QAction *addAction(QMenu &menu, const char *text, const QString &key, std::function<void()> f);
+    QMenu &addMenu(QWidget &parent, const char *title);
     template <typename Value, typename Set>
     void addChoices(
         QMenu &menu, const QVector<QPair<QString, Value>> &choices, const Value &now, Set set);
@@ -109,8 +111,10 @@ private:
     void setTheme(Theme::Choice choice);
     void stepFilter(int by);
     void stepStep(int by);
+    void moveSplit(int by);
     void tell(const QString &text);
     void showState();
+    void showSound();
 
     void readSettings();
     void writeSettings();

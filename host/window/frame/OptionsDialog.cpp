@@ -2,6 +2,7 @@
 #include "window/frame/OptionsDialog.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QDialogButtonBox>
 #include <QScrollArea>
@@ -11,11 +12,12 @@ namespace host
 {
 OptionsDialog::OptionsDialog(Radio &radio, QWidget *parent) : QDialog(parent), m_radio(radio)
 {
-    setWindowTitle(tr("Options of %1").arg(radio.deviceName()));
+    say(this, [this] { setWindowTitle(tr("Options of %1").arg(m_radio.deviceName())); });
     auto *layout = new QVBoxLayout(this);
     auto *area = new QScrollArea(this);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // its controls scroll it when they are reached
     area->setWidget(&radio.optionsPage());
     radio.optionsPage().show();
     layout->addWidget(area, 1);

@@ -22,12 +22,13 @@ void addCard(QMenu &menu, const QString &text, bool isChosen, const std::functio
 } // namespace
 
 SoundChoice::SoundChoice(Radio &radio)
-    : m_radio(radio), m_desk(radio), m_ways{{tr("&Virtual cable"), QStringLiteral("Sound/cable"),
-                                                [this](bool on) { m_desk.setVac(on); },
-                                                [this] { return m_desk.vac(); }},
-                                         {tr("&Line output"), QStringLiteral("Sound/line"),
-                                             [this](bool on) { m_desk.setLineOut(on); },
-                                             [this] { return m_desk.lineOut(); }}}
+    : m_radio(radio),
+      m_desk(radio), m_ways{{QT_TR_NOOP("&Virtual cable"), QStringLiteral("Sound/cable"),
+                                [this](bool on) { m_desk.setVac(on); },
+                                [this] { return m_desk.vac(); }},
+                         {QT_TR_NOOP("&Line output"), QStringLiteral("Sound/line"),
+                             [this](bool on) { m_desk.setLineOut(on); },
+                             [this] { return m_desk.lineOut(); }}}
 {
     output().setDevice(radio.settings().value(kSpeakerKey).toString());
     for (const Way &way : m_ways)
@@ -64,6 +65,9 @@ void SoundChoice::serve(QMenu &menu)
 
 void SoundChoice::fill(QMenu &menu)
 {
+    // Those of the last time: a menu keeps the menus in it when it is cleared.
+    for (QMenu *way : menu.findChildren<QMenu *>({}, Qt::FindDirectChildrenOnly))
+        way->deleteLater();
     menu.clear();
     QStringList names = output().devices();
     if (!names.contains(QString()))
@@ -77,7 +81,7 @@ void SoundChoice::fill(QMenu &menu)
     menu.addAction(output().text())->setEnabled(false);
     menu.addSeparator();
     for (const Way &way : m_ways)
-        fill(*menu.addMenu(way.title), way);
+        fill(*menu.addMenu(tr(way.title)), way);
 }
 
 void SoundChoice::fill(QMenu &menu, const Way &way)

@@ -33,8 +33,8 @@ private:
     /// A way out that can be switched off, one row for each.
     struct Way
     {
-        QString title;
-        QString key; ///< in the settings; without a value it is off
+        const char *title; ///< to be translated
+        QString key;       ///< in the settings; without a value it is off
         std::function<void(bool)> setOpen;
         std::function<SoundChannel *()> channel; ///< null: off
     };

@@ -11,6 +11,7 @@
 #include "library/DeviceKind.h"
 #include "memory/RadioMemory.h"
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include "host_interfaces/EngineLimits.h"
 
@@ -21,18 +22,28 @@
 #include <QHeaderView>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace host
 {
 QAction *MainWindow::addAction(
-    QMenu &menu, const QString &text, const QString &key, std::function<void()> f)
+    QMenu &menu, const char *text, const QString &key, std::function<void()> f)
 {
-    QAction *action = menu.addAction(text);
+    QAction *action = menu.addAction(QString());
+    say(action, [action, text] { action->setText(tr(text)); });
     action->setShortcut(QKeySequence(key));
     connect(action, &QAction::triggered, this, [f = std::move(f)] { f(); });
     return action;
+}
+
+QMenu &MainWindow::addMenu(QWidget &parent, const char *title)
+{
+    auto *menu = new QMenu(&parent);
+    parent.addAction(menu->menuAction());
+    say(menu, [menu, title] { menu->setTitle(tr(title)); });
+    return *menu;
 }
 
 /// Actions of which one is checked.
@@ -63,21 +74,22 @@ void MainWindow::buildMenus()
 
 void MainWindow::buildFileMenu()
 {
-    QMenu &menu = *menuBar()->addMenu(tr("&File"));
-    addAction(menu, tr("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
-    m_builtinBand = addAction(menu, tr("&Built-in band"), "", [this] { openScene({}); });
+    QMenu &menu = addMenu(*menuBar(), QT_TR_NOOP("&File"));
+    addAction(menu, QT_TR_NOOP("&Open recording or band…"), "Ctrl+O", [this] { chooseScene(); });
+    m_builtinBand = addAction(menu, QT_TR_NOOP("&Built-in band"), "", [this] { openScene({}); });
     m_builtinBand->setEnabled(m_radio.virtualReceiver());
     menu.addSeparator();
     m_recordBar->serve(menu);
     menu.addSeparator();
-    addAction(menu, tr("&Quit"), "Ctrl+Q", [this] { close(); });
+    addAction(menu, QT_TR_NOOP("&Quit"), "Ctrl+Q", [this] { close(); });
 }
 
 void MainWindow::buildReceiverMenu()
 {
-    QMenu &menu = *menuBar()->addMenu(tr("&Receiver"));
-    addAction(menu, tr("&On or off"), "Ctrl+P", [this] { m_radio.setPower(!m_radio.isPowered()); });
-    QMenu &rates = *menu.addMenu(tr("&Band width"));
+    QMenu &menu = addMenu(*menuBar(), QT_TR_NOOP("&Receiver"));
+    addAction(menu, QT_TR_NOOP("&On or off"), "Ctrl+P",
+        [this] { m_radio.setPower(!m_radio.isPowered()); });
+    QMenu &rates = addMenu(menu, QT_TR_NOOP("&Band width"));
     connect(&rates, &QMenu::aboutToShow, this, [this, &rates] {
         rates.clear();
         QVector<QPair<QString, int>> choices;
@@ -86,16 +98,16 @@ void MainWindow::buildReceiverMenu()
         addChoices<int>(
             rates, choices, int(m_radio.rateHz()), [this](int hertz) { m_radio.setRate(hertz); });
     });
-    QMenu &devices = *menu.addMenu(tr("&Device"));
+    QMenu &devices = addMenu(menu, QT_TR_NOOP("&Device"));
     connect(&devices, &QMenu::aboutToShow, this, [this, &devices] { fillDeviceMenu(devices); });
-    addAction(menu, tr("O&ptions of the device…"), "Ctrl+,", [this] { showOptions(); });
+    addAction(menu, QT_TR_NOOP("O&ptions of the device…"), "Ctrl+,", [this] { showOptions(); });
     menu.addSeparator();
-    m_sound->serve(*menu.addMenu(tr("&Sound card")));
-    addAction(menu, tr("Remote &control…"), "", [this] { showRemote(); });
-    addAction(menu, tr("&Keys and knobs…"), "Ctrl+K", [this] { showPanel(); });
+    m_sound->serve(addMenu(menu, QT_TR_NOOP("&Sound card")));
+    addAction(menu, QT_TR_NOOP("Remote &control…"), "", [this] { showRemote(); });
+    addAction(menu, QT_TR_NOOP("&Keys and knobs…"), "Ctrl+K", [this] { showPanel(); });
     menu.addSeparator();
-    addAction(menu, tr("&Equalizer…"), "Ctrl+E", [this] { showEqualizer(); });
-    addAction(menu, tr("&Notch filters…"), "Ctrl+N", [this] { showNotches(); });
+    addAction(menu, QT_TR_NOOP("&Equalizer…"), "Ctrl+E", [this] { showEqualizer(); });
+    addAction(menu, QT_TR_NOOP("&Notch filters…"), "Ctrl+N", [this] { showNotches(); });
 }
 
 /// The ways to a receiver, and the device's own menu, which comes half a second after the device.
@@ -119,66 +131,73 @@ void MainWindow::fillDeviceMenu(QMenu &menu)
 
 void MainWindow::buildTuningMenu()
 {
-    QMenu &menu = *menuBar()->addMenu(tr("&Tuning"));
-    addAction(menu, tr("&Type a frequency"), "F", [this] { m_vfos->editFrequency(); });
-    addAction(menu, tr("Step &up"), "PgUp", [this] { m_radio.tune(1); });
-    addAction(menu, tr("Step &down"), "PgDown", [this] { m_radio.tune(-1); });
-    addAction(menu, tr("Larger step"), "Ctrl+PgUp", [this] { stepStep(1); });
-    addAction(menu, tr("Smaller step"), "Ctrl+PgDown", [this] { stepStep(-1); });
+    QMenu &menu = addMenu(*menuBar(), QT_TR_NOOP("&Tuning"));
+    addAction(menu, QT_TR_NOOP("&Type a frequency"), "F", [this] { m_vfos->editFrequency(); });
+    addAction(menu, QT_TR_NOOP("Step &up"), "PgUp", [this] { m_radio.tune(1); });
+    addAction(menu, QT_TR_NOOP("Step &down"), "PgDown", [this] { m_radio.tune(-1); });
+    addAction(menu, QT_TR_NOOP("Lar&ger step"), "Ctrl+PgUp", [this] { stepStep(1); });
+    addAction(menu, QT_TR_NOOP("Smaller st&ep"), "Ctrl+PgDown", [this] { stepStep(-1); });
     menu.addSeparator();
-    addAction(
-        menu, tr("The other &VFO"), "V", [this] { m_radio.setActive(other(m_radio.active())); });
-    addAction(menu, tr("S&wap A and B"), "X", [this] { m_radio.swapVfos(); });
-    addAction(menu, tr("&Copy to the other VFO"), "C", [this] { m_radio.copyToOther(); });
-    addAction(menu, tr("&Split listening"), "S", [this] { m_radio.setSplit(!m_radio.isSplit()); });
-    addAction(menu, tr("&Lock"), "L", [this] { m_radio.setLocked(!m_radio.isLocked()); });
-    addAction(menu, tr("&RIT"), "R", [this] { m_radio.toggle(Switch::Rit); });
-    addAction(menu, tr("&Bookmarks…"), "Ctrl+B", [this] { showBookmarks(); });
-    addAction(menu, tr("Next amateur band"), "Ctrl+Right", [this] { m_memory->goToNextBand(1); });
-    addAction(
-        menu, tr("Previous amateur band"), "Ctrl+Left", [this] { m_memory->goToNextBand(-1); });
+    addAction(menu, QT_TR_NOOP("The other &VFO"), "V",
+        [this] { m_radio.setActive(other(m_radio.active())); });
+    addAction(menu, QT_TR_NOOP("Sw&ap A and B"), "X", [this] { m_radio.swapVfos(); });
+    addAction(menu, QT_TR_NOOP("&Copy to the other VFO"), "C", [this] { m_radio.copyToOther(); });
+    addAction(menu, QT_TR_NOOP("&Split listening"), "S",
+        [this] { m_radio.setSplit(!m_radio.isSplit()); });
+    addAction(menu, QT_TR_NOOP("&Lock"), "L", [this] { m_radio.setLocked(!m_radio.isLocked()); });
+    addAction(menu, QT_TR_NOOP("&RIT"), "R", [this] { m_radio.toggle(Switch::Rit); });
+    addAction(menu, QT_TR_NOOP("&Bookmarks…"), "Ctrl+B", [this] { showBookmarks(); });
+    addAction(menu, QT_TR_NOOP("Ne&xt amateur band"), "Ctrl+Right",
+        [this] { m_memory->goToNextBand(1); });
+    addAction(menu, QT_TR_NOOP("&Previous amateur band"), "Ctrl+Left",
+        [this] { m_memory->goToNextBand(-1); });
     menu.addSeparator();
-    addAction(menu, tr("&Wider filter"), "]", [this] { stepFilter(1); });
-    addAction(menu, tr("&Narrower filter"), "[", [this] { stepFilter(-1); });
-    addAction(menu, tr("S&quelch"), "Q", [this] { m_radio.toggle(Switch::Squelch); });
-    addAction(menu, tr("&Mute"), "M", [this] { m_radio.toggle(Switch::Mute); });
-    addAction(menu, tr("Louder"), "Ctrl+Up",
+    addAction(menu, QT_TR_NOOP("&Wider filter"), "]", [this] { stepFilter(1); });
+    addAction(menu, QT_TR_NOOP("&Narrower filter"), "[", [this] { stepFilter(-1); });
+    addAction(menu, QT_TR_NOOP("S&quelch"), "Q", [this] { m_radio.toggle(Switch::Squelch); });
+    addAction(menu, QT_TR_NOOP("&Mute"), "M", [this] { m_radio.toggle(Switch::Mute); });
+    addAction(menu, QT_TR_NOOP("L&ouder"), "Ctrl+Up",
         [this] { m_radio.setValue(Dial::Volume, m_radio.value(Dial::Volume) + 2.0); });
-    addAction(menu, tr("Quieter"), "Ctrl+Down",
+    addAction(menu, QT_TR_NOOP("Qu&ieter"), "Ctrl+Down",
         [this] { m_radio.setValue(Dial::Volume, m_radio.value(Dial::Volume) - 2.0); });
 }
 
 void MainWindow::buildViewMenu()
 {
-    QMenu &menu = *menuBar()->addMenu(tr("&View"));
-    addAction(menu, tr("Zoom &in"), "Ctrl++", [this] { m_band.zoom(0.5, m_radio.frequencyHz()); });
-    addAction(menu, tr("Zoom &out"), "Ctrl+-", [this] { m_band.zoom(2.0, m_radio.frequencyHz()); });
-    addAction(menu, tr("&Whole band"), "Ctrl+0", [this] { m_band.fit(); });
-    addAction(menu, tr("&Automatic level range"), "Ctrl+R",
+    QMenu &menu = addMenu(*menuBar(), QT_TR_NOOP("&View"));
+    addAction(menu, QT_TR_NOOP("Zoom &in"), "Ctrl++",
+        [this] { m_band.zoom(0.5, m_radio.frequencyHz()); });
+    addAction(menu, QT_TR_NOOP("Zoom &out"), "Ctrl+-",
+        [this] { m_band.zoom(2.0, m_radio.frequencyHz()); });
+    addAction(menu, QT_TR_NOOP("&Whole band"), "Ctrl+0", [this] { m_band.fit(); });
+    addAction(menu, QT_TR_NOOP("&Automatic level range"), "Ctrl+R",
         [this] { m_panorama->setAutomatic(!m_panorama->isAutomatic()); });
-    addAction(menu, tr("&Peak hold"), "H", [this] { m_lines.setPeakHold(!m_lines.isPeakHold()); });
-    const auto addList = [this, &menu](const QString &text, auto fill) {
-        QMenu &list = *menu.addMenu(text);
+    addAction(menu, QT_TR_NOOP("Larger pa&norama"), "Ctrl+Shift+Down", [this] { moveSplit(1); });
+    addAction(menu, QT_TR_NOOP("Larger wa&terfall"), "Ctrl+Shift+Up", [this] { moveSplit(-1); });
+    addAction(menu, QT_TR_NOOP("&Peak hold"), "H",
+        [this] { m_lines.setPeakHold(!m_lines.isPeakHold()); });
+    const auto addList = [this, &menu](const char *text, auto fill) {
+        QMenu &list = addMenu(menu, text);
         connect(&list, &QMenu::aboutToShow, this, [&list, fill] {
             list.clear();
             fill(list);
         });
     };
-    addList(tr("A&veraging"), [this](QMenu &list) {
+    addList(QT_TR_NOOP("A&veraging"), [this](QMenu &list) {
         QVector<QPair<QString, int>> choices;
         for (const int lines : {1, 2, 4, 8, 16, 30})
             choices += {lines == 1 ? tr("none") : tr("%n lines", "", lines), lines};
         addChoices<int>(
             list, choices, m_lines.averaging(), [this](int lines) { m_lines.setAveraging(lines); });
     });
-    addList(tr("&Lines a second"), [this](QMenu &list) {
+    addList(QT_TR_NOOP("&Lines a second"), [this](QMenu &list) {
         QVector<QPair<QString, int>> choices;
         for (const int lines : {5, 10, 25, 40, 60})
             choices += {QString::number(lines), lines};
         addChoices<int>(
             list, choices, m_lines.perSecond(), [this](int lines) { m_lines.setPerSecond(lines); });
     });
-    addList(tr("&Colours of the waterfall"), [this](QMenu &list) {
+    addList(QT_TR_NOOP("&Colours of the waterfall"), [this](QMenu &list) {
         using Palette = ColourMap::Palette;
         addChoices<int>(list,
             {{tr("&Fire"), int(Palette::Inferno)}, {tr("&Sea"), int(Palette::Viridis)},
@@ -186,13 +205,13 @@ void MainWindow::buildViewMenu()
             int(m_waterfall->palette()),
             [this](int palette) { m_waterfall->setPalette(Palette(palette)); });
     });
-    addList(tr("&Window colours"), [this](QMenu &list) {
+    addList(QT_TR_NOOP("Win&dow colours"), [this](QMenu &list) {
         addChoices<int>(list,
             {{tr("As the &desktop"), int(Theme::Choice::Desktop)},
                 {tr("D&ark"), int(Theme::Choice::Dark)}, {tr("&Light"), int(Theme::Choice::Light)}},
             int(m_theme), [this](int choice) { setTheme(Theme::Choice(choice)); });
     });
-    addList(tr("&Size of everything"), [this](QMenu &list) {
+    addList(QT_TR_NOOP("&Size of everything"), [this](QMenu &list) {
         QVector<QPair<QString, int>> choices{{tr("as the desktop"), 0}};
         for (const int percent : {100, 125, 150, 200})
             choices += {tr("%1 %").arg(percent), percent};
@@ -201,13 +220,20 @@ void MainWindow::buildViewMenu()
             tell(tr("The size changes at the next start of the program."));
         });
     });
+    addList(QT_TR_NOOP("Lan&guage"), [this](QMenu &list) {
+        QVector<QPair<QString, QString>> choices{{tr("as the desktop"), QString()}};
+        for (const auto &choice : Language::choices())
+            choices += {choice.name, choice.code};
+        addChoices<QString>(list, choices, Language::instance().chosen(),
+            [](const QString &code) { Language::instance().choose(code); });
+    });
 }
 
 void MainWindow::buildHelpMenu()
 {
-    QMenu &menu = *menuBar()->addMenu(tr("&Help"));
-    addAction(menu, tr("&Keys and mouse"), "F1", [this] { showShortcuts(); });
-    addAction(menu, tr("&About"), "", [this] {
+    QMenu &menu = addMenu(*menuBar(), QT_TR_NOOP("&Help"));
+    addAction(menu, QT_TR_NOOP("&Keys and mouse"), "F1", [this] { showShortcuts(); });
+    addAction(menu, QT_TR_NOOP("&About"), "", [this] {
         QMessageBox::about(this, tr("About"),
             tr("<b>%1 %2</b><p>A receiver for %3.</p><p>GPL-3.0-or-later</p>")
                 .arg(QApplication::applicationName(), QApplication::applicationVersion(),
@@ -247,6 +273,13 @@ void MainWindow::stepStep(int by)
         m_radio.setStep(steps[next]);
 }
 
+void MainWindow::moveSplit(int by)
+{
+    constexpr int kPixels = 40;
+    const auto sizes = m_views->sizes();
+    m_views->setSizes({sizes[0] + by * kPixels, sizes[1] - by * kPixels});
+}
+
 QVector<QPair<QString, QString>> MainWindow::shortcuts() const
 {
     QVector<QPair<QString, QString>> rows;
@@ -261,6 +294,7 @@ QVector<QPair<QString, QString>> MainWindow::shortcuts() const
     rows += {tr("Panorama: move the view, an edge, a VFO, a notch"), tr("Drag")};
     rows += {tr("Panorama: set a notch, take it out"), tr("Right click, Ins and Del")};
     rows += {tr("Panorama: move and widen the level range"), tr("Drag and wheel on the numbers")};
+    rows += {tr("Panorama: move the level range, widen it"), tr("↑↓, with Shift")};
     rows += {tr("Panorama: automatic range, whole band"), tr("Double click on the numbers, Home")};
     rows += {tr("Frequency: choose a digit, count, write"), tr("←→, ↑↓ or wheel, 0 to 9")};
     return rows;
@@ -279,6 +313,8 @@ void MainWindow::showShortcuts()
     table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false); // else Tab would never leave it
+    table->setAccessibleName(tr("Keys and mouse"));
     for (int row = 0; row < rows.size(); ++row) {
         table->setItem(row, 0, new QTableWidgetItem(rows[row].first));
         table->setItem(row, 1, new QTableWidgetItem(rows[row].second));

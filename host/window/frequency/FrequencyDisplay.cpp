@@ -5,6 +5,7 @@
 #include "window/frequency/FrequencyText.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -35,10 +36,13 @@ FrequencyDisplay::FrequencyDisplay(Radio &radio, VfoId id, QWidget *parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
-    setAccessibleName(id == VfoId::A ? tr("Frequency of VFO A") : tr("Frequency of VFO B"));
-    setToolTip(tr("Wheel or click on a digit, or type one. F types a whole frequency."));
     m_field->hide();
-    m_field->setAccessibleName(tr("Type a frequency, for example 14.074 or 14074k"));
+    say(this, [this] {
+        setAccessibleName(m_id == VfoId::A ? tr("Frequency of VFO A") : tr("Frequency of VFO B"));
+        setToolTip(tr("Wheel or click on a digit, or type one. F types a whole frequency."));
+        m_field->setAccessibleName(tr("Type a frequency, for example 14.074 or 14074k"));
+        tell();
+    });
     m_field->installEventFilter(this);
     const auto redraw = [this] {
         tell();
@@ -47,7 +51,6 @@ FrequencyDisplay::FrequencyDisplay(Radio &radio, VfoId id, QWidget *parent)
     connect(&radio, &Radio::frequencyChanged, this, redraw);
     connect(&radio, &Radio::activeChanged, this, redraw);
     connect(&radio, &Radio::lockedChanged, this, redraw);
-    tell();
 }
 
 bool FrequencyDisplay::isActive() const
@@ -57,7 +60,31 @@ bool FrequencyDisplay::isActive() const
 
 void FrequencyDisplay::tell()
 {
-    setAccessibleDescription(frequencyText(m_radio.vfo(m_id).frequencyHz) + tr(" Hz"));
+    setAccessibleDescription(frequencyText(hertz()) + tr(" Hz"));
+    if (hasFocus()) {
+        QAccessibleValueChangeEvent event(this, hertz());
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+double FrequencyDisplay::hertz() const
+{
+    return m_radio.vfo(m_id).frequencyHz;
+}
+
+double FrequencyDisplay::lowestHz() const
+{
+    return m_radio.lowestHz();
+}
+
+double FrequencyDisplay::highestHz() const
+{
+    return m_radio.highestHz();
+}
+
+void FrequencyDisplay::setHertz(double hertz)
+{
+    m_radio.setFrequency(m_id, hertz);
 }
 
 double FrequencyDisplay::digitWidth() const

@@ -26,6 +26,12 @@ public:
 
     FrequencyDisplay(Radio &radio, VfoId id, QWidget *parent = nullptr);
 
+    // What is shown, and what can be: of the radio.
+    double hertz() const;
+    double lowestHz() const;
+    double highestHz() const;
+    void setHertz(double hertz);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -4,6 +4,7 @@
 #include "window/frame/Theme.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -42,13 +43,15 @@ HealthBar::HealthBar(Radio &radio, QWidget *parent)
     layout->setSpacing(14);
     for (QLabel *label : {m_state, m_input, m_losses, m_audio, m_stereo})
         layout->addWidget(label);
-    m_input->setToolTip(tr("Level at the receiver's converter; OVERFLOW: attenuate"));
-    m_audio->setToolTip(tr("Peak of the audio"));
-    m_stereo->setToolTip(tr("Wide FM with a pilot tone"));
+    say(this, [this] {
+        m_input->setToolTip(tr("Level at the receiver's converter; OVERFLOW: attenuate"));
+        m_audio->setToolTip(tr("Peak of the audio"));
+        m_stereo->setToolTip(tr("Wide FM with a pilot tone"));
+        showState();
+    });
     connect(&radio, &Radio::readingsChanged, this, &HealthBar::onReadings);
     connect(&radio, &Radio::stateChanged, this, &HealthBar::showState);
     connect(&radio, &Radio::rateChanged, this, &HealthBar::showState);
-    showState();
 }
 
 void HealthBar::showState()
@@ -61,7 +64,9 @@ void HealthBar::showState()
         m_state->setText(tr("Looking for a receiver"));
         break;
     case Radio::State::Receiving:
-        m_state->setText(tr("%1, %2 kHz").arg(m_radio.deviceName()).arg(m_radio.rateHz() / 1000.0));
+        m_state->setText(
+            tr("%1, %2 kHz")
+                .arg(m_radio.deviceName(), QLocale().toString(m_radio.rateHz() / 1000.0)));
         break;
     }
 }

@@ -4,6 +4,7 @@
 #include "window/frame/Theme.h"
 
 #include "radio/Radio.h"
+#include "settings/Language.h"
 
 #include <QPainter>
 
@@ -33,7 +34,7 @@ constexpr double kSmoothing = 0.35; // of the way to the new reading, 25 times a
 
 SMeter::SMeter(Radio &radio, QWidget *parent) : QWidget(parent), m_radio(radio)
 {
-    setAccessibleName(tr("Signal strength"));
+    say(this, [this] { setAccessibleName(tr("Signal strength")); });
     m_sincePeak.start();
     connect(&radio, &Radio::readingsChanged, this, &SMeter::onReadings);
 }

@@ -271,20 +271,22 @@ void BandWidget::paintNotches(QPainter &painter, bool isThin) const
         if (!notch.enable || x < area.left() || x > area.right())
             continue;
         const double half = std::max(1.5, (xOf(notch.freq + notch.width / 2.0) - x));
-        QColor colour(theme.notch);
-        if (!m_radio.notches().bandEnabled(notchBand))
-            colour = QColor(theme.axis);
+        // One that is out of action has no strip, and a name in brackets.
+        const bool isOn = m_radio.notches().bandEnabled(notchBand);
+        const QColor colour(isOn ? theme.notch : theme.axis);
         QColor wash = colour;
         wash.setAlpha(isThin ? 60 : 90);
-        painter.fillRect(QRectF(x - half, area.top(), 2.0 * half, area.height()), wash);
+        if (isOn)
+            painter.fillRect(QRectF(x - half, area.top(), 2.0 * half, area.height()), wash);
         painter.setPen(QPen(colour, 1.0, Qt::DashLine));
         painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
         if (isThin)
             continue;
-        const QRectF box(x - 8.0, area.bottom() - 18.0, 16.0, 15.0);
+        const QString name = QString(isOn ? "N%1" : "(N%1)").arg(id + 1);
+        const QRectF box(x - (isOn ? 8.0 : 13.0), area.bottom() - 18.0, isOn ? 16.0 : 26.0, 15.0);
         painter.fillRect(box, colour);
         painter.setPen(QColor(theme.plot));
-        painter.drawText(box, Qt::AlignCenter, QString("N%1").arg(id + 1));
+        painter.drawText(box, Qt::AlignCenter, name);
     }
 }
 

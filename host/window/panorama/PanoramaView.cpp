@@ -8,6 +8,7 @@
 #include "radio/Radio.h"
 
 #include "pictures/AxisTicks.h"
+#include "settings/Language.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
@@ -35,6 +36,8 @@ constexpr double kLeastStepDb = 4.0; // a range that moves for less would never 
 constexpr double kLowShare = 0.05;
 constexpr double kHighShare = 1.0;
 
+constexpr double kKeyDb = 5.0; // that a key moves or widens the range
+
 constexpr int kTickWidth = 60; // of a number of the frequency axis and a space
 constexpr int kTickHeight = 26;
 constexpr double kNameHeight = 15.0; // of a station's name
@@ -44,8 +47,10 @@ constexpr std::size_t kMostNameRows = 6;
 PanoramaView::PanoramaView(Radio &radio, VisibleBand &band, SpectrumLines &lines, QWidget *parent)
     : BandWidget(radio, band, parent), m_lines(lines)
 {
-    setAccessibleName(tr("Panorama"));
-    setAccessibleDescription(tr("Level over frequency. Arrow keys tune, plus and minus zoom."));
+    say(this, [this] {
+        setAccessibleName(tr("Panorama"));
+        setAccessibleDescription(tr("Level over frequency. Arrow keys tune, plus and minus zoom."));
+    });
     connect(&lines, &SpectrumLines::lineReady, this, [this] {
         if (m_isAutomatic && m_linesToFollow-- <= 0)
             follow();
@@ -283,8 +288,8 @@ void PanoramaView::paintPointer(QPainter &painter)
     painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
     const double level = levelAt(m_pointerHz);
     const QString text = tr("%1 MHz  %2 dB")
-                             .arg(m_pointerHz / 1e6, 0, 'f', 5)
-                             .arg(std::isfinite(level) ? QString::number(level, 'f', 0) : "–");
+                             .arg(numberText(m_pointerHz / 1e6, 5),
+                                 std::isfinite(level) ? QString::number(level, 'f', 0) : "–");
     const double width = painter.fontMetrics().horizontalAdvance(text) + 12.0;
     const double left = x + 8.0 + width > area.right() ? x - 8.0 - width : x + 8.0;
     const QRectF box(left, area.bottom() - 42.0, width, 18.0);
@@ -338,6 +343,17 @@ void PanoramaView::mouseDoubleClickEvent(QMouseEvent *event)
         setAutomatic(true);
     else if (event->pos().y() > plot().bottom())
         band().fit();
+}
+
+void PanoramaView::keyPressEvent(QKeyEvent *event)
+{
+    const int up = event->key() == Qt::Key_Up ? 1 : event->key() == Qt::Key_Down ? -1 : 0;
+    if (up == 0 || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))
+        BandWidget::keyPressEvent(event);
+    else if (event->modifiers() & Qt::ShiftModifier)
+        setRange({m_range.lowDb, m_range.highDb + up * kKeyDb});
+    else
+        setRange({m_range.lowDb + up * kKeyDb, m_range.highDb + up * kKeyDb});
 }
 
 void PanoramaView::wheelEvent(QWheelEvent *event)

@@ -6,6 +6,7 @@
 #include "window/panorama/VisibleBand.h"
 
 #include "pictures/AxisTicks.h"
+#include "settings/Language.h"
 
 #include <QPainter>
 
@@ -23,8 +24,10 @@ constexpr int kTickHeight = 36;
 WaterfallView::WaterfallView(Radio &radio, VisibleBand &band, SpectrumLines &lines, QWidget *parent)
     : BandWidget(radio, band, parent), m_history(kRows), m_image(m_history)
 {
-    setAccessibleName(tr("Waterfall"));
-    setAccessibleDescription(tr("Spectra over time, the newest on top. Arrow keys tune."));
+    say(this, [this] {
+        setAccessibleName(tr("Waterfall"));
+        setAccessibleDescription(tr("Spectra over time, the newest on top. Arrow keys tune."));
+    });
     m_clock.start();
     connect(&lines, &SpectrumLines::lineReady, this, [this, &lines] {
         m_history.add(lines.waterfall(), lines.axis(), double(m_clock.nsecsElapsed()) * 1e-9);
