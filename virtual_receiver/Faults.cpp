@@ -21,6 +21,14 @@ constexpr std::size_t kAddedAt = FramePacker::kHeaderSize;
 
 constexpr double kMostClockError = 1e5; // millionths
 
+using Answer = Faults::CallFault::Answer;
+
+constexpr double kHangSeconds = 3.0; // longer than a program's patience
+constexpr double kMostHangSeconds = 3600.0;
+
+// More than any count can be, in whatever unit.
+constexpr DWORD kGarbage = 0xdeadbeef;
+
 constexpr std::string_view kFunctions[] = {
     "FT_ListDevices",
     "FT_Open",
@@ -39,9 +47,21 @@ constexpr std::string_view kFunctions[] = {
     "FT_EE_UAWrite",
 };
 
-bool isFunction(std::string_view name)
+// Those that give a count, a text or, the last, a handle.
+constexpr std::string_view kGiving[] = {
+    "FT_ListDevices", "FT_Read", "FT_Write", "FT_EE_UASize", "FT_EE_UARead", "FT_Open"};
+
+template <std::size_t kSize>
+bool isOneOf(const std::string_view (&names)[kSize], std::string_view name)
 {
-    return std::find(std::begin(kFunctions), std::end(kFunctions), name) != std::end(kFunctions);
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+bool canAnswer(std::string_view function, Answer answer)
+{
+    return answer == Answer::True ? isOneOf(kFunctions, function)
+                                  : isOneOf(kGiving, function)
+            && (answer != Answer::Short || function != "FT_Open"); // half a handle is none
 }
 } // namespace
 
@@ -56,22 +76,58 @@ std::size_t Faults::ByteFault::apply(std::uint8_t *frame, std::size_t size) cons
     return size - 1;
 }
 
-bool Faults::parse(std::string_view text, Fault &fault)
+DWORD Faults::CallFault::share(DWORD count) const
+{
+    return answer == Answer::Zero ? 0 : answer == Answer::Short ? count / 2 : count;
+}
+
+DWORD Faults::CallFault::told(DWORD count) const
+{
+    return answer == Answer::Garbage ? kGarbage : share(count);
+}
+
+/// "fail:FT_Write@3x2=10" and its like.
+bool Faults::parseCall(std::string_view text, Fault &fault)
 {
     TextScanner scan(text);
-    if (scan.take("fail:")) {
-        fault.function = scan.takeUntil("@x=");
-        if (scan.take("@")) {
-            if (!scan.take(fault.position) || !scan.takeOptional("x", fault.count))
-                return false;
-        } else {
-            fault.count = kForever;
-        }
-        return scan.takeOptional("=", fault.status) && scan.atEnd() && isFunction(fault.function)
-            && fault.position > 0;
+    CallFault &call = fault.call;
+    const bool fails = scan.take("fail:");
+    const bool hangs = !fails && scan.take("hang:");
+    if (fails)
+        call.status = FT_IO_ERROR;
+    else if (hangs)
+        call.hangSeconds = kHangSeconds;
+    else if (scan.take("short:"))
+        call.answer = Answer::Short;
+    else if (scan.take("zero:"))
+        call.answer = Answer::Zero;
+    else if (scan.take("garbage:"))
+        call.answer = Answer::Garbage;
+    else
+        return false;
+    fault.function = scan.takeUntil("@x=");
+    fault.count = kForever;
+    if (scan.take("@")) {
+        fault.count = 1;
+        if (!scan.take(fault.position) || !scan.takeOptional("x", fault.count))
+            return false;
     }
+    if ((fails && !scan.takeOptional("=", call.status))
+        || (hangs && !scan.takeOptional("=", call.hangSeconds)))
+        return false;
+    return scan.atEnd() && fault.position > 0 && canAnswer(fault.function, call.answer)
+        && call.hangSeconds >= 0.0 && call.hangSeconds <= kMostHangSeconds;
+}
+
+bool Faults::parse(std::string_view text, Fault &fault)
+{
+    if (parseCall(text, fault))
+        return true;
+    fault = Fault();
+    TextScanner scan(text);
     if (scan.take("read-error@")) {
         fault.function = "FT_Read";
+        fault.call.status = FT_IO_ERROR;
         return scan.take(fault.position) && scan.takeOptional("x", fault.count) && scan.atEnd()
             && fault.position > 0;
     }
@@ -155,14 +211,19 @@ double Faults::clockError() const
     return millionths * 1e-6;
 }
 
-FT_STATUS Faults::onCall(std::string_view function)
+Faults::CallFault Faults::onCall(std::string_view function)
 {
-    FT_STATUS status = FT_OK;
+    CallFault all;
     for (Fault &fault : m_faults) {
-        if (fault.kind == Kind::Call && fault.function == function && fault.strikes())
-            status = fault.status;
+        if (fault.kind != Kind::Call || fault.function != function || !fault.strikes())
+            continue;
+        if (fault.call.status != FT_OK)
+            all.status = fault.call.status;
+        if (fault.call.answer != Answer::True)
+            all.answer = fault.call.answer;
+        all.hangSeconds += fault.call.hangSeconds;
     }
-    return status;
+    return all;
 }
 
 std::size_t Faults::onRead(std::size_t bytes)

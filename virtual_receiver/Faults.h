@@ -29,6 +29,22 @@ public:
         std::size_t apply(std::uint8_t *frame, std::size_t size) const;
     };
 
+    /// What becomes of one call of an FT_ function.
+    struct CallFault
+    {
+        enum class Answer { True, Short, Zero, Garbage };
+
+        FT_STATUS status = FT_OK; ///< other than FT_OK: the call does nothing
+        Answer answer = Answer::True;
+        double hangSeconds = 0.0; ///< passes before the call does anything
+
+        /// Of so many, those that are really given or taken.
+        DWORD share(DWORD count) const;
+
+        /// What is told of a count.
+        DWORD told(DWORD count) const;
+    };
+
     /// A stretch of the stream, in seconds.
     struct Span
     {
@@ -41,9 +57,8 @@ public:
     bool add(std::string_view list, std::string &error);
     void clear() { *this = Faults(); }
 
-    /// Status with which this call of the named function is to fail, FT_OK for none. Call it once
-    /// for each call of an FT_ function.
-    FT_STATUS onCall(std::string_view function);
+    /// Call it once for each call of an FT_ function.
+    CallFault onCall(std::string_view function);
 
     /// Of the bytes that a read would return, those it does. Call it once for each read.
     std::size_t onRead(std::size_t bytes);
@@ -73,8 +88,8 @@ private:
     struct Fault
     {
         Kind kind = Kind::Call;
-        std::string function;           // Call
-        FT_STATUS status = FT_IO_ERROR; // Call
+        std::string function;       // Call
+        CallFault call;             // Call
         std::uint64_t position = 1; // Byte: first frame. Call, Torn: the call it begins at, from 1
         std::uint64_t count = 1;    // frames or calls that it strikes
         std::uint64_t every = 1;    // Torn: strikes each of so many reads only
@@ -89,6 +104,7 @@ private:
     };
 
     static bool parse(std::string_view text, Fault &fault);
+    static bool parseCall(std::string_view text, Fault &fault);
     bool takeTimed(Kind kind, double seconds, Span &span);
 
     std::vector<Fault> m_faults;

@@ -6,17 +6,22 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <string_view>
+#include <thread>
+#include <type_traits>
 
 namespace vr
 {
 namespace
 {
 using Clock = std::chrono::steady_clock;
+using CallFault = Faults::CallFault;
 
 constexpr const char *kSerial = "ZN000001";
 constexpr const char *kProduct = "ZephrinNano";
 constexpr const char *kForeignSerial = "FT000000";
 constexpr const char *kForeignProduct = "USB Serial Converter";
+constexpr std::size_t kTextSize = 64; // what FT_ListDevices may fill
 
 // Limits of the USB chip as its maker publishes them.
 constexpr UCHAR kMinLatencyMs = 2;
@@ -45,16 +50,34 @@ VirtualDevice::VirtualDevice() : m_scene(makeBuiltinScene()) { }
 
 // The FT_ functions.
 
+// The fault of a call, whose waiting is over. Nobody else waits for it.
+Faults::CallFault VirtualDevice::takeCallFault(const char *function, Lock &lock)
+{
+    runPlugFaults();
+    const Faults::CallFault fault = m_faults.onCall(function);
+    if (fault.hangSeconds > 0.0) {
+        lock.unlock();
+        std::this_thread::sleep_for(std::chrono::duration<double>(fault.hangSeconds));
+        lock.lock();
+        runPlugFaults();
+    }
+    return fault;
+}
+
 // A call: it is logged, faults by time happen, and unless a fault asked for this very call gives
-// its status, what it does is done.
+// its status, what it does is done. Bodies that give something take the fault, to give it wrong.
 template <typename Body>
 FT_STATUS VirtualDevice::call(const char *function, CallLog::Numbers numbers, Body body)
 {
     Lock lock(m_mutex);
     m_calls.add(function, numbers);
-    runPlugFaults();
-    const FT_STATUS fault = m_faults.onCall(function);
-    return fault ? fault : FT_STATUS(body());
+    const Faults::CallFault fault = takeCallFault(function, lock);
+    if (fault.status)
+        return fault.status;
+    if constexpr (std::is_invocable_v<Body, const Faults::CallFault &>)
+        return FT_STATUS(body(fault));
+    else
+        return FT_STATUS(body());
 }
 
 // A call that needs an open handle.
@@ -62,9 +85,14 @@ template <typename Body>
 FT_STATUS VirtualDevice::call(
     const char *function, CallLog::Numbers numbers, FT_HANDLE handle, Body body)
 {
-    return call(function, numbers, [&] {
+    return call(function, numbers, [&](const Faults::CallFault &fault) {
         const FT_STATUS bad = check(handle);
-        return bad ? bad : FT_STATUS(body());
+        if (bad)
+            return bad;
+        if constexpr (std::is_invocable_v<Body, const Faults::CallFault &>)
+            return FT_STATUS(body(fault));
+        else
+            return FT_STATUS(body());
     });
 }
 
@@ -85,37 +113,42 @@ FT_STATUS VirtualDevice::checkFifo(FT_HANDLE handle) const
 
 FT_STATUS VirtualDevice::listNumber(DWORD *count)
 {
-    return call("FT_ListDevices", {FT_LIST_NUMBER_ONLY}, [&] {
+    return call("FT_ListDevices", {FT_LIST_NUMBER_ONLY}, [&](const CallFault &fault) {
         if (!count)
             return FT_INVALID_PARAMETER;
-        *count = m_foreignDevices + (m_plugged ? 1 : 0);
+        *count = fault.told(m_foreignDevices + (m_plugged ? 1 : 0));
         return FT_OK;
     });
 }
 
 FT_STATUS VirtualDevice::listString(DWORD index, DWORD flags, char *text)
 {
-    return call("FT_ListDevices", {index, flags}, [&] {
+    return call("FT_ListDevices", {index, flags}, [&](const CallFault &fault) {
         const bool serial = flags == (FT_LIST_BY_INDEX | FT_OPEN_BY_SERIAL_NUMBER);
         const bool product = flags == (FT_LIST_BY_INDEX | FT_OPEN_BY_DESCRIPTION);
         if (!text || (!serial && !product))
             return FT_INVALID_PARAMETER;
         if (index > m_foreignDevices || (index == m_foreignDevices && !m_plugged))
             return FT_DEVICE_NOT_FOUND;
-        if (index < m_foreignDevices)
-            std::strcpy(text, serial ? kForeignSerial : kForeignProduct);
+        const std::string_view truth = index < m_foreignDevices
+            ? (serial ? kForeignSerial : kForeignProduct)
+            : (serial ? kSerial : kProduct);
+        if (fault.answer == CallFault::Answer::Garbage)
+            std::memset(text, 0xff, kTextSize); // without an end
         else
-            std::strcpy(text, serial ? kSerial : kProduct);
+            text[truth.copy(text, fault.share(DWORD(truth.size())))] = '\0';
         return FT_OK;
     });
 }
 
 FT_STATUS VirtualDevice::open(int index, FT_HANDLE *handle)
 {
-    return call("FT_Open", {index}, [&] {
+    return call("FT_Open", {index}, [&](const CallFault &fault) {
         if (!handle)
             return FT_INVALID_PARAMETER;
-        *handle = nullptr;
+        *handle = reinterpret_cast<FT_HANDLE>(std::uintptr_t(fault.told(0)));
+        if (fault.answer != CallFault::Answer::True)
+            return FT_OK; // with nothing opened
         if (index < 0 || unsigned(index) > m_foreignDevices
             || (unsigned(index) == m_foreignDevices && !m_plugged))
             return FT_DEVICE_NOT_FOUND;
@@ -212,26 +245,26 @@ FT_STATUS VirtualDevice::write(
 {
     if (written)
         *written = 0;
-    return call("FT_Write", {size}, [&]() -> FT_STATUS {
+    return call("FT_Write", {size}, [&](const CallFault &fault) -> FT_STATUS {
         if (const FT_STATUS bad = checkFifo(handle))
             return bad;
         if (!data || !written)
             return FT_INVALID_PARAMETER;
-        for (DWORD i = 0; i < size; ++i) {
+        for (DWORD i = 0; i < fault.share(size); ++i) {
             if (m_parser.push(data[i]))
                 obey(m_parser.packet());
         }
-        *written = size;
+        *written = fault.told(size);
         return FT_OK;
     });
 }
 
 FT_STATUS VirtualDevice::userAreaSize(FT_HANDLE handle, DWORD *size)
 {
-    return call("FT_EE_UASize", {}, handle, [&] {
+    return call("FT_EE_UASize", {}, handle, [&](const CallFault &fault) {
         if (!size)
             return FT_INVALID_PARAMETER;
-        *size = DWORD(m_eeprom.bytes().size());
+        *size = fault.told(DWORD(m_eeprom.bytes().size()));
         return FT_OK;
     });
 }
@@ -240,12 +273,12 @@ FT_STATUS VirtualDevice::userAreaRead(FT_HANDLE handle, UCHAR *data, DWORD size,
 {
     if (received)
         *received = 0;
-    return call("FT_EE_UARead", {size}, handle, [&] {
+    return call("FT_EE_UARead", {size}, handle, [&](const CallFault &fault) {
         const auto &bytes = m_eeprom.bytes();
         if (!data || !received || size < bytes.size())
             return FT_INVALID_PARAMETER;
-        std::copy(bytes.begin(), bytes.end(), data);
-        *received = DWORD(bytes.size());
+        std::copy_n(bytes.begin(), fault.share(DWORD(bytes.size())), data);
+        *received = fault.told(DWORD(bytes.size()));
         return FT_OK;
     });
 }
@@ -266,22 +299,23 @@ FT_STATUS VirtualDevice::read(FT_HANDLE handle, std::uint8_t *buffer, DWORD size
     if (received)
         *received = 0;
     ++m_reads;
-    runPlugFaults();
-    if (const FT_STATUS status = m_faults.onCall("FT_Read"))
-        return status;
+    const CallFault fault = takeCallFault("FT_Read", lock);
+    if (fault.status)
+        return fault.status;
     if (const FT_STATUS status = checkFifo(handle))
         return status;
     if (!received || (!buffer && size > 0))
         return FT_INVALID_PARAMETER;
     if (size == 0)
         return FT_OK;
-    const std::size_t wanted = m_faults.onRead(size);
+    const std::size_t wanted = m_faults.onRead(fault.share(size));
     if (const FT_STATUS status = fill(lock, handle, wanted))
         return status;
     // Granted samples are never lost in a read that timed out: they wait for one that they fill.
     if (m_clock.pace() != Pace::Credit || m_frames.bytes() >= wanted) {
         const auto delivery = m_frames.deliver(buffer, wanted);
-        *received = DWORD(delivery.bytes);
+        *received =
+            fault.answer == CallFault::Answer::Garbage ? fault.told(0) : DWORD(delivery.bytes);
         m_framesSent += delivery.frames;
         m_samplesSent += delivery.samples;
         m_sceneEnded = m_sceneEnded || (delivery.endedRun == m_run && !m_seek);

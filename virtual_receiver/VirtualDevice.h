@@ -85,6 +85,7 @@ private:
 
     VirtualDevice();
 
+    Faults::CallFault takeCallFault(const char *function, Lock &lock);
     template <typename Body>
     FT_STATUS call(const char *function, CallLog::Numbers numbers, Body body);
     template <typename Body>

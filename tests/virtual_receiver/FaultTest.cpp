@@ -56,6 +56,80 @@ TEST(FaultTest, NamedCallsFail)
     }
 }
 
+TEST(FaultTest, CallsAnswerWithLessWithNothingOrWithTooMuch)
+{
+    constexpr DWORD kTooMany = 0xdeadbeef;
+    struct Row
+    {
+        const char *kind;
+        DWORD devices, read, written, area;
+        const char *name;
+    };
+    constexpr Row kRows[] = {
+        {"short", 1, 256, 5, 32, "Zephr"},
+        {"zero", 0, 0, 0, 0, ""},
+        {"garbage", kTooMany, kTooMany, kTooMany, kTooMany, nullptr},
+    };
+    for (const Row &row : kRows) {
+        SCOPED_TRACE(row.kind);
+        Rig rig;
+        vr_set_foreign_devices(2);
+        playQuiet();
+        rig.stream(0);
+        for (const char *function :
+            {"FT_ListDevices", "FT_Read", "FT_Write", "FT_EE_UASize", "FT_EE_UARead"})
+            ASSERT_EQ(vr_fault((row.kind + std::string(":") + function + "@1x2").c_str()), 0);
+        DWORD count = 0;
+        EXPECT_EQ(FT_ListDevices(&count, nullptr, FT_LIST_NUMBER_ONLY), FT_OK);
+        EXPECT_EQ(count, row.devices);
+        char name[64] = {};
+        EXPECT_EQ(FT_ListDevices(PVOID(2), name, FT_LIST_BY_INDEX | FT_OPEN_BY_DESCRIPTION), FT_OK);
+        EXPECT_EQ(row.name ? name : std::string(64, '\xff'),
+            row.name ? std::string(row.name) : std::string(name, sizeof name));
+        Bytes bytes(512);
+        EXPECT_EQ(FT_Read(rig.handle(), bytes.data(), 512, &count), FT_OK);
+        EXPECT_EQ(count, row.read);
+        Bytes command = test::command(4, 1);
+        EXPECT_EQ(FT_Write(rig.handle(), command.data(), DWORD(command.size()), &count), FT_OK);
+        EXPECT_EQ(count, row.written);
+        EXPECT_EQ(rig.status().attenuator, row.name ? 0u : 1u);
+        EXPECT_EQ(FT_EE_UASize(rig.handle(), &count), FT_OK);
+        EXPECT_EQ(count, row.area);
+        EXPECT_EQ(FT_EE_UARead(rig.handle(), bytes.data(), 64, &count), FT_OK);
+        EXPECT_EQ(count, row.area);
+    }
+}
+
+TEST(FaultTest, AHandleThatIsNoneOpensNothing)
+{
+    Rig rig;
+    FT_Close(rig.handle());
+    ASSERT_EQ(vr_fault("zero:FT_Open@1,garbage:FT_Open@2"), 0);
+    FT_HANDLE handle = &rig;
+    EXPECT_EQ(FT_Open(0, &handle), FT_OK);
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(FT_Open(0, &handle), FT_OK);
+    EXPECT_NE(handle, nullptr);
+    EXPECT_EQ(FT_Purge(handle, 3), FT_INVALID_HANDLE);
+    EXPECT_EQ(FT_Open(0, &handle), FT_OK);
+    EXPECT_EQ(FT_Purge(handle, 3), FT_OK);
+}
+
+TEST(FaultTest, ACallThatHangsHoldsUpNobodyElse)
+{
+    constexpr auto kHang = std::chrono::milliseconds(300);
+    Rig rig;
+    ASSERT_EQ(vr_fault("hang:FT_Read=0.3"), 0);
+    rig.stream(0);
+    const auto start = std::chrono::steady_clock::now();
+    std::thread reader([&rig] { rig.read(512); });
+    std::this_thread::sleep_for(kHang / 10);
+    EXPECT_EQ(FT_Purge(rig.handle(), FT_PURGE_TX), FT_OK);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHang);
+    reader.join();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, kHang);
+}
+
 TEST(FaultTest, ReadsFailAndTear)
 {
     Rig rig;
@@ -122,5 +196,8 @@ TEST(FaultTest, WhatIsNotUnderstoodIsNamedAndNothingIsAdded)
     EXPECT_EQ(vr_fault("fail:FT_Purge,lost-byte@5:512"), -1);
     EXPECT_NE(std::string(vr_last_error()).find("\"lost-byte@5:512\""), std::string::npos);
     EXPECT_EQ(FT_Purge(rig.handle(), 3), FT_OK);
+    for (const char *text : {"short:FT_Open", "zero:FT_Purge", "hang:FT_Nothing", "hang:FT_Read=-1",
+             "garbage:FT_Read@0", "short:FT_Read=3"})
+        EXPECT_EQ(vr_fault(text), -1) << text;
 }
 } // namespace
