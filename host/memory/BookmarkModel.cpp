@@ -5,8 +5,9 @@
 #include "memory/BookmarkField.h"
 #include "settings/Language.h"
 
+#include "vm_library/source/file/WholeFile.h"
+
 #include <QFile>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -80,13 +81,8 @@ bool BookmarkModel::importFile(const QString &name, Import *import)
 
 bool BookmarkModel::exportFile(const QString &name)
 {
-    QSaveFile file(name);
-    const QByteArray bytes = bookmarkcsv::write(m_bookmarks);
-    // A full disk shows when the text is flushed, which commit() does not look at.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
-        || !file.commit())
-        return fail(name + ": " + file.errorString());
-    return true;
+    QString error;
+    return vm::file::writeWhole(name, bookmarkcsv::write(m_bookmarks), &error) || fail(error);
 }
 
 int BookmarkModel::rowCount(const QModelIndex &parent) const

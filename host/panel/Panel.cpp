@@ -2,11 +2,11 @@
 #include "panel/Panel.h"
 
 #include "host_interfaces/Common.h"
+#include "vm_library/source/file/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QWidget>
 
 #include <libevdev/libevdev.h>
@@ -60,8 +60,8 @@ void Panel::begin()
         return;
     }
     QDir().mkpath(QFileInfo(m_file).path()); // without a folder the file tells why
-    if (!file.open(QIODevice::WriteOnly) || file.write(PanelMap::explanation().toUtf8()) < 0)
-        m_problems += m_file + ": " + file.errorString();
+    if (QString error; !vm::file::writeWhole(m_file, PanelMap::explanation().toUtf8(), &error))
+        m_problems += error;
 }
 
 QString Panel::text() const
@@ -72,11 +72,8 @@ QString Panel::text() const
 
 bool Panel::save(const QString &text)
 {
-    QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
-        m_error = tr("%1 cannot be written: %2").arg(m_file, file.errorString());
+    if (!vm::file::writeWhole(m_file, text.toUtf8(), &m_error))
         return false;
-    }
     load(m_file, m_window);
     return true;
 }
