@@ -206,14 +206,15 @@ void PluginReceiver::setUpNotches(const HostSettings &settings)
 bool PluginReceiver::findDevice()
 {
     QElapsedTimer clock;
-    for (clock.start(); !m_manager->isDeviceAvailable(); wait(kLookMs))
+    for (clock.start(); !m_isGivenUp && !m_manager->isDeviceAvailable(); wait(kLookMs))
         if (clock.hasExpired(kSearchMs))
             return fail("no receiver found");
     wait(kLookMs);
-    for (int i = 0; i < kTriesToOpen; wait(kTryMs), ++i)
+    for (int i = 0; !m_isGivenUp && i < kTriesToOpen; wait(kTryMs), ++i)
         if (device().open())
             return true;
-    return fail("the receiver cannot be opened");
+    return fail(
+        m_isGivenUp ? "interrupted before the receiver was open" : "the receiver cannot be opened");
 }
 
 bool PluginReceiver::start(const HostSettings &settings)

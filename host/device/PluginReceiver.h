@@ -50,6 +50,9 @@ public:
     /// Whether one is on the bus.
     bool isFound() const { return m_manager->isDeviceAvailable(); }
 
+    /// Lets open() end soon with a failure. From within its event loop, or before.
+    void giveUp() { m_isGivenUp = true; }
+
     /// Starts the stream and switches on what a start would undo. On a paced stream this is done
     /// before the first sample.
     bool start(const HostSettings &settings);
@@ -76,7 +79,7 @@ public:
     /// could not be saved.
     bool close();
 
-    /// See receiverDelayMs(). After close(), by which the device has told its options.
+    /// See receiverDelayMs(). After saveSettings(), by which the device has told its options.
     std::optional<double> delayMs(const HostSettings &settings);
 
     DeviceAbstract &device() const { return *m_loader.device(); }
@@ -115,6 +118,7 @@ private:
 
     QString m_error;
     QString m_notice;
+    bool m_isGivenUp = false;
     double m_panoramaHz = 0.0;
     StreamLedger &m_ledger;
     PluginLoader m_loader;

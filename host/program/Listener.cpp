@@ -9,6 +9,8 @@
 #include "settings/FileCheck.h"
 #include "settings/Numbers.h"
 
+#include "vm_library/source/file/WholeFile.h"
+
 #include <QCoreApplication>
 #include <QJsonDocument>
 
@@ -20,23 +22,35 @@ namespace host
 namespace
 {
 constexpr int kTickMs = 250; // progress line
+
+// A library that does not answer holds the thread that calls it, and nothing can free that. To open
+// the receiver takes a search and some slow calls, to end its stream one.
+constexpr int kLongestOpenSeconds = 20;
+constexpr int kLongestEndSeconds = 8;
 } // namespace
 
 Listener::Listener(const HostSettings &settings) : m_settings(settings)
 {
     connect(&m_stopSignal, &StopSignal::raised, this, [this] { finish("interrupted"); });
     connect(&m_tick, &QTimer::timeout, this, &Listener::onTick);
+    m_stopSignal.setDeadline(true);
 }
 
-Listener::~Listener() = default;
+Listener::~Listener()
+{
+    m_stopSignal.disconnect(this);
+}
 
 int Listener::run()
 {
     for (const QString &notice : qAsConst(m_settings.notices))
         m_terminal.print(notice);
-    if (!openLibrary() || !loadPlugin() || !openFiles() || !openReceiver() || !openRig()
-        || !openOutlets() || !startStream())
+    if (!openLibrary() || !loadPlugin() || !openFiles())
         return m_status;
+    m_stopSignal.endWithin(kLongestOpenSeconds);
+    if (!openReceiver() || !openRig() || !openOutlets() || !startStream())
+        return m_status;
+    m_stopSignal.cancelEnd();
     QCoreApplication::exec();
     keepResults();
     return m_status;
@@ -65,6 +79,7 @@ bool Listener::loadPlugin()
     m_receiver.emplace(m_ledger);
     connect(&*m_receiver, &PluginReceiver::lost, this, [this] {
         HostLog::tellOfLostReceiver();
+        m_stopSignal.endWithin(kLongestEndSeconds);
         finish(kReceiverLost);
     });
     return m_receiver->load(m_settings) || fail(m_receiver->error(), kBadInput);
@@ -81,11 +96,7 @@ bool Listener::openFiles()
         m_audioPicture->setTitle(QString("Audio of %1 in %2")
                                      .arg(formatHertz(m_settings.tuneHz), m_settings.mode->name));
     }
-    if (m_settings.reportFile.isEmpty())
-        return true;
-    m_reportFile.emplace(m_settings.reportFile);
-    return m_reportFile->open(QIODevice::WriteOnly)
-        || fail(m_settings.reportFile + ": " + m_reportFile->errorString(), kBadInput);
+    return true;
 }
 
 bool Listener::openReceiver()
@@ -147,8 +158,10 @@ bool Listener::startStream()
             return fail(m_recording->error(), kFailure);
     }
     m_outlets.start();
-    m_sound->start(
-        [this] { QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection); });
+    m_sound->start([this] {
+        m_stopSignal.endWithin(kLongestEndSeconds);
+        QMetaObject::invokeMethod(this, &Listener::onEnd, Qt::QueuedConnection);
+    });
     m_tick.start(kTickMs);
     if (!m_result.ending.isEmpty())
         m_sound->finish(); // ended while it was being set up
@@ -159,6 +172,8 @@ void Listener::finish(const QString &ending)
 {
     if (m_result.ending.isEmpty())
         m_result.ending = ending;
+    if (m_receiver)
+        m_receiver->giveUp();
     if (m_sound)
         m_sound->finish();
 }
@@ -181,6 +196,7 @@ void Listener::onTick()
 void Listener::onEnd()
 {
     m_result.wallSeconds = double(m_wallClock.nsecsElapsed()) * 1e-9;
+    m_stopSignal.cancelEnd();
     m_tick.stop();
     m_sound->join();
     // Before the stream ends, and with it the device's answers.
@@ -188,10 +204,14 @@ void Listener::onEnd()
     if (m_recording)
         m_recording->stop();
     if (m_result.ending.isEmpty())
-        m_result.ending = m_feed->status().scene_ended ? "scene ended" : "duration reached";
+        m_result.ending = m_feed->isSilent() ? kReceiverSilent
+            : m_feed->status().scene_ended   ? "scene ended"
+                                             : "duration reached";
     m_result = measurement();
     m_rigServer.reset();
+    m_stopSignal.endWithin(kLongestEndSeconds);
     m_receiver->stop();
+    m_stopSignal.setDeadline(false); // files are given the time that they need
     m_terminal.clearProgress();
     QCoreApplication::exit();
 }
@@ -253,12 +273,25 @@ void Listener::keepResults()
     std::fputs(Report(m_settings, m_result).text().toLocal8Bit().constData(), where);
     if (m_result.ending == kReceiverLost)
         fail("the receiver was lost", kFailure);
-    if (!m_receiver->close())
+    if (m_result.ending == kReceiverSilent)
+        fail(silence(), kFailure);
+    // Before the device is given back, which depends on others.
+    if (!m_receiver->saveSettings())
         fail(m_receiver->error(), kFailure);
     m_result.audioDelayMs = m_receiver->delayMs(m_settings);
     keepAudio();
     keepPictures();
     keepReport();
+    m_stopSignal.setDeadline(true);
+    if (!m_receiver->close())
+        fail(m_receiver->error(), kFailure);
+}
+
+QString Listener::silence() const
+{
+    return QString("the receiver is silent; %1 s of %2 s came")
+        .arg(double(m_ledger.processedSamples()) / m_settings.deviceRateHz, 0, 'f', 1)
+        .arg(m_feed->plannedSeconds(), 0, 'f', 1);
 }
 
 void Listener::failOnFiles()
@@ -289,13 +322,11 @@ void Listener::keepPictures()
 
 void Listener::keepReport()
 {
-    if (!m_reportFile)
+    if (m_settings.reportFile.isEmpty())
         return;
-    // A full disk shows when the text is flushed, which commit() does not look at.
     const QByteArray text = QJsonDocument(Report(m_settings, m_result).json()).toJson();
-    if (m_reportFile->write(text) != text.size() || !m_reportFile->flush()
-        || !m_reportFile->commit())
-        fail(m_settings.reportFile + ": " + m_reportFile->errorString(), kFailure);
+    if (QString error; !vm::file::writeWhole(m_settings.reportFile, text, &error))
+        fail(error, kFailure);
 }
 
 bool Listener::fail(const QString &text, int status)

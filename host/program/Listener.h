@@ -25,7 +25,6 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QSaveFile>
 #include <QTimer>
 
 #include <optional>
@@ -85,19 +84,22 @@ private:
         return m_virtualReceiver ? &*m_virtualReceiver : nullptr;
     }
 
+    QString silence() const;
+
     /// Prints the reason of a status. False.
     bool fail(const QString &text, int status);
 
     static constexpr const char *kReceiverLost = "receiver lost";
+    static constexpr const char *kReceiverSilent = "receiver silent";
 
     HostSettings m_settings;
+    StopSignal m_stopSignal; // still counts while the rest ends
     DialogGuard m_dialogGuard;
     D2xxLibrary m_d2xx;
     std::optional<ReceiverControls> m_virtualReceiver; // empty for real hardware
     std::optional<SceneSetup> m_scene;
     AudioFile m_audioFile;
     std::optional<AudioSpectrumPicture> m_audioPicture;
-    std::optional<QSaveFile> m_reportFile;
     StreamLedger m_ledger;
     std::optional<PluginReceiver> m_receiver;
     std::optional<HeadlessRig> m_rig;
@@ -108,7 +110,6 @@ private:
     Outlets m_outlets;
     std::optional<SoundDevice> m_sound;
     Terminal m_terminal;
-    StopSignal m_stopSignal;
     QTimer m_tick;
     QElapsedTimer m_wallClock;
     CpuMeter m_cpu{m_ledger};

@@ -13,8 +13,21 @@ class StopSignal : public QObject
     Q_OBJECT
 
 public:
+    /// Status of a program that had to be ended, see setDeadline().
+    static constexpr int kForced = 1;
+
     explicit StopSignal(QObject *parent = nullptr);
     ~StopSignal() override;
+
+    /// While it is on, a program that is still there 1.7 s after the signal (or after now, if the
+    /// signal has come) is ended without ceremony: it hangs in a call of the receiver's library or
+    /// of the disk.
+    void setDeadline(bool isOn);
+
+    /// The same so many seconds from now without a signal, and never mind after all. What a signal
+    /// asked for stays. Any thread.
+    void endWithin(int seconds);
+    void cancelEnd();
 
 signals:
     void raised();

@@ -9,12 +9,16 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace host
 {
 namespace
 {
 using namespace std::chrono_literals;
+
+// Between two blocks of a receiver, with what a busy machine adds.
+constexpr double kLongestGap = 1.0; // seconds
 
 // How long the last blocks are waited for on a busy machine.
 constexpr auto kDrainTime = 1s;
@@ -66,7 +70,7 @@ StreamFeed::StreamFeed(const HostSettings &settings, double sceneSeconds,
       m_freeRun(settings.freeRun), m_samplesPerSecond(fastestRate(settings)),
       m_plannedSeconds(host::plannedSeconds(settings, sceneSeconds)),
       m_goal(wholeBlocks(m_plannedSeconds * m_rateHz)), m_pump(makePump()),
-      m_allowance(m_samplesPerSecond == kNoLimit ? kNoLimit : 0.0)
+      m_allowance(m_samplesPerSecond == kNoLimit ? kNoLimit : 0.0), m_silence(m_plannedSeconds)
 { }
 
 CreditPump StreamFeed::makePump()
@@ -83,6 +87,7 @@ CreditPump StreamFeed::makePump()
 void StreamFeed::prepare()
 {
     m_startTime = m_allowanceTime = Clock::now();
+    m_silence.begin(m_startTime);
     if (m_freeRun)
         m_ledger.setGoal(m_goal);
     if (m_receiver)
@@ -130,15 +135,24 @@ void StreamFeed::advance()
 
 bool StreamFeed::isFinished()
 {
+    m_isSilent = m_silence.look(m_ledger.processedSamples(), Clock::now());
+    return m_isSilent || isAllSent();
+}
+
+bool StreamFeed::isAllSent()
+{
     if (m_freeRun) {
         if (m_ledger.isGoalReached())
             m_creditAtGoal = std::min(m_creditAtGoal, m_pump.granted());
         return m_ledger.isGoalReached();
     }
     readStatus();
-    if (m_receiver)
-        return m_status.samples_sent >= m_goal || m_status.scene_ended != 0;
-    return std::chrono::duration<double>(Clock::now() - m_startTime).count() >= m_plannedSeconds;
+    const bool isOver = m_receiver
+        ? m_status.samples_sent >= m_goal || m_status.scene_ended != 0
+        : std::chrono::duration<double>(Clock::now() - m_startTime).count() >= m_plannedSeconds;
+    // Of a receiver from which nothing gets here it shows by and by whether it is silent.
+    const double seconds = std::min(m_plannedSeconds / 2.0, kLongestGap);
+    return isOver && m_silence.silence().count() < seconds;
 }
 
 void StreamFeed::halt()

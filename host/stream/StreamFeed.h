@@ -4,10 +4,12 @@
 #include "library/ReceiverControls.h"
 #include "settings/HostSettings.h"
 #include "stream/OutletFill.h"
+#include "stream/SilenceWatch.h"
 #include "stream/StreamLedger.h"
 
 #include "host_interfaces/CreditPump.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <vector>
@@ -41,8 +43,12 @@ public:
     /// runs.
     void advance();
 
-    /// True once all the IQ of this run has been sent and, in a free run, processed.
+    /// True once all the IQ of this run has been sent and, in a free run, processed, or the
+    /// receiver is silent. To be called again and again while the stream runs.
     bool isFinished();
+
+    /// The run ended as nothing came any more. Any thread.
+    bool isSilent() const { return m_isSilent; }
 
     /// The receiver sends nothing more from here on but by nudges.
     void halt();
@@ -70,11 +76,12 @@ public:
     std::uint64_t goal() const { return m_goal; }
 
 private:
-    using Clock = std::chrono::steady_clock;
+    using Clock = SilenceWatch::Clock;
 
     CreditPump makePump();
     std::uint64_t regularCredit() const;
     std::uint64_t lostBeforeGoal() const;
+    bool isAllSent();
     bool hasRoom(std::uint64_t frames, double share) const;
     void refillAllowance();
     std::uint64_t processed() const;
@@ -95,6 +102,8 @@ private:
     double m_allowance = 0.0; // samples
     Clock::time_point m_allowanceTime;
     Clock::time_point m_startTime;
+    SilenceWatch m_silence;
+    std::atomic<bool> m_isSilent = false;
     vr_status m_status{};
 };
 } // namespace host

@@ -86,4 +86,20 @@ TEST_F(StreamFeedTest, WhatGotLostBeforeTheGoalIsCounted)
     EXPECT_NEAR(double(m_feed->droppedBlocks()), double(kLost), 1.0); // of a part of a read
     EXPECT_GE(m_ledger.processedSamples(), m_feed->goal());
 }
+
+TEST_F(StreamFeedTest, ARunByTheClockIsNotOverWhileItsReceiverIsSilent)
+{
+    m_settings.freeRun = false;
+    m_settings.seconds = 0.05;
+    host::StreamFeed feed(m_settings, 0.0, nullptr, m_ledger);
+    feed.prepare();
+    for (int i = 0; i < 4; ++i) { // twice the planned time
+        EXPECT_FALSE(feed.isFinished());
+        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    }
+    m_ledger.beginBlock(m_iq.data(), kBlock);
+    m_ledger.endBlock();
+    EXPECT_TRUE(feed.isFinished());
+    EXPECT_FALSE(feed.isSilent());
+}
 } // namespace

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+/// What a session's plugin has below it: one receiver whose calls go wrong as asked. Each program
+/// has one kind of it.
+namespace faulty
+{
+/// In the beginning, in the language of that kind. False for a text that is not understood.
+bool arm(const std::string &text);
+
+/// All calls do what they should from here on.
+void mend();
+
+/// What a listener does when nothing else helps. Ends what is open.
+void replug();
+
+/// How often the function of the armed fault was called.
+unsigned calls();
+} // namespace faulty

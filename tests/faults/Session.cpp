@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Session.h"
+
+#include "host_interfaces/DeviceFunctionsAbstract.h"
+
+#include <QEventLoop>
+#include <QScopeGuard>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace
+{
+constexpr int kStepMs = 5;
+constexpr int kTriesToStart = 2;
+constexpr int kFlowMs = 500;             // for the first samples of a stream on a busy machine
+constexpr int kLossMs = 2300;            // two periods of the device's watchdog
+constexpr int kWorkMs = 120;             // what is set again 100 ms after a start included
+constexpr std::uint64_t kFlowing = 2048; // samples
+
+constexpr char kPage[] = "ZephrinMOptions";
+} // namespace
+
+template <typename Body>
+auto Session::call(Body body)
+{
+    QElapsedTimer clock;
+    clock.start();
+    const auto note = qScopeGuard([&] { m_longestMs = std::max(m_longestMs, clock.elapsed()); });
+    return body();
+}
+
+Session::Session() : m_loader(ZEPHRIN_PLUGIN_FILE)
+{
+    m_loader.setLoadHints({}); // by default it keeps a library for good
+    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
+    if (!m_device)
+        throw std::runtime_error(m_loader.errorString().toStdString());
+    auto &functions = *m_device->getAvalibleFunctions();
+    m_bridge =
+        std::make_unique<host::HostBridge>(m_ledger, host::HostNotchControl::bandNames(functions));
+    m_manager =
+        std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::limitsOf(functions));
+    new QVBoxLayout(&m_page);
+    QObject::connect(m_device, &DeviceAbstract::devClosed, &m_page, [this] { m_wasLost = true; });
+    call([&] { return m_device->init(*m_bridge, m_page.layout(), false, true); });
+    m_device->setManager(m_manager.get());
+    m_device->setIqServer(&m_iqServer);
+}
+
+Session::~Session()
+{
+    call([&] {
+        m_device->deinit();
+        m_loader.unload();
+    });
+}
+
+bool Session::waitFor(const std::function<bool()> &condition, int ms)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!call(condition)) {
+        if (clock.elapsed() > ms)
+            return false;
+        call([] {
+            QEventLoop loop;
+            QTimer::singleShot(kStepMs, &loop, &QEventLoop::quit);
+            loop.exec();
+        });
+    }
+    return true;
+}
+
+bool Session::flows()
+{
+    const std::uint64_t before = m_ledger.processedSamples();
+    return waitFor([&] { return m_ledger.processedSamples() >= before + kFlowing; }, kFlowMs);
+}
+
+/// What does not flow is given the time in which the device gives up by itself.
+bool Session::flowsOrIsLost()
+{
+    if (flows())
+        return true;
+    waitFor([this] { return !m_device->isStart(); }, kLossMs);
+    return false;
+}
+
+bool Session::listen(int searchMs)
+{
+    waitFor([this] { return m_manager->isDeviceAvailable(); }, searchMs);
+    waitFor([] { return false; }, kStepMs); // it is in the device's list after a queued signal
+    for (int i = 0; i < kTriesToStart && !m_device->isStart(); ++i)
+        call([this] { return m_device->start(); });
+    bool hasFlowed = false;
+    if (m_device->isStart()) {
+        hasFlowed = flowsOrIsLost() && m_device->isStart();
+        if (hasFlowed) {
+            work();
+            hasFlowed = flowsOrIsLost();
+        }
+    }
+    call([this] { return m_device->stop(); });
+    call([this] { m_device->close(); });
+    return hasFlowed;
+}
+
+/// All that sends something to the receiver in a running stream.
+void Session::work()
+{
+    const auto tell = [this](QObject *object, const char *method) {
+        call([&] { return QMetaObject::invokeMethod(object, method); });
+    };
+    call([this] { return m_device->setRxFreq(0, m_ledger.processedSamples() % 2 ? 7.1e6 : 60e6); });
+    m_manager->preamp().setDb(-10);
+    call([this] { m_manager->preamp().resend(); });
+    for (QObject *page : m_page.children())
+        if (page->inherits(kPage)) {
+            // Another page than the one in the memory, or nothing would be written.
+            static double correction = 0.0;
+            correction += 0.5;
+            call([&] {
+                return QMetaObject::invokeMethod(
+                    page, "userPreampCoeffChanged", Q_ARG(double, correction));
+            });
+            tell(page, "writeArminCalibrations");
+            tell(page, "readArminCalibrations");
+        }
+    waitFor([] { return false; }, kWorkMs);
+    static int rate = 0;
+    rate = rate == 1 ? 2 : 1;
+    call([this] { return QMetaObject::invokeMethod(m_device, "onSampleRate", Q_ARG(int, rate)); });
+}
