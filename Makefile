@@ -6,12 +6,15 @@
 # test-usb  the provider on libusb in a virtual machine with a real USB stack (minutes)
 # fuzz   let the fuzzers look for faults, each for so many MINUTES
 # soak   HOURS of stream through the plugin as fast as it goes, with checks (about an hour for 24)
+# deb    a package for Debian in build/release
+# install  the same files below PREFIX, a folder that can be moved
 # check  formatting and static checks of the sources
 # format reformat all sources        all  build everything
 # texts  bring new texts of the sources into the files of translations
 PRESET ?= release
 BUILD  := build/$(PRESET)
 OUT    ?= out
+PREFIX ?= /usr/local
 # Length of the checked stream of test-usb, 19 MB/s if the machine is quick enough.
 USB_SECONDS ?= 60
 # Of each fuzzer.
@@ -22,9 +25,10 @@ JOBS   ?= $(shell nproc)
 
 CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
+INSTALLED = velmora-host ftd2xx-info packaging
 SOURCES   = git ls-files '*.h' '*.cpp'
 
-.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean texts
+.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean texts deb install
 all:
 	@scripts/install-dependencies.sh test
 	@scripts/install-dependencies.sh bench
@@ -55,6 +59,18 @@ soak:
 	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
 	@$(COMPILE) --target soak
 	@$(BUILD)/tests/soak/soak --hours $(HOURS)
+
+deb:
+	@scripts/install-dependencies.sh deb
+	@$(CONFIGURE)
+	@$(COMPILE) --target $(INSTALLED)
+	@scripts/deb.sh $(BUILD)
+
+install:
+	@scripts/install-dependencies.sh run
+	@$(CONFIGURE)
+	@$(COMPILE) --target $(INSTALLED)
+	@cmake --install $(BUILD) --prefix "$(PREFIX)" --strip
 
 bench:
 	@scripts/install-dependencies.sh bench

@@ -16,6 +16,9 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 # build, so assert() stays on: no NDEBUG.
 set(CMAKE_CXX_FLAGS_RELEASE "-O3")
 
+# Calls into libraries are looked up at the start, and nobody can turn them elsewhere afterwards.
+add_link_options(LINKER:-z,relro,-z,now)
+
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     # Without these it takes no compilation that uses a precompiled header.

@@ -5,6 +5,7 @@
 #include "settings/CommandLine.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 
 #include <csignal>
@@ -15,6 +16,18 @@ namespace
 void print(std::FILE *where, const QString &text)
 {
     std::fputs(text.toLocal8Bit().constData(), where);
+}
+
+/// The desktop knows program and icon by the name of its desktop file. An installation that the
+/// desktop does not know has its icons beside the program.
+void showIcon()
+{
+    const QString name = QStringLiteral("org.velmora.Host");
+    QIcon::setThemeSearchPaths(
+        QIcon::themeSearchPaths() << QCoreApplication::applicationDirPath() + "/../share/icons");
+    QIcon::setFallbackThemeName("hicolor");
+    QGuiApplication::setDesktopFileName(name);
+    QApplication::setWindowIcon(QIcon::fromTheme(name));
 }
 
 QStringList argumentsOf(int argc, char **argv)
@@ -45,6 +58,7 @@ int main(int argc, char **argv)
     QApplication application(taken, argv);
     QCoreApplication::setApplicationName("velmora-host");
     QCoreApplication::setApplicationVersion(HOST_VERSION);
+    showIcon();
     // The last window is a message box that nobody answered.
     QApplication::setQuitOnLastWindowClosed(false);
 

@@ -9,7 +9,8 @@ const std::vector<DeviceKind> &deviceKinds()
 {
     static const std::vector<DeviceKind> kKinds = {
         {"virtual", QT_TRANSLATE_NOOP("host::DeviceKind", "&Virtual receiver"),
-            {HOST_LIBRARY_FOLDER "/libftd2xx.so", "../virtual_receiver/libftd2xx.so"}, false},
+            {HOST_LIBRARY_FOLDER "/virtual/libftd2xx.so", "../virtual_receiver/libftd2xx.so"},
+            false},
         {"usb", QT_TRANSLATE_NOOP("host::DeviceKind", "Receiver on the &USB"),
             {HOST_LIBRARY_FOLDER "/usb/libftd2xx.so", "../libs/d2xx/usb/libftd2xx.so"}, true},
     };

@@ -17,7 +17,8 @@ constexpr const char *kUsage =
     "       ftd2xx-info --eeprom N [--backup FILE] show a device's EEPROM, keep a copy of it\n"
     "       ftd2xx-info --rate N [--code 0..8] [--seconds S]\n"
     "                                              measure the stream, at 48 kHz (0) to\n"
-    "                                              3.072 MHz (8, as without --code)\n";
+    "                                              3.072 MHz (8, as without --code)\n"
+    "       ftd2xx-info --help                     show this text\n";
 
 struct Request
 {
@@ -26,6 +27,7 @@ struct Request
     std::string backup;
     int code = 8;
     double seconds = 5.0;
+    bool help = false;
 };
 
 /// A whole number from 0 to the highest; false for anything else.
@@ -52,6 +54,7 @@ bool readArguments(int argc, char **argv, Request *request)
         {"rate", required_argument, nullptr, 'r'},
         {"code", required_argument, nullptr, 'c'},
         {"seconds", required_argument, nullptr, 's'},
+        {"help", no_argument, nullptr, 'h'},
         {},
     };
     bool good = true;
@@ -72,6 +75,9 @@ bool readArguments(int argc, char **argv, Request *request)
         case 's':
             good = readSeconds(optarg, &request->seconds);
             break;
+        case 'h':
+            request->help = true;
+            break;
         default:
             good = false;
         }
@@ -86,6 +92,10 @@ int main(int argc, char **argv)
     if (!readArguments(argc, argv, &request)) {
         std::fputs(kUsage, stderr);
         return 2;
+    }
+    if (request.help) {
+        std::fputs(kUsage, stdout);
+        return 0;
     }
     d2xx::DeviceList list;
     if (const FT_STATUS status = list.scan()) {
