@@ -66,7 +66,7 @@ void SoundChoice::serve(QMenu &menu)
 void SoundChoice::fill(QMenu &menu)
 {
     // Those of the last time: a menu keeps the menus in it when it is cleared.
-    for (QMenu *way : menu.findChildren<QMenu *>({}, Qt::FindDirectChildrenOnly))
+    for (QMenu *way : menu.findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly))
         way->deleteLater();
     menu.clear();
     QStringList names = output().devices();

@@ -15,6 +15,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
