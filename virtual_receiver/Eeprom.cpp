@@ -2,6 +2,7 @@
 #include "Eeprom.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -55,12 +56,15 @@ bool replaceFile(const fs::path &path, const std::vector<std::uint8_t> &bytes)
     const int file = mkstemp(beside.data());
     if (file < 0)
         return false;
-    bool good = ::write(file, bytes.data(), bytes.size()) == ssize_t(bytes.size());
-    good = fchmod(file, mode) == 0 && fsync(file) == 0 && good;
-    good = ::close(file) == 0 && good;
+    // In this order, so that errno is of the first that fails.
+    bool good = ::write(file, bytes.data(), bytes.size()) == ssize_t(bytes.size())
+        && fchmod(file, mode) == 0 && fsync(file) == 0;
     good = good && std::rename(beside.c_str(), target.c_str()) == 0;
+    const int reason = errno;
+    ::close(file);
     if (!good)
         unlink(beside.c_str());
+    errno = reason;
     return good;
 }
 } // namespace
@@ -94,7 +98,11 @@ bool Eeprom::write(const std::uint8_t *bytes, std::size_t size)
     auto next = m_bytes;
     std::copy_n(bytes, size, next.begin());
     std::string error;
-    return save(std::move(next), error);
+    if (save(std::move(next), error))
+        return true;
+    // The function that was called has only a number for it.
+    std::fprintf(stderr, "virtual receiver: %s\n", error.c_str());
+    return false;
 }
 
 bool Eeprom::load(std::string &error)
@@ -117,7 +125,7 @@ bool Eeprom::load(std::string &error)
 bool Eeprom::save(std::vector<std::uint8_t> bytes, std::string &error)
 {
     if (!m_path.empty() && !replaceFile(m_path, bytes)) {
-        error = m_path + ": cannot write the EEPROM file";
+        error = m_path + ": cannot write the EEPROM file: " + std::strerror(errno);
         return false;
     }
     m_bytes = std::move(bytes);
