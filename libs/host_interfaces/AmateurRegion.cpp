@@ -3,8 +3,11 @@
 
 #include "host_interfaces/Common.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
+#include <QTemporaryFile>
 
 namespace
 {
@@ -16,6 +19,14 @@ const char *const kCountry = "Country";
 QString fileName()
 {
     return Common::settingsPath() + "/itu.ini";
+}
+
+bool hasRoomBeside(const QString &name)
+{
+    constexpr qint64 kOwnBytes = 256; // what is to be kept
+    const QByteArray bytes(int(QFileInfo(name).size() + kOwnBytes), '\0');
+    QTemporaryFile probe(name + ".XXXXXX");
+    return probe.open() && probe.write(bytes) == bytes.size() && probe.flush();
 }
 } // namespace
 
@@ -110,7 +121,12 @@ void AmateurRegion::setEnable60M(bool enable)
 
 void AmateurRegion::saveSettings()
 {
-    QSettings settings(fileName(), QSettings::IniFormat);
+    const QString name = fileName();
+    QDir().mkpath(QFileInfo(name).path());
+    // QSettings replaces its file without looking whether the new one reached the disk.
+    if (!hasRoomBeside(name))
+        return;
+    QSettings settings(name, QSettings::IniFormat);
     settings.beginGroup(kGroup);
     settings.setValue(kEnable11M, m_enable11M);
     settings.setValue(kEnable60M, m_enable60M);
