@@ -2,6 +2,7 @@
 #include "recording/IqStreamRecorder.h"
 
 #include "recording/IqFileRepair.h"
+#include "stream/DiskRefusal.h"
 
 #include <QFileInfo>
 
@@ -60,7 +61,7 @@ bool IqStreamRecorder::openFile(const QString &path, QString &reason)
     m_file.setSampleRate(m_rateHz);
     if (m_file.open(path))
         return true;
-    reason = tr("cannot be written");
+    reason = diskRefusal(path);
     return false;
 }
 
@@ -88,7 +89,7 @@ bool IqStreamRecorder::isOnDisk(QString &reason) const
     const auto bytes = std::uint64_t(QFileInfo(m_path).size());
     if (bytes + waiting + kHeldBack >= m_handedOver * kBytesPerSample)
         return true;
-    reason = tr("the disk does not take any more");
+    reason = diskRefusal(m_path);
     return false;
 }
 
@@ -101,7 +102,7 @@ bool IqStreamRecorder::closeFile(QString &reason)
     const auto samples = IqFileRepair::repair(m_path, m_format);
     if (samples && *samples + kTailSamples >= m_handedOver)
         return true;
-    reason = tr("the disk did not take all of it");
+    reason = diskRefusal(m_path);
     return false;
 }
 } // namespace host

@@ -2,6 +2,7 @@
 #include "settings/SettingsStore.h"
 
 #include "host_interfaces/Common.h"
+#include "vm_library/source/file/WholeFile.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -161,10 +162,13 @@ QString SettingsStore::Work::keepDamaged() const
     const QString damaged = path + ".damaged";
     if (!isDamaged)
         return {};
-    QFile::remove(damaged);
-    return QFile::copy(path, damaged)
-        ? QString()
-        : tr("is not saved: it is damaged and cannot be kept as %1").arg(damaged);
+    QFile file(path);
+    QString reason;
+    if (file.open(QIODevice::ReadOnly) && vm::file::writeWhole(damaged, file.readAll(), &reason))
+        return {};
+    if (reason.isEmpty())
+        reason = damaged + ": " + file.errorString();
+    return tr("is not saved: it is damaged and cannot be kept as %1").arg(reason);
 }
 
 /// QSettings replaces its file as a whole, but does not look whether the last of it still reached

@@ -4,17 +4,26 @@
 #include "settings/HostSettings.h"
 #include "stream/WavHeader.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <functional>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace host
 {
+namespace
+{
+constexpr auto kUnbuffered = QIODevice::WriteOnly | QIODevice::Unbuffered;
+} // namespace
+
 static_assert(AudioFile::kChannels == WavHeader::kChannels);
 
 AudioFile::Format AudioFile::Format::of(const HostSettings &settings, int rateHz)
@@ -33,26 +42,62 @@ bool AudioFile::open(const QString &path, const Format &format)
     m_format = format;
     m_frames = 0;
     m_isGood = true;
-    // QFile would empty the file before it can be locked.
+    // QFile would empty the file.
     constexpr mode_t kMode = 0666; // less what the user's mask takes
     const int file = ::open(
         QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, kMode);
     if (file < 0)
         return fail(QString::fromLocal8Bit(std::strerror(errno)));
-    m_file.open(file, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
-    if (lockAndEmpty() && writeHeader())
+    m_file.open(file, kUnbuffered, QFileDevice::AutoCloseHandle);
+    m_beside.clear();
+    if (lock() && (m_file.isSequential() || m_file.size() == 0 || openBeside()) && writeHeader())
         return true;
     m_file.close();
+    m_old.close();
+    if (!m_beside.isEmpty())
+        QFile::remove(m_beside);
     return false;
 }
 
-bool AudioFile::lockAndEmpty()
+bool AudioFile::lock()
 {
-    if (m_file.isSequential())
-        return true;
-    if (flock(m_file.handle(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        return fail(tr("another program is writing it"));
-    return m_file.resize(0) || fail(m_file.errorString());
+    return m_file.isSequential() || flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0
+        || errno != EWOULDBLOCK || fail(tr("another program is writing it"));
+}
+
+/// The file that is there stays open for its lock. A part of before may be all that is left of a
+/// program that was killed.
+bool AudioFile::openBeside()
+{
+    struct stat old
+    { };
+    fstat(m_file.handle(), &old);
+    m_old.open(
+        fcntl(m_file.handle(), F_DUPFD_CLOEXEC, 0), kUnbuffered, QFileDevice::AutoCloseHandle);
+    m_file.close();
+    m_target = QFileInfo(m_path).canonicalFilePath(); // a link stays a link
+    int file = -1;
+    QString name = m_target + ".part";
+    for (int number = 2; file < 0; ++number) {
+        file = ::open(QFile::encodeName(name).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+            old.st_mode & 0777);
+        if (file < 0 && errno != EEXIST)
+            return fail(name + ": " + QString::fromLocal8Bit(std::strerror(errno)));
+        if (file < 0)
+            name = m_target + QString(".part-%1").arg(number);
+    }
+    m_beside = name;
+    fchmod(file, old.st_mode & 0777);
+    return m_file.open(file, kUnbuffered, QFileDevice::AutoCloseHandle);
+}
+
+/// With what is there whole, or else with nothing.
+bool AudioFile::takePlace()
+{
+    return std::rename(
+               QFile::encodeName(m_beside).constData(), QFile::encodeName(m_target).constData())
+        == 0
+        || fail(QString::fromLocal8Bit(std::strerror(errno)));
 }
 
 bool AudioFile::write(const float *interleaved, std::size_t frames)
@@ -63,9 +108,9 @@ bool AudioFile::write(const float *interleaved, std::size_t frames)
         interleaved = shaped(interleaved, frames);
     const auto bytes = qint64(frames * WavHeader::kBytesPerFrame);
     if (m_file.write(reinterpret_cast<const char *>(interleaved), bytes) != bytes) {
-        fail(m_file.errorString());
+        const QString reason = m_file.errorString();
         dropPartOfFrame();
-        return false;
+        return fail(reason);
     }
     m_frames += frames;
     return m_frames - m_framesInHeader < std::uint64_t(m_format.rateHz) || updateHeader();
@@ -117,15 +162,27 @@ bool AudioFile::close()
     // A disk elsewhere may refuse as late as this. What cannot be synchronised says EINVAL.
     if (m_isGood && fsync(m_file.handle()) != 0 && errno != EINVAL)
         fail(QString::fromLocal8Bit(std::strerror(errno)));
+    struct stat status
+    { };
+    if (m_isGood && !m_file.isSequential() && fstat(m_file.handle(), &status) == 0
+        && status.st_nlink == 0)
+        fail("the file was taken away");
     m_file.close();
+    if (!m_beside.isEmpty() && m_isGood)
+        takePlace();
+    else if (!m_beside.isEmpty() && m_frames == 0)
+        QFile::remove(m_beside);
+    m_old.close();
     return m_isGood;
 }
 
 /// Keeps the first reason.
 bool AudioFile::fail(const QString &reason)
 {
+    const QString both = QString("; what was there before stays, what is new is in %1");
     if (m_isGood)
-        m_error = m_path + ": " + reason.simplified();
+        m_error = m_path + ": " + reason.simplified()
+            + (m_frames > 0 && !m_beside.isEmpty() ? both.arg(m_beside) : QString());
     m_isGood = false;
     return false;
 }

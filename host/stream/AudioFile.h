@@ -22,6 +22,9 @@ struct HostSettings;
 /// The header is brought up to date with every second of audio, so a program that is killed leaves
 /// a file that plays. While the file is open no other program of this kind can open it. A pipe is
 /// written to as well; its header leaves the length open.
+///
+/// What is there under the name already stays until the new file is whole: that grows beside it as
+/// NAME.part and takes its place in close(). If it does not become whole both are kept.
 class AudioFile
 {
     Q_DECLARE_TR_FUNCTIONS(AudioFile)
@@ -40,7 +43,7 @@ public:
         static Format of(const HostSettings &settings, int rateHz = kRateHz);
     };
 
-    /// Creates the file or empties it. On failure false, and error() tells why in one line.
+    /// Creates the file. On failure false, and error() tells why in one line.
     bool open(const QString &path, const Format &format);
     bool open(const QString &path) { return open(path, Format()); }
 
@@ -58,13 +61,18 @@ public:
 
 private:
     const float *shaped(const float *interleaved, std::size_t frames);
-    bool lockAndEmpty();
+    bool lock();
+    bool openBeside();
+    bool takePlace();
     bool writeHeader();
     bool updateHeader();
     void dropPartOfFrame();
     bool fail(const QString &reason);
 
-    QFile m_file; // unbuffered, so each refusal of the disk is seen
+    QFile m_file;     // unbuffered, so each refusal of the disk is seen
+    QFile m_old;      // what is to be replaced, locked; closed if there is nothing
+    QString m_target; // its name without links
+    QString m_beside; // where the new file grows; empty if in its place
     QString m_path;
     QString m_error;
     Format m_format;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/IqRecording.h"
 
+#include "stream/DiskRefusal.h"
 #include "stream/StreamLedger.h"
 
 #include "host_interfaces/DeviceAbstract.h"
@@ -60,7 +61,8 @@ bool IqRecording::start()
     m_file = findFile(before, others);
     if (!m_isRunning || m_file.isEmpty()) {
         m_isRunning = false;
-        m_error = "--record: cannot write " + m_where.fileName(m_device.name(), before);
+        const QString file = m_where.fileName(m_device.name(), before);
+        m_error = "--record: cannot write " + file + ": " + diskRefusal(file);
         return false;
     }
     return true;
@@ -117,7 +119,7 @@ void IqRecording::measure()
         QFileInfo(m_file).size() - qint64(vm::file::IQFile::headerBytes(m_where.format));
     m_samples = std::uint64_t(std::max<qint64>(0, bytes / kBytesPerSample));
     if (!isWhole(m_file, m_where.format))
-        m_error = m_file + ": the recording could not be written in full";
+        m_error = m_file + ": the recording could not be written in full: " + diskRefusal(m_file);
 }
 
 std::uint64_t IqRecording::lostBlocks() const
