@@ -16,7 +16,6 @@ class SilenceWatch
 {
 public:
     using Clock = std::chrono::steady_clock;
-    using Seconds = std::chrono::duration<double>;
 
     /// Of nothing but silence, and beyond the time that the run was to take.
     static constexpr std::chrono::seconds kPatience{5};
@@ -37,10 +36,8 @@ public:
         return m_run >= m_planned + kPatience && m_silent >= kPatience;
     }
 
-    /// How long nothing has come, as far as somebody looked.
-    Seconds silence() const { return m_silent; }
-
 private:
+    using Seconds = std::chrono::duration<double>;
     static constexpr Seconds kLongestStep{0.5};
 
     Seconds m_planned;

@@ -17,9 +17,6 @@ namespace
 {
 using namespace std::chrono_literals;
 
-// Between two blocks of a receiver, with what a busy machine adds.
-constexpr double kLongestGap = 1.0; // seconds
-
 // How long the last blocks are waited for on a busy machine.
 constexpr auto kDrainTime = 1s;
 
@@ -150,9 +147,12 @@ bool StreamFeed::isAllSent()
     const bool isOver = m_receiver
         ? m_status.samples_sent >= m_goal || m_status.scene_ended != 0
         : std::chrono::duration<double>(Clock::now() - m_startTime).count() >= m_plannedSeconds;
-    // Of a receiver from which nothing gets here it shows by and by whether it is silent.
-    const double seconds = std::min(m_plannedSeconds / 2.0, kLongestGap);
-    return isOver && m_silence.silence().count() < seconds;
+    if (!isOver)
+        return false;
+    // One block more: without it the receiver may be silent, which shows by and by.
+    if (!m_processedAtEnd)
+        m_processedAtEnd = m_ledger.processedSamples();
+    return m_ledger.processedSamples() > *m_processedAtEnd;
 }
 
 void StreamFeed::halt()

@@ -12,6 +12,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace host
@@ -102,6 +103,7 @@ private:
     double m_allowance = 0.0; // samples
     Clock::time_point m_allowanceTime;
     Clock::time_point m_startTime;
+    std::optional<std::uint64_t> m_processedAtEnd; // in real time, once all has been sent
     SilenceWatch m_silence;
     std::atomic<bool> m_isSilent = false;
     vr_status m_status{};

@@ -44,7 +44,7 @@ TEST(SilenceWatchTest, AProgramThatWasHeldUpHasNotListenedMeanwhile)
     SilenceWatch watch(kPlannedSeconds);
     watch.begin(begin);
     EXPECT_FALSE(watch.look(1, begin + kStep));
-    EXPECT_FALSE(watch.look(1, begin + 10min));
-    EXPECT_LT(watch.silence().count(), 1.0);
+    for (int i = 1; i <= 5; ++i)
+        EXPECT_FALSE(watch.look(1, begin + i * 10min));
 }
 } // namespace
