@@ -8,6 +8,7 @@
 # soak   HOURS of stream through the plugin as fast as it goes, with checks (about an hour for 24)
 # deb    a package for Debian in build/release
 # install  the same files below PREFIX, a folder that can be moved
+# faults  every fault at every call of the device's library, the whole tables (minutes)
 # check  formatting and static checks of the sources
 # format reformat all sources        all  build everything
 # texts  bring new texts of the sources into the files of translations
@@ -28,7 +29,7 @@ COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
 INSTALLED = velmora-host ftd2xx-info packaging
 SOURCES   = git ls-files '*.h' '*.cpp'
 
-.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean texts deb install
+.PHONY: all run test test-usb soak bench fuzz check check-format check-tidy format clean texts deb install faults
 all:
 	@scripts/install-dependencies.sh test
 	@scripts/install-dependencies.sh bench
@@ -71,6 +72,11 @@ install:
 	@$(CONFIGURE)
 	@$(COMPILE) --target $(INSTALLED)
 	@cmake --install $(BUILD) --prefix "$(PREFIX)" --strip
+faults:
+	@scripts/install-dependencies.sh test
+	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
+	@$(COMPILE) --target test_faults
+	@ZEPHRIN_ALL_FAULTS=1 ctest --preset $(PRESET) -R '^faults$$'
 
 bench:
 	@scripts/install-dependencies.sh bench

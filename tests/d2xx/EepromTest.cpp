@@ -95,7 +95,7 @@ TEST_F(EepromTest, WritesOnlyItsAreaAndTheChecksumAfterACopy)
     auto expected = bytesOf(before);
     std::copy(page.begin(), page.end(), expected.begin() + kAreaStart);
     auto now = usb().eeprom;
-    EXPECT_EQ(now.back(), checksum(now));
+    EXPECT_EQ(now.back(), eepromChecksum(now));
     now.back() = before.back();
     EXPECT_EQ(bytesOf(now), expected);
     ASSERT_EQ(copies().size(), 1u);
@@ -125,7 +125,7 @@ TEST_F(EepromTest, RefusesWhereAWriteCouldDoHarm)
     elsewhere = good;
     for (std::size_t i = 0; i < page.size(); i += 2)
         elsewhere[20 + i / 2] = std::uint16_t(page[i + 1] << 8 | page[i]);
-    elsewhere.back() = checksum(elsewhere);
+    elsewhere.back() = eepromChecksum(elsewhere);
     std::vector<std::uint16_t> damaged = good;
     damaged[3] ^= 1;
 
@@ -155,7 +155,7 @@ TEST_F(EepromTest, PutsBackWhatWasThereIfItReadsBackOtherwise)
     const auto before = usb().eeprom;
     usb().brokenWord = 50;
     usb().eeprom[50] &= 0xfffe;
-    usb().eeprom.back() = checksum(usb().eeprom);
+    usb().eeprom.back() = eepromChecksum(usb().eeprom);
     const auto content = usb().eeprom;
     testing::internal::CaptureStderr();
     EXPECT_EQ(writeArea(std::vector<std::uint8_t>(kAreaSize, 0xff)), FT_EEPROM_WRITE_FAILED);

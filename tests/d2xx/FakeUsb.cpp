@@ -60,6 +60,14 @@ void FakeUsb::unplug()
     m_changed.notify_all();
 }
 
+void FakeUsb::mend()
+{
+    const std::lock_guard lock(mutex);
+    m_failures.clear();
+    m_endings.clear();
+    m_gone = false;
+}
+
 void FakeUsb::send(std::vector<std::uint8_t> bytes)
 {
     const std::lock_guard lock(mutex);
@@ -123,6 +131,12 @@ std::size_t FakeUsb::queued() const
 {
     const std::lock_guard lock(mutex);
     return m_queue.size();
+}
+
+std::size_t FakeUsb::pending() const
+{
+    const std::lock_guard lock(mutex);
+    return m_bytes.size();
 }
 
 bool FakeUsb::driverAway() const

@@ -42,6 +42,9 @@ public:
     /// All calls and transfers fail with "no device" from now on.
     void unplug();
 
+    /// The device is there, and all calls do what they should.
+    void mend();
+
     /// Bytes that the device sends after what it has sent so far.
     void send(std::vector<std::uint8_t> bytes);
 
@@ -72,7 +75,8 @@ public:
 
     int calls(const std::string &function) const;
     std::vector<std::uint8_t> written() const;
-    std::size_t queued() const;
+    std::size_t queued() const;  ///< transfers
+    std::size_t pending() const; ///< bytes sent and not yet taken
     bool driverAway() const;
     int openHandles() const;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FakeUsb.h"
+#include "ProgrammedEeprom.h"
 
 #include "d2xx/ftd2xx.h"
 
@@ -9,7 +10,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <numeric>
 #include <vector>
 
 /// One receiver on a fake bus, opened on demand, and a folder of its own for copies of EEPROMs.
@@ -66,27 +66,6 @@ protected:
         for (std::size_t i = 0; i < size; ++i)
             bytes[i] = std::uint8_t((std::uint32_t(i) + start) * 2654435761u >> 24);
         return bytes;
-    }
-
-    /// A small EEPROM of a chip that has its strings: the user area starts at byte 88.
-    static std::vector<std::uint16_t> programmedEeprom()
-    {
-        std::vector<std::uint16_t> words(64);
-        std::iota(words.begin(), words.end(), std::uint16_t(0x0100));
-        words[9] = 14 << 8 | (72 | 0x80);
-        words[15] = 0x46;
-        words.back() = checksum(words);
-        return words;
-    }
-
-    static std::uint16_t checksum(const std::vector<std::uint16_t> &words)
-    {
-        unsigned sum = 0xaaaa;
-        for (std::size_t i = 0; i + 1 < words.size(); ++i) {
-            sum ^= words[i];
-            sum = (sum << 1 | sum >> 15) & 0xffff;
-        }
-        return std::uint16_t(sum);
     }
 
     std::filesystem::path backups() const { return m_folder / "zephrin-nano" / "eeprom"; }

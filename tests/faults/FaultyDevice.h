@@ -5,6 +5,7 @@
 
 /// What a session's plugin has below it: one receiver whose calls go wrong as asked. Each program
 /// has one kind of it.
+#pragma GCC visibility push(default)
 namespace faulty
 {
 /// In the beginning, in the language of that kind. False for a text that is not understood.
@@ -19,3 +20,4 @@ void replug();
 /// How often the function of the armed fault was called.
 unsigned calls();
 } // namespace faulty
+#pragma GCC visibility pop

@@ -13,7 +13,7 @@ namespace
 {
 using test::HostProcess;
 
-constexpr std::size_t kAtOnce = 10;
+constexpr std::size_t kAtOnce = 8;
 constexpr double kSeconds = 0.4; // of a run
 constexpr int kBusyMachineMs = 6000;
 

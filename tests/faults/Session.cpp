@@ -15,7 +15,6 @@ namespace
 {
 constexpr int kStepMs = 5;
 constexpr int kTriesToStart = 2;
-constexpr int kFlowMs = 500;             // for the first samples of a stream on a busy machine
 constexpr int kLossMs = 2300;            // two periods of the device's watchdog
 constexpr int kWorkMs = 120;             // what is set again 100 ms after a start included
 constexpr std::uint64_t kFlowing = 2048; // samples
@@ -74,22 +73,22 @@ bool Session::waitFor(const std::function<bool()> &condition, int ms)
     return true;
 }
 
-bool Session::flows()
+bool Session::flows(int ms)
 {
     const std::uint64_t before = m_ledger.processedSamples();
-    return waitFor([&] { return m_ledger.processedSamples() >= before + kFlowing; }, kFlowMs);
+    return waitFor([&] { return m_ledger.processedSamples() >= before + kFlowing; }, ms);
 }
 
 /// What does not flow is given the time in which the device gives up by itself.
-bool Session::flowsOrIsLost()
+bool Session::flowsOrIsLost(int ms)
 {
-    if (flows())
+    if (flows(ms))
         return true;
     waitFor([this] { return !m_device->isStart(); }, kLossMs);
     return false;
 }
 
-bool Session::listen(int searchMs)
+bool Session::listen(int searchMs, int flowMs)
 {
     waitFor([this] { return m_manager->isDeviceAvailable(); }, searchMs);
     waitFor([] { return false; }, kStepMs); // it is in the device's list after a queued signal
@@ -97,10 +96,10 @@ bool Session::listen(int searchMs)
         call([this] { return m_device->start(); });
     bool hasFlowed = false;
     if (m_device->isStart()) {
-        hasFlowed = flowsOrIsLost() && m_device->isStart();
+        hasFlowed = flowsOrIsLost(flowMs) && m_device->isStart();
         if (hasFlowed) {
             work();
-            hasFlowed = flowsOrIsLost();
+            hasFlowed = flowsOrIsLost(flowMs);
         }
     }
     call([this] { return m_device->stop(); });

@@ -29,7 +29,7 @@ public:
 
     /// Finds the receiver, starts it, tunes it, writes and reads its calibration, changes its rate,
     /// stops and closes it. True if a stream flowed.
-    bool listen(int searchMs);
+    bool listen(int searchMs, int flowMs);
 
     /// The stream stopped by itself and the host was told.
     bool wasLost() const { return m_wasLost; }
@@ -42,8 +42,8 @@ private:
     template <typename Body>
     auto call(Body body);
     bool waitFor(const std::function<bool()> &condition, int ms);
-    bool flows();
-    bool flowsOrIsLost();
+    bool flows(int ms);
+    bool flowsOrIsLost(int ms);
     void work();
 
     test::TemporarySettings m_settings;

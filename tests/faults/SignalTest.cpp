@@ -17,7 +17,7 @@ namespace
 {
 using test::HostProcess;
 
-constexpr std::size_t kAtOnce = 12;
+constexpr std::size_t kAtOnce = 5;
 constexpr int kLimitMs = 2000;
 constexpr int kBusyMachineMs = 4000; // what hangs, hangs for 30 s
 

@@ -18,7 +18,9 @@
 namespace
 {
 constexpr int kFaultySearchMs = 200; // a scan that finds something is quicker
-constexpr int kSearchMs = 5000;      // two scans
+constexpr int kFaultyFlowMs = 800;   // a stream that flows brings something after 50 ms
+constexpr int kSearchMs = 10000;     // two scans take 4 s
+constexpr int kFlowMs = 8000;        // on a machine that is ten times too busy
 constexpr int kThreadEndMs = 1000;
 
 std::mutex g_mutex;
@@ -48,16 +50,16 @@ bool runSessions()
 {
     Session session;
     for (int i = 0; i < 2; ++i) {
-        const bool flowed = session.listen(kFaultySearchMs);
+        const bool flowed = session.listen(kFaultySearchMs, kFaultyFlowMs);
         std::printf("session %d %s\n", i + 1, flowed ? "flowed" : "had no stream");
     }
     std::printf("struck at call %u\n", faulty::calls());
     faulty::mend();
-    bool flowed = session.listen(kSearchMs);
+    bool flowed = session.listen(kSearchMs, kFlowMs);
     if (!flowed) {
         std::puts("replugged");
         faulty::replug();
-        flowed = session.listen(kSearchMs);
+        flowed = session.listen(kSearchMs, kFlowMs);
     }
     if (!flowed)
         std::puts("FAILED: no stream after the fault");
