@@ -57,6 +57,7 @@ bool IqStreamRecorder::openFile(const QString &path, QString &reason)
 {
     m_path = path;
     m_handedOver = m_checkedAt = 0;
+    m_isUnsure = false;
     m_file.setFormat(m_format);
     m_file.setSampleRate(m_rateHz);
     if (m_file.open(path))
@@ -71,7 +72,7 @@ bool IqStreamRecorder::writeFrames(std::uint64_t most, std::uint64_t &written, Q
     m_block.resize(written);
     if (written == 0 || !m_ring->read(m_block.data(), int(written))) {
         written = 0;
-        return true;
+        return !m_isUnsure || m_file.waiting() > 0 || isOnDisk(reason);
     }
     while (!m_file.write(m_block))
         std::this_thread::sleep_for(kRetry); // its thread is writing
@@ -82,10 +83,11 @@ bool IqStreamRecorder::writeFrames(std::uint64_t most, std::uint64_t &written, Q
     return isOnDisk(reason);
 }
 
-bool IqStreamRecorder::isOnDisk(QString &reason) const
+bool IqStreamRecorder::isOnDisk(QString &reason)
 {
     // In this order, as what waits gets into the file meanwhile.
     const std::uint64_t waiting = m_file.waiting();
+    m_isUnsure = waiting > 0; // the disk may still refuse it
     const auto bytes = std::uint64_t(QFileInfo(m_path).size());
     if (bytes + waiting + kHeldBack >= m_handedOver * kBytesPerSample)
         return true;

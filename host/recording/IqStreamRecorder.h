@@ -52,7 +52,7 @@ protected:
     std::uint64_t lostFrames() const override { return m_lostFrames; }
 
 private:
-    bool isOnDisk(QString &reason) const;
+    bool isOnDisk(QString &reason);
 
     vm::file::IQFile::Format m_format = vm::file::IQFile::HDSDR;
     double m_rateHz = 0.0;
@@ -66,5 +66,6 @@ private:
     std::vector<COMPLEX> m_block;
     std::uint64_t m_handedOver = 0; // samples of the present file
     std::uint64_t m_checkedAt = 0;
+    bool m_isUnsure = false; // something waited at the last check
 };
 } // namespace host

@@ -53,8 +53,11 @@ TEST_F(RadioTest, HearsWhatItIsTunedTo)
     EXPECT_EQ(radio().frequencyHz(), 7.1035e6);
     EXPECT_EQ(radio().receivedHz(), 7.1038e6);
     radio().setFrequency(7.094e6);
-    test::serve(500);
-    EXPECT_NEAR(strongDbm - radio().readings().signalDbm, 20.0, 0.5); // as the band has it
+    constexpr double kNearDb = 0.5;
+    const auto weakerDb = [&] { return strongDbm - radio().readings().signalDbm; };
+    for (int i = 0; i < 50 && std::abs(weakerDb() - 20.0) > kNearDb; ++i) // the meter is slow
+        test::serve(100);
+    EXPECT_NEAR(weakerDb(), 20.0, kNearDb); // as the band has it
 }
 
 TEST_F(RadioTest, BeyondTheBandTheCenterFollows)
