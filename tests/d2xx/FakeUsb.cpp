@@ -19,7 +19,8 @@ struct libusb_device_handle
 
 FakeUsb &FakeUsb::instance()
 {
-    static FakeUsb usb;
+    // For good: what is not closed still waits on it when the program ends.
+    static FakeUsb &usb = *new FakeUsb;
     return usb;
 }
 
@@ -388,7 +389,9 @@ int libusb_set_auto_detach_kernel_driver(libusb_device_handle *, int)
 
 int libusb_claim_interface(libusb_device_handle *, int)
 {
-    const int error = usb().enter("libusb_claim_interface");
+    int error = usb().enter("libusb_claim_interface");
+    if (!error && usb().driverAway())
+        error = LIBUSB_ERROR_BUSY;
     if (!error)
         usb().driver(true);
     return error;

@@ -73,9 +73,11 @@ void complainOfAccess(int bus, int address)
 
 FT_STATUS DeviceList::scan()
 {
-    if (m_context.error() < 0)
-        return statusOf(m_context.error());
-    const BusDevices devices(m_context.get());
+    if (!m_context || m_context->error() < 0)
+        m_context.emplace();
+    if (m_context->error() < 0)
+        return statusOf(m_context->error());
+    const BusDevices devices(m_context->get());
     if (devices.error() < 0)
         return statusOf(devices.error());
     std::vector<DeviceEntry> entries;

@@ -5,6 +5,7 @@
 #include "d2xx/usb/DeviceEntry.h"
 #include "d2xx/usb/UsbContext.h"
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -36,7 +37,7 @@ public:
 private:
     void addPorts(libusb_device *device, std::vector<DeviceEntry> &entries);
 
-    UsbContext m_context;
+    std::optional<UsbContext> m_context; // made anew as long as that fails
     std::vector<DeviceEntry> m_entries;
     std::set<std::uint16_t> m_refused; // bus and address of those already complained about
 };
