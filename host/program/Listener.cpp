@@ -313,8 +313,9 @@ void Listener::keepAudio()
 
 void Listener::keepPictures()
 {
-    if (!m_pictures->save())
-        fail(m_pictures->error(), kFailure);
+    m_pictures->save();
+    for (const QString &problem : m_pictures->problems())
+        fail(problem, kFailure);
     QString error;
     if (m_audioPicture && !m_audioPicture->save(m_settings.spectrum.audioSpectrumFile, &error))
         fail(error, kFailure);

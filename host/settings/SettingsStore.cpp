@@ -185,7 +185,7 @@ QString SettingsStore::Work::findRoom() const
     const QByteArray bytes(int(size), '\0');
     return probe.open() && probe.write(bytes) == size && probe.flush()
         ? QString()
-        : tr("is not saved: %1").arg(probe.errorString());
+        : tr("is not saved: %1").arg(vm::file::reasonOf(probe));
 }
 
 bool SettingsStore::fail(const QString &text)

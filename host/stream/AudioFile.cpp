@@ -4,6 +4,8 @@
 #include "settings/HostSettings.h"
 #include "stream/WavHeader.h"
 
+#include "vm_library/source/file/WholeFile.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -108,7 +110,7 @@ bool AudioFile::write(const float *interleaved, std::size_t frames)
         interleaved = shaped(interleaved, frames);
     const auto bytes = qint64(frames * WavHeader::kBytesPerFrame);
     if (m_file.write(reinterpret_cast<const char *>(interleaved), bytes) != bytes) {
-        const QString reason = m_file.errorString();
+        const QString reason = vm::file::reasonOf(m_file);
         dropPartOfFrame();
         return fail(reason);
     }
@@ -135,7 +137,7 @@ bool AudioFile::writeHeader()
     const bool isWritten = (isPipe || m_file.seek(0))
         && m_file.write(reinterpret_cast<const char *>(&header), sizeof header) == sizeof header
         && (isPipe || m_file.seek(m_file.size()));
-    return isWritten || fail(m_file.errorString());
+    return isWritten || fail(vm::file::reasonOf(m_file));
 }
 
 /// Of a block that was refused some bytes may be in the file.

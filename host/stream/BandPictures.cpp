@@ -46,15 +46,16 @@ void BandPictures::onSpectrum(uint receiver)
             {view.waterfall, view.count});
 }
 
-bool BandPictures::save()
+void BandPictures::save()
 {
     if (!m_settings.spectrum.isWanted())
-        return true;
+        return;
     if (m_lines == 0) {
-        m_error = "the run was too short for a spectrum of the band";
-        return false;
+        m_problems += "the run was too short for a spectrum of the band";
+        return;
     }
-    return savePanorama() && saveWaterfall();
+    savePanorama();
+    saveWaterfall();
 }
 
 QString BandPictures::title(const QString &what) const
@@ -63,10 +64,10 @@ QString BandPictures::title(const QString &what) const
         .arg(what, formatHertz(m_axis.spanHz), formatHertz(m_axis.centerHz));
 }
 
-bool BandPictures::savePanorama()
+void BandPictures::savePanorama()
 {
     if (m_settings.spectrum.panoramaFile.isEmpty())
-        return true;
+        return;
     SpectrumPicture picture(m_axis);
     picture.setTitle(title("Panorama"));
     picture.setLine(m_levels, "last");
@@ -78,14 +79,16 @@ bool BandPictures::savePanorama()
         picture.addMark({*tuneB, "B " + formatHertz(*tuneB)});
     for (const NotchSettings &notch : m_settings.notches)
         picture.addMark({notch.frequencyHz, "notch", PictureMark::Kind::Notch});
-    return picture.save(m_settings.spectrum.panoramaFile, &m_error);
+    if (QString error; !picture.save(m_settings.spectrum.panoramaFile, &error))
+        m_problems += error;
 }
 
-bool BandPictures::saveWaterfall()
+void BandPictures::saveWaterfall()
 {
     if (!m_waterfall)
-        return true;
+        return;
     m_waterfall->setTitle(title("Waterfall"));
-    return m_waterfall->save(m_settings.spectrum.waterfallFile, &m_error);
+    if (QString error; !m_waterfall->save(m_settings.spectrum.waterfallFile, &error))
+        m_problems += error;
 }
 } // namespace host

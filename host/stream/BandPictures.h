@@ -32,15 +32,15 @@ public:
     std::size_t points() const { return m_levels.size(); }
     double widthHz() const { return m_axis.spanHz; }
 
-    /// Writes what the settings ask for. False if there is nothing to draw or a file cannot be
-    /// written; error() tells why in one line.
-    bool save();
-    const QString &error() const { return m_error; }
+    /// Writes what the settings ask for. If there is nothing to draw or a file cannot be written
+    /// problems() tells why, one line for each file.
+    void save();
+    const QStringList &problems() const { return m_problems; }
 
 private:
     void onSpectrum(uint receiver);
-    bool savePanorama();
-    bool saveWaterfall();
+    void savePanorama();
+    void saveWaterfall();
     QString title(const QString &what) const;
 
     DeviceAbstract &m_device;
@@ -51,6 +51,6 @@ private:
     std::vector<float> m_levels;  // of the last line, dB
     std::vector<float> m_highest; // of all lines, dB
     std::size_t m_lines = 0;
-    QString m_error;
+    QStringList m_problems;
 };
 } // namespace host

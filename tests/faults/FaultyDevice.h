@@ -17,6 +17,9 @@ void mend();
 /// What a listener does when nothing else helps. Ends what is open.
 void replug();
 
+/// Threads that what is still open keeps.
+int threads();
+
 /// How often the function of the armed fault was called.
 unsigned calls();
 } // namespace faulty

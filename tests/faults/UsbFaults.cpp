@@ -94,7 +94,13 @@ void replug()
 {
     usb().unplug();
     std::this_thread::sleep_for(100ms); // what is on its way comes back
+    usb().driver(false);                // whoever had it had the one before
     usb().mend();
+}
+
+int threads()
+{
+    return usb().openHandles();
 }
 
 unsigned calls()

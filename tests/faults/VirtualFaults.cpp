@@ -31,6 +31,11 @@ void replug()
     vr_set_plugged(1);
 }
 
+int threads()
+{
+    return 0;
+}
+
 unsigned calls()
 {
     vr_status status{};

@@ -85,8 +85,8 @@ int main(int argc, char **argv)
         return 2;
     }
     bool good = runSessions();
-    if (!threadsEnd(threads)) {
-        std::printf("FAILED: %d threads left\n", threadCount() - threads);
+    if (!threadsEnd(threads + faulty::threads())) {
+        std::printf("FAILED: %d threads left\n", threadCount() - threads - faulty::threads());
         good = false;
     }
     for (const auto &[text, count] : g_warnings)

@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
+#include <cstring>
+
 namespace vm::file
 {
 namespace
@@ -16,10 +19,18 @@ bool isWritten(QFileDevice &file, const QByteArray &bytes)
 }
 } // namespace
 
+QString reasonOf(const QFileDevice &file)
+{
+    const int reason = errno;
+    const QString text = file.errorString();
+    const bool isKept = text != QFile().errorString();
+    return isKept || reason == 0 ? text : QString::fromLocal8Bit(std::strerror(reason));
+}
+
 bool writeWhole(const QString &path, const QByteArray &bytes, QString *error)
 {
     const auto fail = [&](const QFileDevice &file) {
-        *error = path + ": " + file.errorString();
+        *error = path + ": " + reasonOf(file);
         return false;
     };
     const QFileInfo there(path);
