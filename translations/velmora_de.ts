@@ -7,6 +7,14 @@
         <source>another program is writing it</source>
         <translation>ein anderes Programm schreibt sie gerade</translation>
     </message>
+    <message>
+        <source>the file was taken away</source>
+        <translation>die Datei wurde weggenommen</translation>
+    </message>
+    <message>
+        <source>; what was there before stays, what is new is in %1</source>
+        <translation>; das Vorherige bleibt, das Neue ist in %1</translation>
+    </message>
 </context>
 <context>
     <name>AudioPlayer</name>
@@ -634,16 +642,20 @@
         <translation>Der USB lässt sich nicht durchsehen (Status %1 der Bibliothek): gibt es /dev/bus/usb?</translation>
     </message>
     <message>
-        <source>There is a device with a receiver&apos;s chip on the USB that you may not open: copy 72-zephrin-nano.rules to /etc/udev/rules.d, run &quot;udevadm control --reload&quot; as root, and plug the receiver in again.</source>
-        <translation>Am USB ist ein Gerät mit dem Chip eines Empfängers, das nicht geöffnet werden darf: 72-zephrin-nano.rules nach /etc/udev/rules.d kopieren, als root „udevadm control --reload“ ausführen und den Empfänger neu anstecken.</translation>
-    </message>
-    <message>
         <source>Of the devices with a receiver&apos;s chip on the USB none is called ZephrinNano: plug the receiver in.</source>
         <translation>Von den Geräten mit dem Chip eines Empfängers am USB heißt keines ZephrinNano: den Empfänger anstecken.</translation>
     </message>
     <message>
         <source>There is no receiver on the USB: plug it in.</source>
         <translation>Am USB ist kein Empfänger: bitte anstecken.</translation>
+    </message>
+    <message>
+        <source>There is a device with a receiver&apos;s chip on the USB that you may not open. Plug the receiver in again; the rule %1 lets who sits at the computer use it, but nobody from afar.</source>
+        <translation>Am USB ist ein Gerät mit dem Chip eines Empfängers, das nicht geöffnet werden darf. Den Empfänger neu anstecken; die Regel %1 lässt ihn benutzen, wer am Rechner sitzt, aber niemanden aus der Ferne.</translation>
+    </message>
+    <message>
+        <source>There is a device with a receiver&apos;s chip on the USB that you may not open: as root, copy %1 to /etc/udev/rules.d and run &quot;udevadm control --reload&quot;; then plug the receiver in again.</source>
+        <translation>Am USB ist ein Gerät mit dem Chip eines Empfängers, das nicht geöffnet werden darf: als root %1 nach /etc/udev/rules.d kopieren und „udevadm control --reload“ ausführen; dann den Empfänger neu anstecken.</translation>
     </message>
 </context>
 <context>
@@ -696,6 +708,17 @@
     <message>
         <source> (no effect in this mode)</source>
         <translation> (in dieser Betriebsart ohne Wirkung)</translation>
+    </message>
+</context>
+<context>
+    <name>host::DiskRefusal</name>
+    <message>
+        <source>the file was taken away</source>
+        <translation>die Datei wurde weggenommen</translation>
+    </message>
+    <message>
+        <source>the disk did not take all of it</source>
+        <translation>der Datenträger hat nicht alles angenommen</translation>
     </message>
 </context>
 <context>
@@ -820,21 +843,6 @@
     <message>
         <source>IQ since the start: %1 samples lost as the program had no time for them, %2 that the receiver sent in vain, with %3 reads that came back short. The sound has gaps where some were lost.</source>
         <translation>IQ seit dem Start: %1 Abtastwerte verloren, für die das Programm keine Zeit hatte, %2, die der Empfänger vergeblich gesendet hat, bei %3 zu kurzen Lesezugriffen. Wo welche fehlen, hat der Ton Lücken.</translation>
-    </message>
-</context>
-<context>
-    <name>host::IqStreamRecorder</name>
-    <message>
-        <source>cannot be written</source>
-        <translation>kann nicht geschrieben werden</translation>
-    </message>
-    <message>
-        <source>the disk does not take any more</source>
-        <translation>der Datenträger nimmt nichts mehr an</translation>
-    </message>
-    <message>
-        <source>the disk did not take all of it</source>
-        <translation>der Datenträger hat nicht alles angenommen</translation>
     </message>
 </context>
 <context>
@@ -1334,13 +1342,6 @@
     <message>
         <source>Options of %1</source>
         <translation>Einstellungen von %1</translation>
-    </message>
-</context>
-<context>
-    <name>host::Panel</name>
-    <message>
-        <source>%1 cannot be written: %2</source>
-        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
 </context>
 <context>

@@ -168,7 +168,7 @@ bool AudioFile::close()
     { };
     if (m_isGood && !m_file.isSequential() && fstat(m_file.handle(), &status) == 0
         && status.st_nlink == 0)
-        fail("the file was taken away");
+        fail(tr("the file was taken away"));
     m_file.close();
     if (!m_beside.isEmpty() && m_isGood)
         takePlace();
@@ -181,7 +181,7 @@ bool AudioFile::close()
 /// Keeps the first reason.
 bool AudioFile::fail(const QString &reason)
 {
-    const QString both = QString("; what was there before stays, what is new is in %1");
+    const QString both = tr("; what was there before stays, what is new is in %1");
     if (m_isGood)
         m_error = m_path + ": " + reason.simplified()
             + (m_frames > 0 && !m_beside.isEmpty() ? both.arg(m_beside) : QString());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stream/DiskRefusal.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <array>
@@ -46,13 +47,14 @@ QString diskRefusal(const QString &path)
         open(name.constData(), O_WRONLY | O_APPEND | O_CLOEXEC | (isThere ? 0 : O_CREAT), 0666);
     if (file < 0)
         return lastReason();
-    QString reason = "the file was taken away";
+    QString reason = QCoreApplication::translate("host::DiskRefusal", "the file was taken away");
     if (!isThere)
         unlink(name.constData());
     else if (!isProbeTaken(file))
         reason = lastReason();
     else
-        reason = "the disk did not take all of it";
+        reason =
+            QCoreApplication::translate("host::DiskRefusal", "the disk did not take all of it");
     if (isThere && ftruncate(file, before.st_size) != 0)
         reason = lastReason();
     close(file);
