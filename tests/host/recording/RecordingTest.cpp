@@ -7,6 +7,7 @@
 #include "support/Signals.h"
 
 #include <QDir>
+#include <QMap>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -45,13 +46,13 @@ std::vector<float> contentOf(const QString &path)
     return samples;
 }
 
+/// In the order of their making. The system's times of them are too coarse for that.
 QStringList filesIn(const QTemporaryDir &folder)
 {
-    QStringList paths;
-    const QDir dir(folder.path());
-    for (const QString &name : dir.entryList(QDir::Files, QDir::Time | QDir::Reversed))
-        paths += dir.filePath(name);
-    return paths;
+    QMap<QString, QString> paths; // by name: the second, then the number in it
+    for (const QFileInfo &file : QDir(folder.path()).entryInfoList(QDir::Files))
+        paths[file.completeBaseName()] = file.filePath();
+    return paths.values();
 }
 
 class AudioRecorderTest : public testing::TestWithParam<AudioRecorder::FileType>
