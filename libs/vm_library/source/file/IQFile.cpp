@@ -84,7 +84,8 @@ bool IQFile::open(const QString &path)
         return false;
     }
     m_file.setFileName(path);
-    if (!m_file.open(QIODevice::WriteOnly)) {
+    // On a full disk a buffer could not be emptied and would keep the header at the end out.
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         vm::log::warning(kOpen, "Failed to open file for writing!\n");
         return false;
     }
