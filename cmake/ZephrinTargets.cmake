@@ -16,6 +16,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 # build, so assert() stays on: no NDEBUG.
 set(CMAKE_CXX_FLAGS_RELEASE "-O3")
 
+# The place that such a stop and a checked connection tell is one in this tree, wherever the tree
+# was built; the debugger still finds the sources.
+add_compile_options("-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=")
+
 # Calls into libraries are looked up at the start, and nobody can turn them elsewhere afterwards.
 add_link_options(LINKER:-z,relro,-z,now)
 
