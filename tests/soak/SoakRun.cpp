@@ -184,6 +184,7 @@ private:
         expect(resident - m_baseline->residentKiB <= kResidentKiB, "memory resident");
         expect(dropped == 0, "IQ dropped");
         expect(lost == 0, "audio dropped");
+        expect(m_stream->beyond() == 0, "audio that is no number or beyond full scale");
         expect(std::abs(pitch.offHz) <= kPitchHz, "pitch");
         expect(pitch.jitterRad <= kJitterRad, "jitter of the pitch");
         expect(std::abs(level) <= kLevelDb, "level of the carrier");

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <limits>
 
 namespace soak
 {
@@ -23,6 +25,7 @@ constexpr auto kLook = 2ms; // without a wake-up
 constexpr auto kStandstill = 500ms;
 constexpr std::size_t kChannels = 2;
 constexpr int kAudioRateHz = 48000;
+constexpr float kFullScale = 1.0f;
 
 std::uint64_t sent()
 {
@@ -76,6 +79,7 @@ void SoakStream::pullSoundCard()
     if (frames == 0)
         return;
     m_bridge.soundOut()->pull(m_in, m_out, frames, kChannels);
+    countBeyond(kFullScale);
     m_ledger.addPulled(frames);
     m_pulled += frames;
     keep(frames);
@@ -89,9 +93,21 @@ void SoakStream::pullOthers()
         return;
     m_otherPulled = m_pulled;
     if (const int rate = m_cableRateHz)
-        m_bridge.vac().pull(m_in, m_out, frames * std::uint64_t(rate) / kAudioRateHz, kChannels);
+        pullOther(m_bridge.vac(), frames * std::uint64_t(rate) / kAudioRateHz);
     if (m_lineOutOpen)
-        m_bridge.lineOut().pull(m_in, m_out, frames, kChannels);
+        pullOther(m_bridge.lineOut(), frames);
+}
+
+void SoakStream::pullOther(host::HostOutlet &outlet, std::size_t frames)
+{
+    outlet.pull(m_in, m_out, frames, kChannels);
+    countBeyond(std::numeric_limits<float>::max());
+}
+
+void SoakStream::countBeyond(float limit)
+{
+    m_beyond += std::size_t(std::count_if(
+        m_out.begin(), m_out.end(), [limit](float value) { return !(std::abs(value) <= limit); }));
 }
 
 void SoakStream::keep(std::size_t frames)

@@ -17,7 +17,8 @@
 namespace host
 {
 class HostBridge;
-}
+class HostOutlet;
+} // namespace host
 
 namespace soak
 {
@@ -51,6 +52,9 @@ public:
     void setCableRate(int hz) { m_cableRateHz = hz; }
     void setLineOutOpen(bool isOpen) { m_lineOutOpen = isOpen; }
 
+    /// Audio samples so far that are no number, or on the sound card beyond full scale.
+    std::size_t beyond() const { return m_beyond; }
+
     /// Begins to keep the left side of the next so many frames.
     void capture(std::size_t frames);
     bool isCaptured() const { return m_kept >= m_wanted; }
@@ -62,6 +66,8 @@ private:
     void run();
     void pullSoundCard();
     void pullOthers();
+    void pullOther(host::HostOutlet &outlet, std::size_t frames);
+    void countBeyond(float limit); // of m_out
     void keep(std::size_t frames);
 
     host::HostBridge &m_bridge;
@@ -69,6 +75,7 @@ private:
     CreditPump m_pump;          // thread 2
     std::uint64_t m_unseen = 0; // samples since the last wake-up; thread 3
     std::counting_semaphore<> m_wake{0};
+    std::atomic<std::size_t> m_beyond = 0;
     std::atomic<bool> m_paused = false;
     std::atomic<bool> m_ended = false;
     std::atomic<int> m_cableRateHz = 0;
