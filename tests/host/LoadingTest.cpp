@@ -40,33 +40,6 @@ TEST(LoadingTest, WhatCannotBeUsedIsNamedInOneLineWithItsReason)
     }
 }
 
-TEST(LoadingTest, AReceiverThatIsMissingOrRefusesIsNotTakenForRunning)
-{
-    struct Case
-    {
-        const char *fault;
-        const char *named;
-    };
-    constexpr Case cases[] = {
-        {"fail:FT_Open", "cannot be opened"},
-        {"fail:FT_Purge", "does not start its stream"},
-        {"unplug@0,fail:FT_ListDevices", "velmora-host: no receiver found\n"},
-    };
-    QElapsedTimer clock;
-    clock.start();
-    test::runSideBySide(
-        cases,
-        [](HostProcess &host, const Case &c) {
-            host.start(QString("--seconds 1 --fault ") + c.fault);
-        },
-        [](HostProcess &host, const Case &c) {
-            EXPECT_TRUE(host.ended());
-            EXPECT_EQ(host.status(), 1) << c.fault;
-            EXPECT_TRUE(host.errors().contains(c.named)) << qPrintable(host.errors());
-        });
-    EXPECT_GT(clock.elapsed(), 2500); // the missing one: one search more than the first
-}
-
 TEST(LoadingTest, WithoutAFreeRunEitherLibraryIsReceivedByTheClock)
 {
     constexpr double kSeconds = 1.5;

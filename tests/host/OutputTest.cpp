@@ -2,7 +2,6 @@
 // What a run leaves behind beside the audio, and what it does to the input.
 #include "Tones.h"
 
-#include "support/FileSizeLimit.h"
 #include "support/Signals.h"
 #include "vm_library/source/file/IQFile.h"
 
@@ -44,24 +43,6 @@ TEST(OutputTest, ARecordingCanBeReceivedWithOrWithoutItsHeader)
     host.run(receive + " --scene-frequency 14M");
     EXPECT_TRUE(host.errors().contains("broken off")) << qPrintable(host.errors());
     EXPECT_GT(purity(settledLeft(host.audio("b.wav")), 1000.0), kPure);
-}
-
-TEST(OutputTest, AFullDiskIsToldOfEachFileAndFailsTheRun)
-{
-    HostProcess host;
-    host.run("--free-run --seconds 0.2 --report r.json");
-    ASSERT_EQ(host.status(), 0) << qPrintable(host.errors());
-    const QByteArray before = host.bytes("r.json");
-    {
-        const FileSizeLimit limit(1000);
-        host.run("--free-run --seconds 0.5 --out a.wav --vac-out v.wav --report r.json");
-    }
-    EXPECT_TRUE(host.ended());
-    EXPECT_EQ(host.status(), 1);
-    for (const char *file : {"a.wav", "v.wav", "r.json"})
-        EXPECT_EQ(host.errors().count(QString(file) + ": "), 1) << qPrintable(host.errors());
-    EXPECT_EQ(host.audio("a.wav").size(), (1000u - 92u) / 8u);
-    EXPECT_EQ(host.bytes("r.json"), before);
 }
 
 TEST(OutputTest, PicturesAreWritten)
