@@ -92,16 +92,14 @@ void SoakStream::pullOthers()
     if (frames < EngineLimits::kOutletChunk)
         return;
     m_otherPulled = m_pulled;
+    const auto pull = [this](auto &outlet, std::uint64_t count) {
+        outlet.pull(m_in, m_out, count, kChannels);
+        countBeyond(std::numeric_limits<float>::max());
+    };
     if (const int rate = m_cableRateHz)
-        pullOther(m_bridge.vac(), frames * std::uint64_t(rate) / kAudioRateHz);
+        pull(m_bridge.vac(), frames * std::uint64_t(rate) / kAudioRateHz);
     if (m_lineOutOpen)
-        pullOther(m_bridge.lineOut(), frames);
-}
-
-void SoakStream::pullOther(host::HostOutlet &outlet, std::size_t frames)
-{
-    outlet.pull(m_in, m_out, frames, kChannels);
-    countBeyond(std::numeric_limits<float>::max());
+        pull(m_bridge.lineOut(), frames);
 }
 
 void SoakStream::countBeyond(float limit)

@@ -17,7 +17,6 @@
 namespace host
 {
 class HostBridge;
-class HostOutlet;
 } // namespace host
 
 namespace soak
@@ -66,7 +65,6 @@ private:
     void run();
     void pullSoundCard();
     void pullOthers();
-    void pullOther(host::HostOutlet &outlet, std::size_t frames);
     void countBeyond(float limit); // of m_out
     void keep(std::size_t frames);
 
