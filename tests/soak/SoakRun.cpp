@@ -9,6 +9,7 @@
 #include "plugin/PluginRig.h"
 
 #include "host_interfaces/EngineLimits.h"
+#include "host_interfaces/Repairs.h"
 
 #include <algorithm>
 #include <chrono>
@@ -80,6 +81,9 @@ public:
             EngineLimits::kRatesHz.begin(), EngineLimits::kRatesHz.end(), int(plan.rateHz));
         chooseScene(plan.rateHz);
         vr_set_pace(VR_PACE_CREDIT);
+        // As our host does it. Without them a band filter that is set up beyond half of the rate
+        // gives what is no number.
+        m_rig.device().setProperty(Repairs::kProperty, Repairs::all().names());
         m_rig.start(
             {{"SampleRate", int(rate - EngineLimits::kRatesHz.begin())}, {"PreampAuto", false}});
         m_stream.emplace(plan.rateHz, m_rig.bridge(), m_rig.ledger());
