@@ -4,6 +4,7 @@
 #include "processor/Clones.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace DspCore
 {
@@ -27,6 +28,39 @@ struct Register
     [[gnu::always_inline]] static inline Anywhere &at(Real *address)
     {
         return *reinterpret_cast<Anywhere *>(address);
+    }
+
+    /// One register's worth of complex numbers to their parts, and back. The compiler makes single
+    /// moves of plain loops.
+    [[gnu::always_inline]] static inline void split(const Real *numbers, Real *re, Real *im)
+    {
+        split(numbers, re, im, std::make_index_sequence<kLanes>{});
+    }
+    [[gnu::always_inline]] static inline void join(const Real *re, const Real *im, Real *numbers)
+    {
+        join(re, im, numbers, std::make_index_sequence<kLanes>{});
+    }
+
+private:
+    template <std::size_t... kLane>
+    [[gnu::always_inline]] static inline void split(
+        const Real *numbers, Real *re, Real *im, std::index_sequence<kLane...>)
+    {
+        const type first = at(numbers).value;
+        const type second = at(numbers + kLanes).value;
+        at(re).value = __builtin_shufflevector(first, second, (2 * kLane)...);
+        at(im).value = __builtin_shufflevector(first, second, (2 * kLane + 1)...);
+    }
+    template <std::size_t... kLane>
+    [[gnu::always_inline]] static inline void join(
+        const Real *re, const Real *im, Real *numbers, std::index_sequence<kLane...>)
+    {
+        const type first = at(re).value;
+        const type second = at(im).value;
+        at(numbers).value =
+            __builtin_shufflevector(first, second, (kLane / 2 + kLane % 2 * kLanes)...);
+        at(numbers + kLanes).value = __builtin_shufflevector(
+            first, second, (kLanes / 2 + kLane / 2 + kLane % 2 * kLanes)...);
     }
 };
 
@@ -167,8 +201,21 @@ template <int kBytes, typename Real>
             addTerms(run, x + b, h + beforeWrap * kStride + b, afterWrap);
             run.result(re + b, im + b);
         }
-        for (int b = 0; b < kBins; ++b)
-            out[g * kBins + b] = {re[b], im[b]};
+        for (int b = 0; b < kBins; b += Run::Reg::kLanes)
+            Run::Reg::join(re + b, im + b, &out[g * kBins + b].re);
+    }
+}
+
+template <int kBytes, typename Real>
+[[gnu::always_inline]] inline void store(
+    const Velmora::complex<Real> *spectrum, int bins, Real *values, int index, int count)
+{
+    using Reg = Register<Real, kBytes>;
+    constexpr int kBins = kGroupBins<Real>;
+    for (int g = 0; g < bins / kBins; ++g) {
+        Real *const re = values + (g * count + index) * 2 * kBins;
+        for (int b = 0; b < kBins; b += Reg::kLanes)
+            Reg::split(&spectrum[g * kBins + b].re, re + b, re + kBins + b);
     }
 }
 
@@ -288,6 +335,12 @@ template <int kBytes>
         int first, int bins, Velmora::complex<Real> *out)                                          \
     {                                                                                              \
         sum<kBytes>(history, newest, filter, first, bins, out);                                    \
+    }                                                                                              \
+    VERSION(name)                                                                                  \
+    void versionedStore(                                                                           \
+        const Velmora::complex<Real> *spectrum, int bins, Real *values, int index, int count)      \
+    {                                                                                              \
+        store<kBytes>(spectrum, bins, values, index, count);                                       \
     }
 
 #define WINDOWS_VERSION(kBytes, name)                                                              \
@@ -309,19 +362,6 @@ VERSIONS_FOR(float, 32, "arch=x86-64-v3")
 VERSIONS_FOR(double, 64, "arch=x86-64-v4")
 VERSIONS_FOR(float, 64, "arch=x86-64-v4")
 #endif
-
-template <typename Real>
-void store(const Velmora::complex<Real> *spectrum, int bins, Real *values, int index, int count)
-{
-    constexpr int kBins = kGroupBins<Real>;
-    for (int g = 0; g < bins / kBins; ++g) {
-        Real *const re = values + (g * count + index) * 2 * kBins;
-        for (int b = 0; b < kBins; ++b) {
-            re[b] = spectrum[g * kBins + b].re;
-            re[kBins + b] = spectrum[g * kBins + b].im;
-        }
-    }
-}
 } // namespace
 
 void directFir(Parts<double> x, int n, Parts<double> taps, int count, COMPLEX *out)
@@ -371,11 +411,11 @@ void foldProducts(const COMPLEX *a, const COMPLEX *b, int bins, COMPLEX *out, in
 
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count)
 {
-    store(spectrum, bins, values, index, count);
+    versionedStore(spectrum, bins, values, index, count);
 }
 
 void storeSpectrum(const COMPLEX32 *spectrum, int bins, float *values, int index, int count)
 {
-    store(spectrum, bins, values, index, count);
+    versionedStore(spectrum, bins, values, index, count);
 }
 } // namespace DspCore

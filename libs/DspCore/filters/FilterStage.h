@@ -52,6 +52,9 @@ public:
     /// Samples of the present frame that have come; 0 after its last one.
     int position() const { return mPosition; }
 
+    /// The last complete frame; zeros before the first.
+    const Sample *lastFrame() const { return mFrame.data(); }
+
     /// What earlier frames give to all outputs of the present one by the partitions from 1 on:
     /// size() samples. To be asked for at position 0; stands until the frame is complete.
     const Sample *earlier();

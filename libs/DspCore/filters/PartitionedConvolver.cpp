@@ -35,8 +35,6 @@ template <typename Sample>
 void PartitionedConvolver<Sample>::clear()
 {
     mEmpty = true;
-    std::fill(mFrameRe.begin(), mFrameRe.end(), Real(0));
-    std::fill(mFrameIm.begin(), mFrameIm.end(), Real(0));
     if (mShortSize == 0)
         return;
     mShort.clear();
@@ -78,29 +76,24 @@ void PartitionedConvolver<Sample>::process(Sample *buffer, int length)
 template <typename Sample>
 void PartitionedConvolver<Sample>::processPiece(Sample *samples, int count)
 {
-    std::copy_n(samples, count, mInput.begin()); // the outputs take its place
-    remember(samples, count);
-    if (count == mShort.size())
+    const bool isWhole = count == mShort.size();
+    if (mHasLong || !isWhole)
+        std::copy_n(samples, count, mInput.begin()); // the outputs take its place
+    if (isWhole)
         mShort.filterFrame(samples);
     else
         filterBegunFrame(samples, count);
     if (mHasLong)
         addLong(samples, count);
-    if (mShort.position() == 0) {
-        const int size = mShort.size();
-        std::copy_n(mFrameRe.begin() + size, size, mFrameRe.begin());
-        std::copy_n(mFrameIm.begin() + size, size, mFrameIm.begin());
-    }
 }
 
-/// Lays the piece after what has come of its frame.
+/// Lays samples of the short frame before, and of the present one after it, out for the plain sum.
 template <typename Sample>
-void PartitionedConvolver<Sample>::remember(const Sample *samples, int count)
+void PartitionedConvolver<Sample>::layOutParts(const Sample *samples, int count, int at)
 {
-    const auto at = std::size_t(mShort.size() + mShort.position());
-    for (std::size_t i = 0; i < std::size_t(count); ++i) {
-        mFrameRe[at + i] = samples[i].re;
-        mFrameIm[at + i] = samples[i].im;
+    for (int i = 0; i < count; ++i) {
+        mFrameRe[std::size_t(at + i)] = samples[i].re;
+        mFrameIm[std::size_t(at + i)] = samples[i].im;
     }
 }
 
@@ -108,10 +101,13 @@ template <typename Sample>
 void PartitionedConvolver<Sample>::filterBegunFrame(Sample *samples, int count)
 {
     const int position = mShort.position();
-    if (position == 0)
+    if (position == 0) {
         mShortSums = mShort.earlier();
+        layOutParts(mShort.lastFrame(), mShort.size(), 0);
+    }
     std::copy_n(mShortSums + position, count, samples);
     const int at = mShort.size() + position;
+    layOutParts(mInput.data(), count, at);
     directFir({mFrameRe.data() + at, mFrameIm.data() + at}, count, {mTapsRe.data(), mTapsIm.data()},
         std::min(mShort.size(), taps()), samples);
     mShort.take(mInput.data(), count);

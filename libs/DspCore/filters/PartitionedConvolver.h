@@ -50,7 +50,7 @@ private:
     void processPiece(Sample *samples, int count);
     void filterBegunFrame(Sample *samples, int count);
     void addLong(Sample *samples, int count);
-    void remember(const Sample *samples, int count);
+    void layOutParts(const Sample *samples, int count, int at);
 
     AlignedVector<Sample> mTaps;
     AlignedVector<Real> mTapsRe; // again, for the plain sum
