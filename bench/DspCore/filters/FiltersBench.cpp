@@ -7,12 +7,15 @@
 #include "DspCore/filters/DownConverter.h"
 #include "DspCore/filters/FastFir.h"
 #include "DspCore/filters/Iir.h"
+#include "DspCore/filters/PassBandResampler.h"
 #include "DspCore/filters/Resampler.h"
 #include "DspCore/filters/Window64.h"
 
 namespace
 {
 using bench::runBlocks;
+
+constexpr int kWideTaps = 1537;
 
 void BM_CopyAlone(benchmark::State &state) // is part of every figure below
 {
@@ -89,6 +92,37 @@ void ratios(benchmark::internal::Benchmark *bench)
     bench->Args({512, 3, 160});
 }
 
+// The way into wide FM. Real time at a device rate of `down` times 192 kHz: that rate.
+void BM_PassBandResampler(benchmark::State &state)
+{
+    DspCore::PassBandResampler resampler;
+    const int down = int(state.range(1));
+    resampler.setRatio(1, down);
+    resampler.setBand(-0.45 / down, 0.45 / down, kWideTaps);
+    std::vector<COMPLEX> out(SIGNAL_MAX_SIZE);
+    int outLength = 0;
+    runBlocks(state, [&](auto &block) {
+        const int length = int(block.size());
+        std::copy(block.begin(), block.end(), resampler.room(length));
+        resampler.process(length, out.data(), outLength);
+    });
+}
+
+void BM_PassBandAndResampler(benchmark::State &state) // what it stands for
+{
+    DspCore::FastFir band;
+    DspCore::Resampler resampler;
+    const int down = int(state.range(1));
+    band.init(-0.45 / down, 0.45 / down, kWideTaps);
+    resampler.init(1, down);
+    std::vector<COMPLEX> out(SIGNAL_MAX_SIZE);
+    int outLength = 0;
+    runBlocks(state, [&](auto &block) {
+        band.process(block);
+        resampler.process(block.data(), int(block.size()), out.data(), outLength);
+    });
+}
+
 void BM_ResamplerClear(benchmark::State &state)
 {
     DspCore::Resampler resampler;
@@ -133,6 +167,8 @@ BENCHMARK(BM_Resampler)
     ->Args({512, 147, 160});
 BENCHMARK(BM_DecimatingFir)->Apply(ratios);
 BENCHMARK(BM_BandLimitAndResampler)->Apply(ratios);
+BENCHMARK(BM_PassBandResampler)->ArgsProduct({{512}, {1, 2, 4, 8, 16}});
+BENCHMARK(BM_PassBandAndResampler)->ArgsProduct({{512}, {1, 2, 4, 8, 16}});
 BENCHMARK(BM_ResamplerClear);
 BENCHMARK(BM_DcBlock)->Arg(512);
 BENCHMARK(BM_Biquad)->Arg(512);

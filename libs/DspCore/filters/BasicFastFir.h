@@ -4,6 +4,7 @@
 #include "DspCore/filters/BlockConvolver.h"
 #include "DspCore/filters/Window64.h"
 
+#include <span>
 #include <vector>
 
 namespace DspCore
@@ -17,6 +18,8 @@ public:
     bool init(double low, double high, int taps);
     bool process(Sample *buffer, int length, const char *signature);
     void clear() { mConvolver.clear(); }
+    std::span<const Sample> taps() const { return mConvolver.taps(); }
+    bool hasTail() const { return mConvolver.hasTail(); }
     void setForm(ConvolutionForm form) { mConvolver.setForm(form); }
 
 private:

@@ -76,6 +76,14 @@ void BlockConvolver<Sample>::clear()
 }
 
 template <typename Sample>
+std::span<const Sample> BlockConvolver<Sample>::taps() const
+{
+    if (!mInPartitions)
+        return {};
+    return mConvolver.response();
+}
+
+template <typename Sample>
 IppStatus BlockConvolver<Sample>::process(Sample *buffer, int length)
 {
     if (length < 1 || length > kMaxBlock)

@@ -5,6 +5,7 @@
 #include "DspCore/fft/FFT64.h"
 #include "DspCore/filters/PartitionedConvolver.h"
 
+#include <span>
 #include <type_traits>
 
 namespace DspCore
@@ -56,6 +57,12 @@ public:
     IppStatus process(Sample *buffer, int length);
 
     void clear();
+
+    /// The scaled taps, if a sample's response is just those; none if it depends on the transform.
+    std::span<const Sample> taps() const;
+
+    /// Whether something of an earlier filter is still to come.
+    bool hasTail() const { return !mInPartitions || mTailStart < mFftSize; }
 
     /// For tests and measurements, before the first setFilter().
     void setForm(ConvolutionForm form) { mForm = form; }

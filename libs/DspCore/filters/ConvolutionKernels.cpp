@@ -409,6 +409,19 @@ void foldProducts(const COMPLEX *a, const COMPLEX *b, int bins, COMPLEX *out, in
     }
 }
 
+PROCESSOR_CLONES
+void foldBins(COMPLEX *spectrum, int bins, int folded)
+{
+    for (int image = folded; image < bins; image += folded) {
+        const COMPLEX *const other = spectrum + image;
+#pragma GCC ivdep
+        for (int n = 0; n < folded; ++n) {
+            spectrum[n].re += other[n].re;
+            spectrum[n].im += other[n].im;
+        }
+    }
+}
+
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count)
 {
     versionedStore(spectrum, bins, values, index, count);

@@ -67,6 +67,10 @@ void sumWindows(const COMPLEX *oldest, int step, const double *taps, int count, 
 /// at its own place and at every `folded` places from there on.
 void foldProducts(const COMPLEX *a, const COMPLEX *b, int bins, COMPLEX *out, int folded);
 
+/// Folds a spectrum of `bins` bins in place to its first `folded` ones: each is the sum of those at
+/// its own place and at every `folded` places from there on.
+void foldBins(COMPLEX *spectrum, int bins, int folded);
+
 /// Lays out a spectrum of `bins` bins as number `index` of `count` spectra.
 void storeSpectrum(const COMPLEX *spectrum, int bins, double *values, int index, int count);
 void storeSpectrum(const COMPLEX32 *spectrum, int bins, float *values, int index, int count);

@@ -28,6 +28,13 @@ public:
     /// Empties the tail; the filter stays.
     void clear() { mFir.clear(); }
 
+    /// The filter's response to a sample of 1, if that is all there is to it; none if the response
+    /// depends on the transform (see BlockConvolver).
+    std::span<const COMPLEX> taps() const { return mFir.taps(); }
+
+    /// Whether something of an earlier filter, or of one without taps(), is still to come.
+    bool hasTail() const { return mFir.hasTail(); }
+
     /// How blocks are convolved; for tests and measurements, before the first init().
     void setForm(ConvolutionForm form) { mFir.setForm(form); }
 

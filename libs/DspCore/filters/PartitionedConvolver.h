@@ -45,6 +45,8 @@ public:
 
     int taps() const { return int(mTaps.size()); }
 
+    const AlignedVector<Sample> &response() const { return mTaps; }
+
 private:
     void layOut(int blockLength);
     void processPiece(Sample *samples, int count);

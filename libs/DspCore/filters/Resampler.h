@@ -6,6 +6,7 @@
 #include "DspCore/types.h"
 
 #include <memory>
+#include <span>
 
 namespace DspCore
 {
@@ -65,6 +66,15 @@ public:
     /// setSampleRates() or init(). Allocates nothing.
     void process(COMPLEX *in, int length, COMPLEX *out, int &outLength);
     void process32f(COMPLEX32 *in, int length, COMPLEX32 *out, int &outLength);
+
+    /// The filter's response; with `up` phases in turn. Empty before init().
+    std::span<const float> taps() const
+    {
+        return mRe ? std::span<const float>(mRe->filter.coefficients) : std::span<const float>();
+    }
+
+    /// Steps from the next input to the next output; one input is `up` steps. 0 before init().
+    int phase() const { return mRe ? mRe->phase : 0; }
 
     /// Zeroes the history; the place in the stream stays.
     void clear();

@@ -113,8 +113,8 @@ void ReceiverChannel::process(const COMPLEX *block, int length, Modulation modul
 
 void ReceiverChannel::process(const COMPLEX *block, int length, WideFm &wide)
 {
-    mOscillator.process(block, mInput.data(), length);
-    mLength = wide.process(mInput.data(), length, mMeter, mOutput.data());
+    mOscillator.process(block, wide.room(length), length);
+    mLength = wide.process(length, mMeter, mOutput.data());
     if (mLength > 0)
         equalizer.process(mOutput.data(), unsigned(mLength));
     if (mKeepsFinite && !isFinite(mOutput.data(), mLength)) {

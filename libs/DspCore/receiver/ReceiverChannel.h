@@ -173,7 +173,6 @@ private:
     double mLevel = -120.0;    // dBm
 
     // Input rate.
-    std::vector<COMPLEX> mInput = std::vector<COMPLEX>(SIGNAL_MAX_SIZE); // of wide FM
     DownConverter mOscillator;
     BandDecimator mDecimator;
 

@@ -27,7 +27,10 @@ WideFm::WideFm()
 
 void WideFm::setRates(double inputRate, double outputRate)
 {
-    mResampler.setSampleRates(std::max(inputRate, kMaxRate), kMaxRate);
+    int up = 0;
+    int down = 0;
+    Resampler::gdc(std::max(inputRate, kMaxRate), kMaxRate, up, down);
+    mInput.setRatio(up, down);
     setUpDecoder(std::min(inputRate, kMaxRate), outputRate);
 }
 
@@ -36,7 +39,7 @@ void WideFm::setInputRate(double inputRate, double outputRate)
     const FixedRatio *ratio = fixedRatio(inputRate);
     if (!ratio)
         return setRates(inputRate, outputRate);
-    mResampler.init(ratio->wideUp, ratio->wideDown);
+    mInput.setRatio(ratio->wideUp, ratio->wideDown);
     setUpDecoder(kMaxRate, outputRate);
 }
 
@@ -83,11 +86,10 @@ bool WideFm::isStereo() const
     return mDecoder && mDecoder->stereoDetected() && mDecoder->stereoEnabled();
 }
 
-int WideFm::process(COMPLEX *input, int count, RxMeter &meter, COMPLEX *output)
+int WideFm::process(int count, RxMeter &meter, COMPLEX *output)
 {
     int wideCount = 0;
-    mBandFilter.process(input, count);
-    mResampler.process(input, count, mWide.data(), wideCount);
+    mInput.process(count, mWide.data(), wideCount);
     if (wideCount < 1 || !mDecoder)
         return 0;
     meter.process(mWide.data(), wideCount, mRate);
@@ -112,8 +114,7 @@ int WideFm::layOut(COMPLEX *output) const
 
 void WideFm::clear()
 {
-    mBandFilter.clear();
-    mResampler.clear();
+    mInput.clear();
 }
 
 void WideFm::restart()

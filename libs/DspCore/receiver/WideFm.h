@@ -2,8 +2,7 @@
 #pragma once
 
 #include "DspCore/audio/RxMeter.h"
-#include "DspCore/filters/FastFir.h"
-#include "DspCore/filters/Resampler.h"
+#include "DspCore/filters/PassBandResampler.h"
 #include "DspCore/types.h"
 #include "FmSoft/FmDecode.h"
 
@@ -28,7 +27,7 @@ public:
     WideFm();
 
     /// Edges in cycles per input sample.
-    void setBand(double low, double high, int taps) { mBandFilter.init(low, high, taps); }
+    void setBand(double low, double high, int taps) { mInput.setBand(low, high, taps); }
 
     /// Resamples from the input rate to 192 kHz; an input at or below that keeps its rate. Stereo
     /// is enabled afterwards.
@@ -50,10 +49,13 @@ public:
     /// Whether the pilot was locked at the end of the last block and stereo is enabled.
     bool isStereo() const;
 
-    /// Takes `count` samples, whose array becomes work space, measures the channel ahead of the
-    /// decoder and leaves audio in `output`; its length is the result. Allocates nothing but what
-    /// the decoder's first blocks need.
-    int process(COMPLEX *input, int count, RxMeter &meter, COMPLEX *output);
+    /// Where a block of up to SIGNAL_MAX_SIZE samples is to be put for process().
+    COMPLEX *room(int count) { return mInput.room(count); }
+
+    /// Takes the block that stands in room(count), measures the channel ahead of the decoder and
+    /// leaves audio in `output`; its length is the result. Allocates nothing but what the decoder's
+    /// first blocks need.
+    int process(int count, RxMeter &meter, COMPLEX *output);
 
     /// Empties the filters. The decoder runs on.
     void clear();
@@ -70,8 +72,7 @@ private:
     bool mStereo = true;
     bool mUsa = false;
     double mRate = kMaxRate; // Hz, of the resampled signal
-    FastFir mBandFilter;
-    Resampler mResampler;
+    PassBandResampler mInput;
     std::vector<COMPLEX> mWide = std::vector<COMPLEX>(SIGNAL_MAX_SIZE);
     IQSampleVector mDecoderInput;
     SampleVector mDecoded;
