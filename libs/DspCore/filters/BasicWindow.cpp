@@ -5,6 +5,7 @@
 #include "vm_library/source/log/Log.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <numbers>
@@ -87,42 +88,44 @@ void fillTriangle(Real *table, int length, double divisor)
     }
 }
 
-[[gnu::always_inline]] inline void scale(float &sample, float factor)
+[[gnu::always_inline]] inline float scaled(float sample, float factor)
 {
-    sample *= factor;
+    return sample * factor;
 }
 
 template <typename Real>
-[[gnu::always_inline]] inline void scale(Velmora::complex<Real> &sample, Real factor)
+[[gnu::always_inline]] inline Velmora::complex<Real> scaled(
+    const Velmora::complex<Real> &sample, Real factor)
 {
-    sample.re *= factor;
-    sample.im *= factor;
+    return {sample.re * factor, sample.im * factor};
 }
 
+/// The two arrays may be one.
 template <typename Sample, typename Real>
-[[gnu::always_inline]] inline void scaleEach(Sample *samples, const Real *factors, int length)
+[[gnu::always_inline]] inline void scaleEach(
+    const Sample *in, Sample *out, const Real *factors, int length)
 {
 #pragma GCC ivdep
     for (int n = 0; n < length; ++n)
-        scale(samples[n], factors[n]);
+        out[n] = scaled(in[n], factors[n]);
 }
 
 PROCESSOR_CLONES
-void weigh(COMPLEX *samples, const double *window, int length)
+void weighAll(const COMPLEX *in, COMPLEX *out, const double *window, int length)
 {
-    scaleEach(samples, window, length);
+    scaleEach(in, out, window, length);
 }
 
 PROCESSOR_CLONES
-void weigh(COMPLEX32 *samples, const float *window, int length)
+void weighAll(const COMPLEX32 *in, COMPLEX32 *out, const float *window, int length)
 {
-    scaleEach(samples, window, length);
+    scaleEach(in, out, window, length);
 }
 
 PROCESSOR_CLONES
-void weigh(float *samples, const float *window, int length)
+void weighAll(const float *in, float *out, const float *window, int length)
 {
-    scaleEach(samples, window, length);
+    scaleEach(in, out, window, length);
 }
 } // namespace
 
@@ -182,7 +185,15 @@ void BasicWindow<Real>::process(Sample *buffer, int length, const char *signatur
         vm::log::warning(signature, " mLenght != lenght ");
         return;
     }
-    weigh(buffer, mWindow.data(), length);
+    weighAll(buffer, buffer, mWindow.data(), length);
+}
+
+template <typename Real>
+template <typename Sample>
+void BasicWindow<Real>::weigh(const Sample *in, Sample *out, int first, int count) const
+{
+    assert(first >= 0 && count >= 0 && first + count <= int(mWindow.size()));
+    weighAll(in, out, mWindow.data() + first, count);
 }
 
 template class BasicWindow<double>;
@@ -190,4 +201,5 @@ template class BasicWindow<float>;
 template void BasicWindow<double>::process(COMPLEX *, int, const char *) const;
 template void BasicWindow<float>::process(COMPLEX32 *, int, const char *) const;
 template void BasicWindow<float>::process(float *, int, const char *) const;
+template void BasicWindow<float>::weigh(const COMPLEX32 *, COMPLEX32 *, int, int) const;
 } // namespace DspCore

@@ -49,10 +49,9 @@ void rest()
 } // namespace
 
 Spectrum::Arrays::Arrays(int size)
-    : conversion(checked(ippsMalloc_32fc(size))), spectrum(checked(ippsMalloc_32f(size))),
-      waterfall(checked(ippsMalloc_32f(size))), third(checked(ippsMalloc_32f(size))),
-      work(checked(ippsMalloc_32fc(size))), bins(checked(ippsMalloc_32fc(size))),
-      fourth(checked(ippsMalloc_32f(size)))
+    : spectrum(checked(ippsMalloc_32f(size))), waterfall(checked(ippsMalloc_32f(size))),
+      third(checked(ippsMalloc_32f(size))), work(checked(ippsMalloc_32fc(size))),
+      bins(checked(ippsMalloc_32fc(size))), fourth(checked(ippsMalloc_32f(size)))
 {
     ippsSet_32f(kNoLineDb, spectrum.get(), size);
     ippsSet_32f(kNoLineDb, waterfall.get(), size);
@@ -187,16 +186,17 @@ bool Spectrum::store(COMPLEX *samples, int count)
 {
     constexpr int kLine = 175; // what readers of the log look for
     const SpinLocker locker(mInputLock);
-    COMPLEX32 *converted = mArrays.conversion.get();
     const int taken = std::min(count, mSize);
-    mStatus = ippsConvert_64f32f(reinterpret_cast<const Ipp64f *>(samples),
-        reinterpret_cast<Ipp32f *>(converted), taken * 2);
+    const auto convert = [&](COMPLEX32 *to, int first, int n) {
+        return ippsConvert_64f32f(&samples[first].re, &to->re, 2 * n);
+    };
+    mStatus = samples == nullptr ? ippStsNullPtrErr : taken < 0 ? ippStsSizeErr : ippStsNoErr;
     if (mStatus != ippStsNoErr) {
         vm::log::warning("void DspCore::Spectrum::append(COMPLEX *, int)", kLine,
             ippGetStatusString(IppStatus(mStatus)), taken);
         return false;
     }
-    mInput.append(converted, taken);
+    mInput.append(taken, convert);
     return true;
 }
 
@@ -228,23 +228,36 @@ void Spectrum::makeFrame()
     const NoDenormals scope; // the averagers fade out as well
     // Held from the copy out of the stream on: the work buffer is one for all jobs.
     const SpinLocker locker(mFrameLock);
-    mInput.read(mArrays.work.get(), mSize);
+    mInput.read(mSize, [this](const COMPLEX32 *run, int first, int count) {
+        mWindow.weigh(run, mArrays.work.get() + first, first, count);
+    });
     mNewData = false;
     transform();
-    finishSpectrum();
     finishWaterfall();
+    finishSpectrum();
 }
 
-// Power per bin of the transform divided by its size, which is done on the power. Both lines start
-// from it.
+// Power per bin of the transform divided by its size, which is done on the power. Both lines are
+// made from it; it stands where the spectrum line will.
 void Spectrum::transform()
 {
-    COMPLEX32 *work = mArrays.work.get();
     const float perSize = 1.0f / float(mSize);
-    mWindow.process(work, mSize);
-    mFft.direct(work, mArrays.bins.get());
-    powerLines(mArrays.bins.get(), perSize * perSize, mArrays.spectrum.get(),
-        mArrays.waterfall.get(), mSize);
+    mFft.direct(mArrays.work.get(), mArrays.bins.get());
+    powerLine(mArrays.bins.get(), perSize * perSize, mArrays.spectrum.get(), mSize);
+}
+
+void Spectrum::finishWaterfall()
+{
+    float *power = mArrays.spectrum.get();
+    float *line = mArrays.waterfall.get();
+    if (mWaterfallFilter) {
+        mWaterfallAverager.write(power, std::size_t(mSize));
+        mWaterfallAverager.read(line, std::size_t(mSize));
+    } else {
+        powerToDb(power, line, mSize);
+    }
+    if (mRemoveSide)
+        stretch(line);
 }
 
 void Spectrum::finishSpectrum()
@@ -252,19 +265,6 @@ void Spectrum::finishSpectrum()
     float *line = mArrays.spectrum.get();
     mAverager.write(line, std::size_t(mSize));
     mAverager.read(line, std::size_t(mSize));
-    if (mRemoveSide)
-        stretch(line);
-}
-
-void Spectrum::finishWaterfall()
-{
-    float *line = mArrays.waterfall.get();
-    if (mWaterfallFilter) {
-        mWaterfallAverager.write(line, std::size_t(mSize));
-        mWaterfallAverager.read(line, std::size_t(mSize));
-    } else {
-        powerToDb(line, line, mSize);
-    }
     if (mRemoveSide)
         stretch(line);
 }

@@ -130,7 +130,6 @@ private:
         explicit Arrays(int size);
         Arrays() = default;
 
-        Array<COMPLEX32> conversion; // guarded by mInputLock, the others by mFrameLock
         Array<float> spectrum;
         Array<float> waterfall;
         Array<float> third;
@@ -143,8 +142,8 @@ private:
     void post();
     void resize(int size);
     void transform();
-    void finishSpectrum();
     void finishWaterfall();
+    void finishSpectrum();
     void stretch(float *line);
 
     tp::ThreadPool &mPool;

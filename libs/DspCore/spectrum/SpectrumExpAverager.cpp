@@ -12,6 +12,8 @@ namespace DspCore
 {
 namespace
 {
+constexpr REAL32 kFirstLineDb = 0.0f; // before the first line
+
 // Both terms carry `a`, see the class.
 PROCESSOR_CLONES
 void filter(float a, const float *line, float *states, std::size_t size)
@@ -38,7 +40,6 @@ void SpectrumExpAverager::setSpectrumSize(std::size_t size)
     if (size == mSpectrumSize)
         return;
     mSpectrumSize = size;
-    mOutput.resize(size);
     mStates.resize(size);
     restart();
 }
@@ -54,7 +55,7 @@ void SpectrumExpAverager::restart()
 void SpectrumExpAverager::reset()
 {
     std::fill(mStates.begin(), mStates.end(), 0.0f);
-    std::fill(mOutput.begin(), mOutput.end(), 0.0f);
+    mHasLine = false;
 }
 
 void SpectrumExpAverager::write(REAL32 *line, std::size_t size)
@@ -65,15 +66,17 @@ void SpectrumExpAverager::write(REAL32 *line, std::size_t size)
         return;
     }
     filter(mWeight, line, mStates.data(), size);
-    powerToDb(mStates.data(), mOutput.data(), int(size), offsetDb());
+    mHasLine = true;
 }
 
 void SpectrumExpAverager::read(REAL32 *line, std::size_t size)
 {
-    if (mOutput.empty() || size != mSpectrumSize)
+    if (mStates.empty() || size != mSpectrumSize)
         std::fill_n(line, size, kNoLineDb);
+    else if (!mHasLine)
+        std::fill_n(line, size, kFirstLineDb);
     else
-        std::copy_n(mOutput.data(), size, line);
+        powerToDb(mStates.data(), line, int(size), offsetDb());
 }
 
 float SpectrumExpAverager::correct(float n) const

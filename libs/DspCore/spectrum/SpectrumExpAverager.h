@@ -39,7 +39,7 @@ private:
     std::size_t mAveragingSize = 1;
     float mWeight = 0.0f;      // a
     float mCorrection = -9.0f; // dB, the curved part of the offset
-    std::vector<REAL32> mOutput = std::vector<REAL32>(mSpectrumSize);
+    bool mHasLine = false;     // since the last reset
     std::vector<REAL32> mStates = std::vector<REAL32>(mSpectrumSize); // y
 };
 } // namespace DspCore

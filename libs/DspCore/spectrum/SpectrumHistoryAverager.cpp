@@ -13,10 +13,6 @@ namespace
 {
 // Lifts the mean to what the peaks of a noisy line look like.
 constexpr REAL32 kOffsetDb = 0.7f;
-
-// The mean is made piece by piece: while all rows are added to a piece of this many bins, it stays
-// in the nearest cache.
-constexpr std::size_t kPiece = 2048;
 } // namespace
 
 SpectrumHistoryAverager::SpectrumHistoryAverager()
@@ -35,7 +31,8 @@ void SpectrumHistoryAverager::setSpectrumSize(std::size_t size)
     if (size == mSpectrumSize)
         return;
     mSpectrumSize = size;
-    mOutput.resize(size);
+    mNewer.resize(size);
+    mSum.resize(size);
     reset();
 }
 
@@ -50,7 +47,7 @@ void SpectrumHistoryAverager::read(REAL32 *line, std::size_t size)
     if (mRows.empty() || size != mSpectrumSize)
         std::fill_n(line, size, kNoLineDb);
     else
-        std::copy_n(mOutput.data(), size, line);
+        powerToDb(mPower, line, int(size), kOffsetDb, mScale);
 }
 
 REAL32 *SpectrumHistoryAverager::nextRow()
@@ -62,23 +59,34 @@ REAL32 *SpectrumHistoryAverager::nextRow()
 
 void SpectrumHistoryAverager::average(MeanToPower meanToPower)
 {
-    for (std::size_t first = 0; first < mSpectrumSize; first += kPiece)
-        averagePiece(first, int(std::min(kPiece, mSpectrumSize - first)), meanToPower);
+    if (mNextRow == 0)
+        beginTurn();
+    const int size = int(mSpectrumSize);
+    const REAL32 *const line = mRows[mNextRow].data();
+    const bool isLast = mNextRow + 1 == mRows.size();
+    if (isLast)
+        ippsAdd_32f_I(line, mNewer.data(), size);
+    else
+        addLine(line, mNewer.data(), mRows[mNextRow + 1].data(), mSum.data(), size);
     mNextRow = (mNextRow + 1) % mAveragingSize;
+
+    mPower = isLast ? mNewer.data() : mSum.data();
+    mScale = REAL32(1.0 / double(mRows.size()));
+    if (meanToPower == nullptr)
+        return;
+    if (isLast)
+        ippsCopy_32f(mNewer.data(), mSum.data(), size);
+    ippsMulC_32f_I(mScale, mSum.data(), size);
+    meanToPower(mSum.data(), size);
+    mPower = mSum.data();
+    mScale = 1.0f;
 }
 
-void SpectrumHistoryAverager::averagePiece(std::size_t first, int count, MeanToPower meanToPower)
+/// The lines of the last turn become sums from their row to the last one. Row 0 has its new line.
+void SpectrumHistoryAverager::beginTurn()
 {
-    REAL32 *const piece = mOutput.data() + first;
-    const REAL32 *const oldest = mRows.front().data() + first;
-    if (mRows.size() == 1 && meanToPower == nullptr)
-        return powerToDb(oldest, piece, count, kOffsetDb);
-    ippsCopy_32f(oldest, piece, count);
-    for (std::size_t row = 1; row < mRows.size(); ++row)
-        ippsAdd_32f_I(mRows[row].data() + first, piece, count);
-    ippsMulC_32f_I(REAL32(1.0 / double(mRows.size())), piece, count);
-    if (meanToPower != nullptr)
-        meanToPower(piece, count);
-    powerToDb(piece, piece, count, kOffsetDb);
+    std::fill(mNewer.begin(), mNewer.end(), 0.0f);
+    for (std::size_t row = mRows.size() - 1; row-- > 1;)
+        ippsAdd_32f_I(mRows[row + 1].data(), mRows[row].data(), int(mSpectrumSize));
 }
 } // namespace DspCore

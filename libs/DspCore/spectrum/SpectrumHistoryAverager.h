@@ -13,6 +13,14 @@ namespace DspCore
 /// The rows fill one by one after a reset and are then replaced in turn, so that the mean is that
 /// of the lines there are and never waits for a full history. write() allocates while rows are
 /// missing.
+///
+///     row      0    1    2    3   |4|  5     6     7
+///              new lines, with     |   sums of the old lines from here to the last row,
+///              a running sum       |   made when row 0 was replaced
+///                                  '-- the line at hand: all = running sum + row 5
+///
+/// So a line costs two additions of rows and one at the turn, however many rows there are. Nothing
+/// is ever subtracted: what a strong signal leaves in a sum goes with it.
 class SpectrumHistoryAverager : public SpectrumAveragerAbstract
 {
 public:
@@ -32,16 +40,19 @@ protected:
     /// Turns the mean of stored values into power, in place; null if it is power.
     using MeanToPower = void (*)(REAL32 *mean, int size);
 
-    /// Makes the output line of all rows and moves on to the next row.
+    /// Takes the row that the next line was put into and makes the mean of all.
     void average(MeanToPower meanToPower);
 
 private:
-    void averagePiece(std::size_t first, int count, MeanToPower meanToPower);
+    void beginTurn();
 
     std::size_t mSpectrumSize = 4096;
     std::size_t mAveragingSize = 1;
     std::size_t mNextRow = 0;
     std::vector<std::vector<REAL32>> mRows;
-    std::vector<REAL32> mOutput = std::vector<REAL32>(mSpectrumSize);
+    std::vector<REAL32> mNewer = std::vector<REAL32>(mSpectrumSize); // sum of this turn's lines
+    std::vector<REAL32> mSum = std::vector<REAL32>(mSpectrumSize);
+    const REAL32 *mPower = nullptr; // what read() shows, times
+    REAL32 mScale = 1.0f;
 };
 } // namespace DspCore

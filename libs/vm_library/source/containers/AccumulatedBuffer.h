@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "vm_library/source/containers/RingCore.h"
-
 #include <algorithm>
 #include <bit>
 #include <cassert>
@@ -36,6 +34,14 @@ public:
     /// Appends n elements. Of a block longer than the size the last ones stay.
     void append(const T *data, int n)
     {
+        append(n, [data](T *run, int first, int count) { std::copy_n(data + first, count, run); });
+    }
+
+    /// The same for elements that fill(T *run, int first, int count) makes in their places: run[0]
+    /// on becomes the block's elements first to first + count - 1.
+    template <typename Fill>
+    void append(int n, Fill fill)
+    {
         const std::lock_guard<std::mutex> guard(m_mutex);
         if (n <= 0 || m_size == 0)
             return;
@@ -43,8 +49,8 @@ public:
         const int skipped = std::max(n - m_size, 0);
         const int start = (m_write + skipped) & m_mask;
         const int kept = n - skipped;
-        vm::containers::copyIntoRing(m_storage.data(), m_storage.size(), std::size_t(start),
-            data + skipped, std::size_t(kept));
+        inRuns(
+            start, kept, [&](T *run, int first, int count) { fill(run, skipped + first, count); });
         m_write = (start + kept) & m_mask;
         if (m_write == m_read)
             m_full = true;
@@ -53,11 +59,19 @@ public:
     /// Reads n elements, 0..size(), from the oldest on. The window keeps them.
     void read(T *data, int n)
     {
+        read(n,
+            [data](const T *run, int first, int count) { std::copy_n(run, count, data + first); });
+    }
+
+    /// The same where they stand: use(const T *run, int first, int count) gets elements first to
+    /// first + count - 1.
+    template <typename Use>
+    void read(int n, Use use)
+    {
         const std::lock_guard<std::mutex> guard(m_mutex);
         assert(n >= 0 && n <= m_size);
         m_read = m_write;
-        vm::containers::copyOutOfRing(m_storage.data(), m_storage.size(),
-            static_cast<std::size_t>(m_read), data, static_cast<std::size_t>(n));
+        inRuns(m_read, n, use);
         m_read = (m_read + n) & m_mask;
     }
 
@@ -84,6 +98,17 @@ public:
 
 private:
     static constexpr int kSmallest = 64;
+
+    /// Calls with the one or two runs of the ring that n elements from `start` on lie in.
+    template <typename Call>
+    void inRuns(int start, int n, Call call)
+    {
+        const int before = std::min(n, m_size - start); // the end
+        if (before > 0)
+            call(m_storage.data() + start, 0, before);
+        if (before < n)
+            call(m_storage.data(), before, n - before);
+    }
 
     mutable std::mutex m_mutex;
 
