@@ -3,9 +3,9 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <chrono>
+#include <filesystem>
 
 namespace host
 {
@@ -136,8 +136,9 @@ bool Recorder::look(QString &reason)
     m_state.seconds = double(m_framesBefore + m_frames) / m_format.framesPerSecond;
     m_state.bytes = m_bytesBefore + std::uint64_t(file.size());
     m_state.lostFrames = lostFrames();
-    const QStorageInfo disk(file.path());
-    m_state.freeBytes = disk.isValid() ? disk.bytesAvailable() : -1;
+    std::error_code error; // the system itself is asked; a list of mounts may not have the folder
+    const auto disk = std::filesystem::space(QFile::encodeName(file.path()).toStdString(), error);
+    m_state.freeBytes = error ? -1 : std::int64_t(disk.available);
     if (!file.exists()) {
         reason = tr("the file has been taken away");
         return false;
