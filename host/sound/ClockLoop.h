@@ -28,6 +28,9 @@ public:
     /// was learned.
     void restart(double targetSeconds);
 
+    /// Another target, some milliseconds away at most or by and by: nothing is forgotten.
+    void setTarget(double seconds) { m_target = seconds; }
+
     /// What waits now, and the time since the last call, both in seconds. Gives the correction:
     /// the audio is to be played so much faster than it comes, as a share of 1.
     double update(double waiting, double seconds);

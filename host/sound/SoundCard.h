@@ -25,9 +25,9 @@ class SoundCard : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int kLookMs = 1000;           ///< between looks for a card that is not there
-    static constexpr int kMostStandstill = 4;      ///< looks; a sound server may need two to begin
-    static constexpr double kBufferSeconds = 0.08; ///< asked of the card
+    static constexpr int kLookMs = 1000;          ///< between looks for a card that is not there
+    static constexpr int kMostStandstill = 4;     ///< looks; a sound server may need two to begin
+    static constexpr double kBufferSeconds = 0.1; ///< asked of the card
 
     /// The stream must outlive the card.
     explicit SoundCard(SoundStream &stream);

@@ -19,6 +19,14 @@ constexpr double kFadeSeconds = 0.01;
 
 // A source that is silent for longer was not late but off.
 constexpr double kOffSeconds = 0.5;
+
+// How long a surplus lasts that is none of a moment, and how long nothing is late on a machine that
+// is not busy any more. Both arbitrary.
+constexpr double kSureSeconds = 0.5;
+constexpr double kCalmSeconds = 60.0;
+
+// A longer reserve goes by so many seconds a second: half of what the loop may do to the pitch.
+constexpr double kRelaxing = ClockLoop::kMostCorrection / 2.0;
 } // namespace
 
 SoundStream::SoundStream(int rateHz)
@@ -44,8 +52,9 @@ std::size_t SoundStream::pull(float *interleaved, std::size_t frames)
 void SoundStream::begin(int cardHz, double cardSeconds)
 {
     m_cardHz = cardHz;
-    m_target = cardSeconds + kReserveSeconds;
-    m_mostTarget = m_target + kMostGrowthSeconds;
+    m_usualTarget = cardSeconds + kReserveSeconds;
+    m_target = m_usualTarget + kStartSeconds;
+    m_mostTarget = m_usualTarget + kMostGrowthSeconds;
     m_loop = ClockLoop();
     m_ring.clear();
     m_resampler.clear();
@@ -84,21 +93,21 @@ void SoundStream::render(float *out, std::size_t frames, double queuedSeconds)
     m_playedFrames += frames;
 }
 
-/// Begins when enough waits: more than before, if the source was late and not switched off.
+/// Begins when enough waits: more than before, if the source was late and not switched off. What it
+/// owes for the silence it may send at once; then that waits from now on.
 void SoundStream::tryPlay(std::size_t frames, double queuedSeconds)
 {
     const bool wasLate = m_isLate && m_silence < kOffSeconds;
-    const double target = wasLate ? std::min(m_target + kGrowthSeconds, m_mostTarget) : m_target;
     m_silence += double(frames) / m_cardHz;
-    if (waitingSeconds(queuedSeconds) < target)
+    const double waiting = waitingSeconds(queuedSeconds);
+    if (waiting < std::min(m_target + (wasLate ? kGrowthSeconds : 0.0), m_mostTarget))
         return;
     m_gaps += wasLate;
-    m_target = target;
+    setReserve(wasLate ? waiting : m_target);
     m_silence = 0.0;
     m_isLate = false;
     m_resampler.clear(); // what it remembers was heard before
     dropTo(m_target, queuedSeconds);
-    m_loop.restart(m_target);
     m_isPlaying = true;
 }
 
@@ -107,6 +116,7 @@ std::size_t SoundStream::play(float *out, std::size_t frames, double waiting)
 {
     const double correction = m_loop.update(waiting, double(frames) / m_cardHz);
     m_delay = m_loop.waiting();
+    m_aim = m_target;
     m_correction = correction;
     if (!m_isEnding)
         judge(frames, waiting);
@@ -116,22 +126,50 @@ std::size_t SoundStream::play(float *out, std::size_t frames, double waiting)
     if (heard < frames) { // begins anew when the right time waits
         m_isPlaying = m_isEnding = false;
         m_gain = 0.0f;
+        if (m_isLate)
+            m_ring.clear(); // a rest that nothing has followed
     }
     return heard;
 }
 
-/// It ends while there is still enough to fade out, or when too much waits.
+/// It ends while there is still enough to fade out, or when far too much waits.
 void SoundStream::judge(std::size_t frames, double waiting)
 {
     constexpr double kFilterSeconds = 0.002; // that the resampler keeps to itself
-    const double needed = double(frames) / m_cardHz + kFadeSeconds + kFilterSeconds;
-    if (waitingSeconds(0.0) < needed)
-        m_isLate = true;
-    else if (waiting > m_target + kMostExcessSeconds)
+    const double seconds = double(frames) / m_cardHz;
+    if (waitingSeconds(0.0) < seconds + kFadeSeconds + kFilterSeconds)
+        m_isEnding = m_isLate = true;
+    else if (waiting > m_mostTarget + kMostExcessSeconds) {
+        m_isEnding = true;
         ++m_skips;
-    else
-        return;
-    m_isEnding = true;
+    } else
+        adaptReserve(seconds, waiting);
+}
+
+/// A surplus comes from a source or a card that was late. It is kept for the next time, which
+/// nobody hears, and goes by and by when there is none. One look does not tell: a card that asks
+/// late has played more than it says.
+void SoundStream::adaptReserve(double seconds, double waiting)
+{
+    const bool isSurplus = waiting > m_target + kMostExcessSeconds;
+    m_leastSurplus = isSurplus ? std::min(m_leastSurplus, waiting) : m_mostTarget;
+    m_surplus = isSurplus ? m_surplus + seconds : 0.0;
+    m_calm += seconds;
+    if (m_surplus > kSureSeconds) {
+        setReserve(m_leastSurplus);
+    } else if (m_calm > kCalmSeconds && m_target > m_usualTarget) {
+        m_target = std::max(m_target - kRelaxing * seconds, m_usualTarget);
+        m_loop.setTarget(m_target);
+    }
+}
+
+/// From now on so much waits, in ring and card.
+void SoundStream::setReserve(double seconds)
+{
+    m_target = std::min(seconds, m_mostTarget);
+    m_loop.restart(m_target);
+    m_leastSurplus = m_mostTarget;
+    m_surplus = m_calm = 0.0;
 }
 
 /// Gives the frames their volume. How many there are before the silence of an end.
@@ -162,6 +200,7 @@ void SoundStream::setVolume(double db)
 
 SoundStream::Status SoundStream::status() const
 {
-    return {m_seemsPlaying, m_delay, m_correction, m_gaps, m_skips, m_lostFrames, m_playedFrames};
+    return {m_seemsPlaying, m_delay, m_aim, m_correction, m_gaps, m_skips, m_lostFrames,
+        m_playedFrames};
 }
 } // namespace host

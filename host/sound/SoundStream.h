@@ -20,10 +20,12 @@ namespace host
 ///                 └──── ClockLoop: ring + what waits in the sound card ───┘ ratio
 ///
 /// What waits in the ring and in the sound card together is held at the buffer of the card plus
-/// kReserve, whatever the clocks do; with its 80 ms that is a delay of 130 ms, and never above
-/// kMostExcess more: beyond that the surplus is left out.
+/// kReserve, whatever the clocks do; with its 100 ms that is a delay of 200 ms.
 ///
-/// On a machine that is too busy for kReserve each gap makes it longer, up to kMostGrowth.
+/// The reserve is longer while a program starts, and on a busy machine: what a source sends at once
+/// that was late, or a card has not played that was, stays there, up to kMostGrowth, so that the
+/// same again is no gap any more. When nothing is late it goes by and by. A surplus beyond it is
+/// left out.
 ///
 /// A source that stops is faded to silence; when enough has gathered it fades in again. The same
 /// goes for a surplus that is left out. Volume and mute glide. So nothing clicks.
@@ -36,14 +38,19 @@ namespace host
 class SoundStream : public FrameSink
 {
 public:
-    /// Waits in the ring beside the sound card's own buffer: blocks of the engine (10 ms), the
-    /// pump's sleep (3 ms), and a thread that gets the processor late.
-    static constexpr double kReserveSeconds = 0.05;
+    /// Waits in the ring beside the sound card's own buffer: what the card asks for at once (25 ms)
+    /// and the fade, in case that it is the last (12 ms), a block of the engine (10 ms), the pump's
+    /// sleep (3 ms). That leaves 50 ms for a receiver or an engine that gets the processor late,
+    /// which happens beside compilers.
+    static constexpr double kReserveSeconds = 0.1;
 
-    /// Above the target for a moment; then the surplus is left out.
+    /// More than that to begin with: a program that starts comes from the disk, and sets up much.
+    static constexpr double kStartSeconds = 0.1;
+
+    /// Above the target for half a second; then the reserve grows by the surplus.
     static constexpr double kMostExcessSeconds = 0.06;
 
-    /// By which the reserve grows with each gap, and at most while the card is open.
+    /// By which the reserve grows with a gap at least, and in all at most.
     static constexpr double kGrowthSeconds = 0.03;
     static constexpr double kMostGrowthSeconds = 0.24;
 
@@ -53,6 +60,7 @@ public:
     {
         bool isPlaying = false;       ///< audio goes out, not the silence of a source that stopped
         double delaySeconds = 0.0;    ///< that waits in ring and sound card, smoothed
+        double aimSeconds = 0.0;      ///< that should wait there
         double correction = 0.0;      ///< how much faster than it comes it is played, share of 1
         std::uint64_t gaps = 0;       ///< times that the source was late, by half a second at most
         std::uint64_t skips = 0;      ///< times that a surplus was left out
@@ -86,6 +94,8 @@ private:
     std::size_t pull(float *interleaved, std::size_t frames);
     void tryPlay(std::size_t frames, double queuedSeconds);
     void judge(std::size_t frames, double waiting);
+    void adaptReserve(double seconds, double waiting);
+    void setReserve(double seconds);
     std::size_t play(float *out, std::size_t frames, double waiting);
     std::size_t shape(float *out, std::size_t frames);
 
@@ -99,8 +109,12 @@ private:
     VariableResampler m_resampler;
     ClockLoop m_loop;
     int m_cardHz = FrameSource::kRateHz;
-    double m_target = 0.0;     // seconds
-    double m_mostTarget = 0.0; // seconds
+    double m_target = 0.0;       // seconds
+    double m_usualTarget = 0.0;  // seconds
+    double m_mostTarget = 0.0;   // seconds
+    double m_surplus = 0.0;      // seconds for which too much has waited
+    double m_leastSurplus = 0.0; // seconds that waited in that time
+    double m_calm = 0.0;         // seconds since the reserve has grown
     bool m_isPlaying = false;
     bool m_isEnding = false; // plays, fading out
     bool m_isLate = false;   // ended, or ends, as the source had nothing in time
@@ -110,6 +124,7 @@ private:
     // Written by 1 or 2.
     std::atomic<bool> m_seemsPlaying = false;
     std::atomic<double> m_delay = 0.0;
+    std::atomic<double> m_aim = 0.0;
     std::atomic<double> m_correction = 0.0;
     std::atomic<std::uint64_t> m_gaps = 0;
     std::atomic<std::uint64_t> m_skips = 0;
