@@ -3,6 +3,8 @@
 
 #include "memory/BookmarkCsv.h"
 
+#include "vm_library/source/file/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,7 +33,7 @@ BookmarkFile::BookmarkFile(BookmarkModel &model, const QString &path) : m_model(
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(kSaveMs);
-    connect(&m_timer, &QTimer::timeout, this, &BookmarkFile::save);
+    connect(&m_timer, &QTimer::timeout, this, &BookmarkFile::saveLater);
     connect(&model, &BookmarkModel::modelReset, this, &BookmarkFile::onChange);
     connect(&model, &BookmarkModel::rowsInserted, this, &BookmarkFile::onChange);
     connect(&model, &BookmarkModel::rowsRemoved, this, &BookmarkFile::onChange);
@@ -40,7 +42,8 @@ BookmarkFile::BookmarkFile(BookmarkModel &model, const QString &path) : m_model(
 
 BookmarkFile::~BookmarkFile()
 {
-    if (m_isChanged)
+    const bool hasFailed = m_later.valid() && !m_later.get().isEmpty();
+    if (m_isChanged || hasFailed)
         save();
 }
 
@@ -104,11 +107,56 @@ void BookmarkFile::setAside(const QString &reason, bool isCopy)
 
 bool BookmarkFile::save()
 {
-    QDir().mkpath(QFileInfo(m_path).path()); // without a folder the file tells why
-    const bool isSaved = m_isKept && m_model.exportFile(m_path);
+    if (isSaving())
+        m_later.get(); // what this one does anew
+    const QString error = m_isKept ? write(m_path, m_model.bookmarks()) : QString();
+    return finish(m_isKept && error.isEmpty(), error);
+}
+
+/// On a thread of its own: a busy disk takes its time, and the window is not to wait for it.
+void BookmarkFile::saveLater()
+{
+    if (!m_isKept) {
+        finish(false, {});
+        return;
+    }
+    if (isSaving()) {
+        m_timer.start();
+        return;
+    }
+    m_isChanged = false; // what changes from here on is saved the next time
+    m_later = std::async(std::launch::async, [this, bookmarks = m_model.bookmarks()] {
+        const QString error = write(m_path, bookmarks);
+        QMetaObject::invokeMethod(
+            this, [this] { finishLater(); }, Qt::QueuedConnection);
+        return error;
+    });
+}
+
+void BookmarkFile::finishLater()
+{
+    if (!m_later.valid())
+        return;
+    const QString error = m_later.get();
+    if (!error.isEmpty())
+        finish(false, error);
+    else
+        m_isFailing = false;
+}
+
+QString BookmarkFile::write(const QString &path, const QVector<Bookmark> &bookmarks)
+{
+    QString error;
+    QDir().mkpath(QFileInfo(path).path()); // without a folder the file tells why
+    vm::file::writeWhole(path, bookmarkcsv::write(bookmarks), &error);
+    return error;
+}
+
+bool BookmarkFile::finish(bool isSaved, const QString &error)
+{
     if (!isSaved && !m_isFailing)
-        emit problem(m_isKept ? tr("The bookmarks cannot be saved: %1").arg(m_model.error())
-                              : m_notices.join(' '));
+        emit problem(
+            m_isKept ? tr("The bookmarks cannot be saved: %1").arg(error) : m_notices.join(' '));
     m_isFailing = !isSaved;
     m_isChanged = !isSaved;
     if (m_isChanged)

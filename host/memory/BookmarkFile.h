@@ -6,10 +6,12 @@
 #include <QObject>
 #include <QTimer>
 
+#include <future>
+
 namespace host
 {
 /// Keeps the bookmarks of a model in a file, which is whole at any time: each change is there
-/// within kSaveMs, also after a crash of the program. GUI thread.
+/// within kSaveMs, also after a crash of the program. GUI thread; the file is written on another.
 class BookmarkFile : public QObject
 {
     Q_OBJECT
@@ -32,7 +34,7 @@ public:
     /// Now. False: problem() has been told, and it is tried again after kSaveMs.
     bool save();
 
-    bool isSaved() const { return !m_isChanged; }
+    bool isSaved() const { return !m_isChanged && !isSaving(); }
 
     /// What there is to begin with: the stations of the built-in band, and some that the world
     /// knows.
@@ -43,7 +45,13 @@ signals:
     void problem(const QString &text);
 
 private:
+    static QString write(const QString &path, const QVector<Bookmark> &bookmarks);
+
+    bool isSaving() const { return m_later.valid(); }
     void onChange();
+    void saveLater();
+    void finishLater();
+    bool finish(bool isSaved, const QString &error);
     bool read();
     void setAside(const QString &reason, bool isCopy);
 
@@ -53,6 +61,7 @@ private:
     QTimer m_timer;
     bool m_isChanged = false;
     bool m_isFailing = false;
-    bool m_isKept = true; // what the file held is in the model or set aside
+    bool m_isKept = true;         // what the file held is in the model or set aside
+    std::future<QString> m_later; // why what is under way failed; empty if it did not
 };
 } // namespace host
