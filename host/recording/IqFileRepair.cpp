@@ -11,8 +11,6 @@ namespace
 {
 using vm::file::IQFile;
 
-constexpr qint64 kBytesPerSample = 6;
-
 /// Where a layout has the bytes of its samples; none has a field in the layout "VelmoraSDR2".
 std::optional<qint64> sizeField(IQFile::Format layout)
 {
@@ -37,8 +35,8 @@ std::optional<std::uint64_t> IqFileRepair::repair(const QString &path, IQFile::F
         || file.read(reinterpret_cast<char *>(&header), sizeof header) != qint64(sizeof header)
         || std::memcmp(header.riff, "RIFF", sizeof header.riff) != 0)
         return std::nullopt;
-    const qint64 samples = (file.size() - headerBytes) / kBytesPerSample;
-    const qint64 bytes = samples * kBytesPerSample;
+    const qint64 samples = (file.size() - headerBytes) / IQFile::kSampleBytes;
+    const qint64 bytes = samples * IQFile::kSampleBytes;
     const std::uint32_t length = std::uint32_t(bytes) + IQFile::lengthOverhead(layout);
     if (file.size() == headerBytes + bytes && header.length == length)
         return std::uint64_t(samples);

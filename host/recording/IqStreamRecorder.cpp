@@ -18,7 +18,6 @@ using vm::file::IQFile;
 
 constexpr unsigned kRingSamples = 1 << 21;
 constexpr std::size_t kBlock = 4096; // samples; IQFile takes 10922 at most
-constexpr std::uint64_t kBytesPerSample = 6;
 
 // What a sweep in work and the file's buffer may hold back, beside what waits in IQFile.
 constexpr std::uint64_t kHeldBack = 4 * IQFile::kRingBytes;
@@ -44,7 +43,7 @@ bool IqStreamRecorder::start(
         at.format = format;
         return at.fileName(device);
     };
-    return begin({kBytesPerSample, rateHz}, namer);
+    return begin({IQFile::kSampleBytes, rateHz}, namer);
 }
 
 void IqStreamRecorder::pushIq(const COMPLEX *block, int samples)
@@ -89,7 +88,7 @@ bool IqStreamRecorder::isOnDisk(QString &reason)
     const std::uint64_t waiting = m_file.waiting();
     m_isUnsure = waiting > 0; // the disk may still refuse it
     const auto bytes = std::uint64_t(QFileInfo(m_path).size());
-    if (bytes + waiting + kHeldBack >= m_handedOver * kBytesPerSample)
+    if (bytes + waiting + kHeldBack >= m_handedOver * IQFile::kSampleBytes)
         return true;
     reason = diskRefusal(m_path);
     return false;
@@ -100,7 +99,7 @@ bool IqStreamRecorder::closeFile(QString &reason)
     m_file.setFrequency(m_frequencyHz);
     m_file.close();
     // Up to 100 bytes of the end stay in IQFile, as in the device's recorder.
-    constexpr std::uint64_t kTailSamples = 100 / kBytesPerSample;
+    constexpr std::uint64_t kTailSamples = 100 / IQFile::kSampleBytes;
     const auto samples = IqFileRepair::repair(m_path, m_format);
     if (samples && *samples + kTailSamples >= m_handedOver)
         return true;

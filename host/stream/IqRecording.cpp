@@ -22,7 +22,6 @@ namespace
 using vm::file::IQFile;
 
 constexpr int kReceiver = 0;
-constexpr qint64 kBytesPerSample = 6; // 24 bits each of I and Q
 
 /// Whether a finished file is as long as its header tells. The recorder counts what it hands to the
 /// disk and writes the header last, so a full disk leaves a header that tells too much, or none.
@@ -117,7 +116,7 @@ void IqRecording::measure()
 {
     const qint64 bytes =
         QFileInfo(m_file).size() - qint64(vm::file::IQFile::headerBytes(m_where.format));
-    m_samples = std::uint64_t(std::max<qint64>(0, bytes / kBytesPerSample));
+    m_samples = std::uint64_t(std::max<qint64>(0, bytes / IQFile::kSampleBytes));
     if (!isWhole(m_file, m_where.format))
         m_error = m_file + ": the recording could not be written in full: " + diskRefusal(m_file);
 }

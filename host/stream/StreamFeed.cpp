@@ -25,10 +25,10 @@ constexpr double kNoLimit = std::numeric_limits<double>::infinity();
 // With the receiver's usual 16 ms between two lines of the spectrum, 12 lines a second of IQ.
 constexpr double kWaterfallSpeed = 5.0; // times real time
 
-// Nobody tells when the recorder's ring is full. At this speed it lasts for 20 ms, which a busy
-// machine may leave its thread waiting.
-constexpr double kRecorderPause = 0.02; // seconds
-constexpr double kRecorderSamplesPerSecond = vm::file::IQFile::kRingBytes / 6 / kRecorderPause;
+// Nobody tells how full the recorder's memory is, 64 MiB: 10 s of what this speed exceeds a slow
+// card by. Without a limit a free run makes more than most disks take.
+constexpr double kDiskBytesPerSecond = 16e6;
+constexpr double kRecorderSamplesPerSecond = kDiskBytesPerSecond / vm::file::IQFile::kSampleBytes;
 
 /// Most samples a second that a free run may be granted: what works by the clock is to keep up.
 double fastestRate(const HostSettings &settings)

@@ -56,6 +56,9 @@ public:
         HDSDR = 2,        // metadata chunk "auxi"
     };
 
+    /// Of a sample in the file: 24 bits each of I and Q.
+    static constexpr unsigned int kSampleBytes = 6;
+
     /// Bytes between the owner and the file thread.
     static constexpr unsigned int kRingBytes = 65536;
 
