@@ -33,6 +33,7 @@ std::optional<ReceiverControls> ReceiverControls::of(const D2xxLibrary &library)
     find(receiver.setEeprom, "vr_set_eeprom");
     find(receiver.fault, "vr_fault");
     find(receiver.getStatus, "vr_get_status");
+    find(receiver.forgetCalls, "vr_forget_calls");
     find(receiver.lastError, "vr_last_error");
     return complete ? std::optional(receiver) : std::nullopt;
 }

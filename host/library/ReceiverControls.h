@@ -30,6 +30,7 @@ struct ReceiverControls
     decltype(&vr_set_eeprom) setEeprom = nullptr;
     decltype(&vr_fault) fault = nullptr;
     decltype(&vr_get_status) getStatus = nullptr;
+    decltype(&vr_forget_calls) forgetCalls = nullptr;
     decltype(&vr_last_error) lastError = nullptr;
 
     /// Nothing if one of them is missing: then the library drives real hardware.

@@ -66,6 +66,8 @@ Radio::Radio()
         readMeters();
     });
     connect(&m_saveTimer, &QTimer::timeout, this, [this] {
+        if (m_controls)
+            m_controls->forgetCalls(); // a log for checks, which would grow with each change
         if (!saveLater())
             emit message(m_error);
     });
