@@ -12,6 +12,7 @@ DeviceMenuZephrinNano::DeviceMenuZephrinNano(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::DeviceMenuZephrinNano>())
 {
     m_ui->setupUi(this);
+    m_texts.emplace(*m_ui->lbConnectStatus, *m_ui->cbSampleRate);
     setFocusPolicy(Qt::TabFocus); // else the menu skips the panel
     m_ui->chbPreamp->installEventFilter(this);
     for (QComboBox *box : {m_ui->cbCurrentDevice, m_ui->cbSampleRate}) {
@@ -57,8 +58,8 @@ void DeviceMenuZephrinNano::setSerial(QStringView serial)
 
 void DeviceMenuZephrinNano::setStatus(QStringView status)
 {
-    m_status = "<html><head/><body><p align=\"left\">" + status.toString() + "</p></body></html>";
-    m_ui->lbConnectStatus->setText(m_status);
+    m_texts->setStatus(
+        "<html><head/><body><p align=\"left\">" + status.toString() + "</p></body></html>");
 }
 
 void DeviceMenuZephrinNano::setDevices(std::list<DiscoverZephrinNANO::DevId> devices)
@@ -88,8 +89,7 @@ void DeviceMenuZephrinNano::setLock(bool lock)
 
 void DeviceMenuZephrinNano::switchDpi()
 {
-    widenItems(*m_ui->cbSampleRate);
-    ++m_widenings;
+    m_texts->widenRates();
 }
 
 void DeviceMenuZephrinNano::changeEvent(QEvent *event)
@@ -98,10 +98,7 @@ void DeviceMenuZephrinNano::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     m_ui->retranslateUi(this);
-    for (int i = 0; i < m_widenings; ++i)
-        widenItems(*m_ui->cbSampleRate);
-    if (!m_status.isNull())
-        m_ui->lbConnectStatus->setText(m_status);
+    m_texts->restore();
 }
 
 bool DeviceMenuZephrinNano::eventFilter(QObject *watched, QEvent *event)

@@ -3,11 +3,13 @@
 
 #include "Control/DiscoverZephrinNANO.h"
 #include "Control/driver/HardwareZephrinNANO.h"
+#include "Options/FormTexts.h"
 
 #include <QStringView>
 #include <QWidget>
 #include <list>
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -85,6 +87,5 @@ private:
     HardwareZephrinNANO::SampleRate m_sampleRate = HardwareZephrinNANO::Rate48000;
     bool m_autoPreamp = false;
     std::list<DiscoverZephrinNANO::DevId> m_devices;
-    QString m_status;    // as it is shown; null before the first
-    int m_widenings = 0; // calls of switchDpi()
+    std::optional<FormTexts> m_texts; // as soon as there is a form
 };

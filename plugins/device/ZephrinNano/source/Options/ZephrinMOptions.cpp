@@ -30,6 +30,7 @@ ZephrinMOptions::ZephrinMOptions(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ZephrinMOptions>())
 {
     m_ui->setupUi(this);
+    m_texts.emplace(*m_ui->lbConnectStatus, *m_ui->cbSampleRate);
     m_controls = std::make_unique<OptionControls>(*this, *m_ui);
     stopWheel();
     createDeviceMenu();
@@ -184,15 +185,13 @@ void ZephrinMOptions::setLock(bool lock)
 
 void ZephrinMOptions::setStatus(const QString &status)
 {
-    m_status = status;
-    m_ui->lbConnectStatus->setText(status);
+    m_texts->setStatus(status);
     m_panel->setStatus(status);
 }
 
 void ZephrinMOptions::on4k(bool)
 {
-    widenItems(*m_ui->cbSampleRate);
-    ++m_widenings;
+    m_texts->widenRates();
     m_panel->switchDpi();
 }
 
@@ -202,10 +201,7 @@ void ZephrinMOptions::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     m_ui->retranslateUi(this);
-    for (int i = 0; i < m_widenings; ++i)
-        widenItems(*m_ui->cbSampleRate);
-    if (!m_status.isNull())
-        m_ui->lbConnectStatus->setText(m_status);
+    m_texts->restore();
     showPreamp();
 }
 

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "DspCore/types.h"
+#include "Options/FormTexts.h"
 
 #include <QPointer>
 #include <QStringView>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 class DeviceMenuZephrinNano;
 class OptionControls;
@@ -222,8 +224,7 @@ private:
     std::unique_ptr<Ui::ZephrinMOptions> m_ui;
     std::unique_ptr<OptionControls> m_controls;
     QString m_serial;                         // of the device asked for, there or not
-    QString m_status;                         // as it is shown; null before the first
-    int m_widenings = 0;                      // calls of on4k()
+    std::optional<FormTexts> m_texts;         // as soon as there is a form
     QPointer<QMessageBox> m_question;         // about writing the calibration, while it is open
     QMenu *m_menu = nullptr;                  // owned by this widget
     DeviceMenuZephrinNano *m_panel = nullptr; // owned by the menu
