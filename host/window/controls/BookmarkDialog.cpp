@@ -17,7 +17,8 @@
 namespace host
 {
 BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
-    : QDialog(parent), m_memory(memory), m_search(memory.bookmarks()), m_table(new QTableView(this))
+    : ListDialog(parent), m_memory(memory), m_search(memory.bookmarks()),
+      m_table(new QTableView(this))
 {
     resize(680, 460);
     auto *layout = new QVBoxLayout(this);
@@ -28,29 +29,18 @@ BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
     layout->addWidget(field);
     m_table->setModel(&m_search);
     m_table->setSortingEnabled(true);
-    m_table->setTabKeyNavigation(false); // else Tab would never leave it
     m_table->sortByColumn(kFrequencyField, Qt::AscendingOrder);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setStretchLastSection(true);
+    prepare(*m_table);
     m_table->resizeColumnsToContents();
     layout->addWidget(m_table, 1);
     auto *row = new QHBoxLayout;
-    const auto addButton = [&](const char *text, auto slot) {
-        auto *button = new QPushButton(this);
-        say(button, [button, text] { button->setText(tr(text)); });
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, slot);
-        row->addWidget(button);
-        return button;
-    };
-    addButton(QT_TR_NOOP("&Go"), &BookmarkDialog::go)->setDefault(true);
-    addButton(QT_TR_NOOP("&Add what is heard"), &BookmarkDialog::add);
-    addButton(QT_TR_NOOP("&Remove"), &BookmarkDialog::remove);
+    addButton(*row, this, QT_TR_NOOP("&Go"), &BookmarkDialog::go)->setDefault(true);
+    addButton(*row, this, QT_TR_NOOP("&Add what is heard"), &BookmarkDialog::add);
+    addButton(*row, this, QT_TR_NOOP("&Remove"), &BookmarkDialog::remove);
     row->addStretch(1);
-    addButton(QT_TR_NOOP("&Import…"), &BookmarkDialog::importFile);
-    addButton(QT_TR_NOOP("&Export…"), &BookmarkDialog::exportFile);
-    addButton(QT_TR_NOOP("&Close"), &QDialog::accept);
+    addButton(*row, this, QT_TR_NOOP("&Import…"), &BookmarkDialog::importFile);
+    addButton(*row, this, QT_TR_NOOP("&Export…"), &BookmarkDialog::exportFile);
+    addButton(*row, this, QT_TR_NOOP("&Close"), &QDialog::accept);
     layout->addLayout(row);
     say(this, [this, field] {
         setWindowTitle(tr("Bookmarks"));

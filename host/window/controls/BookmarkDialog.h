@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "memory/BookmarkSearch.h"
+#include "window/controls/ListDialog.h"
 
-#include <QDialog>
+#include "memory/BookmarkSearch.h"
 
 class QTableView;
 
@@ -13,7 +13,7 @@ class RadioMemory;
 
 /// The bookmarks in a table with a search; "Go" tunes to the chosen one, a double click on a cell
 /// edits it. GUI thread.
-class BookmarkDialog : public QDialog
+class BookmarkDialog : public ListDialog
 {
     Q_OBJECT
 

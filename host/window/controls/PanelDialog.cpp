@@ -27,7 +27,7 @@ enum Column { Control, Action, Argument, Help, Columns };
 } // namespace
 
 PanelDialog::PanelDialog(Panel &panel, const QStringList &bands, QWidget *parent)
-    : QDialog(parent), m_panel(panel), m_bands(bands), m_text(panel.text()),
+    : ListDialog(parent), m_panel(panel), m_bands(bands), m_text(panel.text()),
       m_device(new QComboBox(this)), m_grab(new QCheckBox(this)), m_presence(new QLabel(this)),
       m_table(new QTableWidget(0, Columns, this))
 {
@@ -80,12 +80,9 @@ void PanelDialog::addDevice()
 
 void PanelDialog::addTable()
 {
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    prepare(*m_table);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setStretchLastSection(true);
     layout()->addWidget(m_table);
     connect(m_table, &QTableWidget::cellActivated, this, &PanelDialog::change);
 }
@@ -93,19 +90,11 @@ void PanelDialog::addTable()
 void PanelDialog::addButtons()
 {
     auto *row = new QHBoxLayout;
-    const auto addButton = [&](const char *text, auto slot) {
-        auto *button = new QPushButton(this);
-        say(button, [button, text] { button->setText(tr(text)); });
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, slot);
-        row->addWidget(button);
-        return button;
-    };
-    addButton(QT_TR_NOOP("&Add…"), &PanelDialog::add);
-    m_change = addButton(QT_TR_NOOP("C&hange…"), &PanelDialog::change);
-    m_remove = addButton(QT_TR_NOOP("&Remove"), &PanelDialog::remove);
+    addButton(*row, this, QT_TR_NOOP("&Add…"), &PanelDialog::add);
+    m_change = addButton(*row, this, QT_TR_NOOP("C&hange…"), &PanelDialog::change);
+    m_remove = addButton(*row, this, QT_TR_NOOP("&Remove"), &PanelDialog::remove);
     row->addStretch(1);
-    addButton(QT_TR_NOOP("&Close"), &QDialog::accept);
+    addButton(*row, this, QT_TR_NOOP("&Close"), &QDialog::accept);
     static_cast<QVBoxLayout *>(layout())->addLayout(row);
 }
 

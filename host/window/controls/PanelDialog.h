@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "panel/PanelText.h"
+#include "window/controls/ListDialog.h"
 
-#include <QDialog>
+#include "panel/PanelText.h"
 
 class QCheckBox;
 class QComboBox;
@@ -17,7 +17,7 @@ class Panel;
 
 /// Keys and knobs and what they do, in a table; each change holds at once and stands in the file of
 /// the mapping. GUI thread.
-class PanelDialog : public QDialog
+class PanelDialog : public ListDialog
 {
     Q_OBJECT
 
