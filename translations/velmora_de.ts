@@ -106,6 +106,17 @@
     </message>
 </context>
 <context>
+    <name>D2xxLibrary</name>
+    <message>
+        <source>%1: %2 is not beside the program; install it anew, or name a library with --d2xx</source>
+        <translation>%1: %2 liegt nicht beim Programm; bitte neu installieren oder mit --d2xx eine Bibliothek angeben</translation>
+    </message>
+    <message>
+        <source>%1: %2 has no %3()</source>
+        <translation>%1: %2 hat kein %3()</translation>
+    </message>
+</context>
+<context>
     <name>Dial</name>
     <message>
         <source>Volume</source>
@@ -319,6 +330,184 @@
     <message>
         <source>the shortcut has an action already</source>
         <translation>das Tastenkürzel hat schon eine Aktion</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverReason</name>
+    <message>
+        <source>cannot open the recording</source>
+        <translation>die Aufnahme lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>not a WAV file</source>
+        <translation>keine WAV-Datei</translation>
+    </message>
+    <message>
+        <source>no &quot;fmt &quot; chunk</source>
+        <translation>kein Abschnitt „fmt “</translation>
+    </message>
+    <message>
+        <source>no samples</source>
+        <translation>keine Abtastwerte</translation>
+    </message>
+    <message>
+        <source>%1 channels, an IQ recording has 2</source>
+        <translation>Kanäle: %1; eine IQ-Aufnahme hat 2</translation>
+    </message>
+    <message>
+        <source>WAV format %1 with %2 bits is not supported</source>
+        <translation>WAV-Format %1 mit %2 Bit wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>unknown recording format &quot;%1&quot; (%2)</source>
+        <translation>unbekanntes Aufnahmeformat „%1“ (%2)</translation>
+    </message>
+    <message>
+        <source>a sample rate is needed</source>
+        <translation>eine Abtastrate muss angegeben werden</translation>
+    </message>
+    <message>
+        <source>a sample rate of %1 Hz, it must be %2 to %3, in audio file %4</source>
+        <translation>Abtastrate %1 Hz, sie muss %2 bis %3 sein, in der Tondatei %4</translation>
+    </message>
+    <message>
+        <source>a sample rate of %1 Hz, it must be %2 to %3</source>
+        <translation>Abtastrate %1 Hz, sie muss %2 bis %3 sein</translation>
+    </message>
+    <message>
+        <source>a frequency of %1 Hz, it must be %2 to %3</source>
+        <translation>Frequenz %1 Hz, sie muss %2 bis %3 sein</translation>
+    </message>
+    <message>
+        <source>its header has another rate than the %1 Hz that are given: %2 Hz</source>
+        <translation>ihr Kopf nennt eine andere Rate als die angegebenen %1 Hz: %2 Hz</translation>
+    </message>
+    <message>
+        <source>the file is shorter than its header says</source>
+        <translation>die Datei ist kürzer, als ihr Kopf angibt</translation>
+    </message>
+    <message>
+        <source>the file is longer than its header says</source>
+        <translation>die Datei ist länger, als ihr Kopf angibt</translation>
+    </message>
+    <message>
+        <source>the header was never written: the recording was broken off</source>
+        <translation>der Kopf wurde nie geschrieben: die Aufnahme wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>cannot open the band file</source>
+        <translation>die Bandbeschreibung lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>unknown line &quot;%1&quot; (%2)</source>
+        <translation>unbekannte Zeile „%1“ (%2)</translation>
+    </message>
+    <message>
+        <source>no band line</source>
+        <translation>keine Zeile „band“</translation>
+    </message>
+    <message>
+        <source>a second band line</source>
+        <translation>eine zweite Zeile „band“</translation>
+    </message>
+    <message>
+        <source>the band line must come before the first station</source>
+        <translation>die Zeile „band“ muss vor dem ersten Sender stehen</translation>
+    </message>
+    <message>
+        <source>a band needs %1</source>
+        <translation>einem Band fehlt %1</translation>
+    </message>
+    <message>
+        <source>a station needs either %1 or %2</source>
+        <translation>einem Sender fehlt %1 oder %2, oder er hat beide</translation>
+    </message>
+    <message>
+        <source>a station needs %1</source>
+        <translation>einem Sender fehlt %1</translation>
+    </message>
+    <message>
+        <source>a cw station needs %1</source>
+        <translation>einem CW-Sender fehlt %1</translation>
+    </message>
+    <message>
+        <source>the text of a cw station is empty</source>
+        <translation>der Text eines CW-Senders ist leer</translation>
+    </message>
+    <message>
+        <source>this station needs one of %1</source>
+        <translation>dieser Sender braucht genau eines von %1</translation>
+    </message>
+    <message>
+        <source>unknown mode &quot;%1&quot; (%2)</source>
+        <translation>unbekannte Betriebsart „%1“ (%2)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs a value: %2</source>
+        <translation>„%1“ braucht einen Wert: %2</translation>
+    </message>
+    <message>
+        <source>the text of &quot;%1&quot; has no closing quote</source>
+        <translation>dem Text von „%1“ fehlt das schließende Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is given twice</source>
+        <translation>„%1“ ist zweimal angegeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be above 0 and at most 5000 Hz, not &quot;%2&quot;</source>
+        <translation>„%1“ muss über 0 und höchstens 5000 Hz sein, nicht „%2“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be yes or no, not &quot;%2&quot;</source>
+        <translation>„%1“ muss yes oder no sein, nicht „%2“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be %2 to %3, not &quot;%4&quot;</source>
+        <translation>„%1“ muss %2 bis %3 sein, nicht „%4“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number: &quot;%2&quot;</source>
+        <translation>„%1“ ist keine Zahl: „%2“</translation>
+    </message>
+    <message>
+        <source>a %1 has no &quot;%2&quot; here</source>
+        <translation>in einer Zeile „%1“ gibt es hier kein „%2“</translation>
+    </message>
+    <message>
+        <source>cannot read audio file %1</source>
+        <translation>die Tondatei %1 lässt sich nicht lesen</translation>
+    </message>
+    <message>
+        <source>no samples in audio file %1</source>
+        <translation>keine Abtastwerte in der Tondatei %1</translation>
+    </message>
+</context>
+<context>
+    <name>SceneSetup</name>
+    <message>
+        <source>--%1 needs the virtual receiver (--device virtual)</source>
+        <translation>--%1 braucht den virtuellen Empfänger (--device virtual)</translation>
+    </message>
+    <message>
+        <source>built-in scene</source>
+        <translation>eingebautes Band</translation>
+    </message>
+    <message>
+        <source>%1: %2; taken to be at --rate, as no --scene-rate is given</source>
+        <translation>%1: %2; angenommen wird die Rate von --rate, da --scene-rate fehlt</translation>
+    </message>
+    <message>
+        <source>--%1 does nothing for a band description</source>
+        <translation>--%1 bewirkt bei einer Bandbeschreibung nichts</translation>
+    </message>
+    <message>
+        <source>the scene has nothing around --center %1, it goes from %2 to %3</source>
+        <translation>um --center %1 ist nichts zu empfangen, das Band reicht von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>the scene has nothing at --tune %1, it goes from %2 to %3</source>
+        <translation>bei --tune %1 ist nichts zu empfangen, das Band reicht von %2 bis %3</translation>
     </message>
 </context>
 <context>
@@ -822,14 +1011,14 @@
     </message>
     <message>
         <source>program %1</source>
-        <translation>Programm %1</translation>
+        <translation>Progr. %1</translation>
     </message>
     <message>
         <source>receiver %1</source>
-        <translation>Empfänger %1</translation>
+        <translation>Empf. %1</translation>
     </message>
     <message>
-        <source>LOST samples: %1</source>
+        <source>LOST: %1</source>
         <translation>VERLOREN: %1</translation>
     </message>
     <message>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "device/SceneSetup.h"
 
+#include "device/ReceiverReason.h"
 #include "settings/Numbers.h"
 
 #include <QFile>
@@ -52,8 +53,7 @@ bool SceneSetup::checkHardware(const HostSettings &settings)
     };
     for (const auto &need : needs) {
         if (need.isSet) {
-            m_error =
-                QString("--%1 needs the virtual receiver (--device virtual)").arg(need.option);
+            m_error = tr("--%1 needs the virtual receiver (--device virtual)").arg(need.option);
             return false;
         }
     }
@@ -64,7 +64,7 @@ bool SceneSetup::choose(const HostSettings &settings)
 {
     if (settings.sceneFile.isEmpty()) {
         m_name = "built-in";
-        return isGood(m_receiver->sceneBuiltin(), "built-in scene");
+        return isGood(m_receiver->sceneBuiltin(), tr("built-in scene"));
     }
     m_name = settings.sceneFile;
     const QByteArray path = QFile::encodeName(m_name);
@@ -86,10 +86,11 @@ bool SceneSetup::choosePlayed(const HostSettings &settings, const QByteArray &pa
         return choosePlayed(settings, path, settings.deviceRateHz);
     if (!isGood(result, m_name))
         return false;
-    const QString notice = QString::fromLocal8Bit(m_receiver->sceneNotice()).simplified();
+    const QString notice =
+        receiverReason(QString::fromLocal8Bit(m_receiver->sceneNotice()).simplified());
     if (rateHz != settings.sceneRateHz)
         m_notices +=
-            m_name + ": " + notice + "; taken to be at --rate, as no --scene-rate is given";
+            tr("%1: %2; taken to be at --rate, as no --scene-rate is given").arg(m_name, notice);
     else if (!notice.isEmpty())
         m_notices += m_name + ": " + notice;
     return true;
@@ -99,7 +100,7 @@ void SceneSetup::noticeUnheeded(const HostSettings &settings)
 {
     for (const char *option : {"scene-rate", "scene-frequency"})
         if (settings.given.contains(option))
-            m_notices += QString("--%1 does nothing for a band description").arg(option);
+            m_notices += tr("--%1 does nothing for a band description").arg(option);
 }
 
 void SceneSetup::noticeEmptyPlaces(const HostSettings &settings)
@@ -111,16 +112,15 @@ void SceneSetup::noticeEmptyPlaces(const HostSettings &settings)
     const auto isEmpty = [&](double lowHz, double highHz) {
         return highHz < middleHz - halfHz || lowHz > middleHz + halfHz;
     };
-    const QString extent =
-        QString(", it goes from %1 to %2")
-            .arg(formatNumber(middleHz - halfHz), formatNumber(middleHz + halfHz));
+    const QString low = formatNumber(middleHz - halfHz), high = formatNumber(middleHz + halfHz);
     const double reachHz = settings.deviceRateHz / 2.0;
     if (isEmpty(settings.centerHz - reachHz, settings.centerHz + reachHz))
-        m_notices +=
-            "the scene has nothing around --center " + formatNumber(settings.centerHz) + extent;
+        m_notices += tr("the scene has nothing around --center %1, it goes from %2 to %3")
+                         .arg(formatNumber(settings.centerHz), low, high);
     else if (isEmpty(settings.tuneHz + std::min(0.0, settings.filterLowHz),
                  settings.tuneHz + std::max(0.0, settings.filterHighHz)))
-        m_notices += "the scene has nothing at --tune " + formatNumber(settings.tuneHz) + extent;
+        m_notices += tr("the scene has nothing at --tune %1, it goes from %2 to %3")
+                         .arg(formatNumber(settings.tuneHz), low, high);
 }
 
 double SceneSetup::seconds() const
@@ -132,7 +132,8 @@ bool SceneSetup::isGood(int result, const QString &subject)
 {
     if (result != 0) {
         const QString reason = QString::fromLocal8Bit(m_receiver->lastError()).simplified();
-        m_error = reason.contains(subject) ? reason : subject + ": " + reason;
+        const QString own = receiverReason(reason);
+        m_error = reason.contains(subject) ? own : subject + ": " + own;
     }
     return result == 0;
 }

@@ -4,6 +4,7 @@
 #include "library/ReceiverControls.h"
 #include "settings/HostSettings.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -13,12 +14,15 @@ namespace host
 /// hardware the scene is what is on the air.
 class SceneSetup
 {
+    Q_DECLARE_TR_FUNCTIONS(SceneSetup)
+
 public:
     /// receiver is null for real hardware, else it must outlive the scene.
     explicit SceneSetup(const ReceiverControls *receiver) : m_receiver(receiver) { }
 
     /// False if a file or a fault is not understood, or if something is asked for that only the
-    /// virtual receiver has; error() tells which and why, in one line.
+    /// virtual receiver has; error() tells which and why, in one line
+    /// of the user's language.
     bool open(const HostSettings &settings);
 
     /// Another scene for a receiver that is set up, its stream may be on. False as open() does,

@@ -16,8 +16,8 @@ bool D2xxLibrary::load(const DeviceKind &kind)
     const QString option = "--device " + kind.key;
     if (const auto found = findBesideProgram(kind.files))
         return load(*found, option);
-    m_error = option + ": " + kind.files.first()
-        + " is not beside the program; install it anew, or name a library with --d2xx";
+    m_error = tr("%1: %2 is not beside the program; install it anew, or name a library with --d2xx")
+                  .arg(option, kind.files.first());
     return false;
 }
 
@@ -40,7 +40,7 @@ bool D2xxLibrary::load(const QString &file, const QString &option)
     QString missing;
     m_functions = FtFunctions::of(m_handle, &missing);
     if (!missing.isEmpty())
-        m_error = option + ": " + file + " has no " + missing + "()";
+        m_error = tr("%1: %2 has no %3()").arg(option, file, missing);
     return missing.isEmpty();
 }
 

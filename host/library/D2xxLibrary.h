@@ -3,6 +3,7 @@
 
 #include "library/FtFunctions.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace host
@@ -16,6 +17,8 @@ struct DeviceKind;
 /// process, as threads may still be in it. Main thread.
 class D2xxLibrary
 {
+    Q_DECLARE_TR_FUNCTIONS(D2xxLibrary)
+
 public:
     /// Loads the library of that kind that came with the program, or a file. False if that failed;
     /// error() tells why in one line.

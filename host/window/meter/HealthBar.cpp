@@ -18,6 +18,19 @@ namespace
 {
 constexpr int kEvery = 5; // readings; faster than five times a second no number can be read
 
+/// Three digits of it, "950", "12.3k", "4.56M": the line of status keeps its width.
+QString countText(double count)
+{
+    constexpr double kMost = 999.5; // what is above is rounded to 1000
+    QString unit;
+    for (const char *next = "kMGT"; count >= kMost && *next; ++next) {
+        count /= 1000.0;
+        unit = QChar(*next);
+    }
+    const int decimals = unit.isEmpty() || count >= 99.95 ? 0 : count >= 9.995 ? 1 : 2;
+    return numberText(count, decimals) + unit;
+}
+
 QString levelText(double db)
 {
     return db <= Readings::kNothingDb ? QString("–") : QString::number(std::lround(db));
@@ -28,10 +41,10 @@ QString HealthBar::lossesText(const Readings &readings)
 {
     QStringList parts;
     if (readings.droppedSamples > 0)
-        parts += tr("program %1").arg(QLocale().toString(qulonglong(readings.droppedSamples)));
+        parts += tr("program %1").arg(countText(double(readings.droppedSamples)));
     if (readings.lostSamples > 0)
-        parts += tr("receiver %1").arg(QLocale().toString(qulonglong(readings.lostSamples)));
-    return parts.isEmpty() ? QString() : tr("LOST samples: %1").arg(parts.join(tr(", ")));
+        parts += tr("receiver %1").arg(countText(double(readings.lostSamples)));
+    return parts.isEmpty() ? QString() : tr("LOST: %1").arg(parts.join(tr(", ")));
 }
 
 HealthBar::HealthBar(Radio &radio, QWidget *parent)
@@ -43,6 +56,7 @@ HealthBar::HealthBar(Radio &radio, QWidget *parent)
     layout->setSpacing(14);
     for (QLabel *label : {m_state, m_input, m_losses, m_audio, m_stereo})
         layout->addWidget(label);
+    m_losses->setObjectName("losses");
     say(this, [this] {
         m_input->setToolTip(tr("Level at the receiver's converter; OVERFLOW: attenuate"));
         m_audio->setToolTip(tr("Peak of the audio"));

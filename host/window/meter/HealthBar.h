@@ -19,7 +19,7 @@ class HealthBar : public QWidget
 public:
     explicit HealthBar(Radio &radio, QWidget *parent = nullptr);
 
-    /// "LOST samples: program 512, receiver 84"; empty if nothing was lost.
+    /// "LOST: program 512, receiver 8.4k"; empty if nothing was lost. Short at any number.
     static QString lossesText(const Readings &readings);
 
 private:

@@ -3,7 +3,9 @@
 
 #include "window/frame/MainWindow.h"
 #include "window/frequency/FrequencyDisplay.h"
+#include "window/meter/HealthBar.h"
 
+#include "radio/Readings.h"
 #include "radio/TestRadio.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
@@ -13,6 +15,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QFile>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -28,7 +31,11 @@ constexpr int kTellAgainMs = 2500; // in which device and sound card tell how th
 class LanguageTest : public testing::Test
 {
 protected:
-    void SetUp() override { ASSERT_TRUE(m_bench.start()) << m_bench.radio().error().toStdString(); }
+    void SetUp() override
+    {
+        test::useUsualFont();
+        ASSERT_TRUE(m_bench.start()) << m_bench.radio().error().toStdString();
+    }
 
     ~LanguageTest() override
     {
@@ -126,45 +133,121 @@ TEST_F(LanguageTest, ItIsKeptAndItsNumbersHaveItsComma)
     EXPECT_EQ(Language::instance().code(), "en"); // of the desktop of the tests
 }
 
-/// In the smallest window that the program is made for.
+namespace
+{
+void expectLabelsWhole(const MainWindow &window)
+{
+    int seen = 0;
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        if (!widget->isVisible() || widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
+            continue;
+        const auto *label = qobject_cast<const QLabel *>(widget);
+        const bool isText = (label && !label->wordWrap())
+            || qobject_cast<const QAbstractButton *>(widget)
+            || qobject_cast<const QComboBox *>(widget);
+        if (!isText)
+            continue;
+        ++seen;
+        EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
+            << widget->property("text").toString().toStdString();
+        if (label) {
+            EXPECT_GE(widget->width(), widget->sizeHint().width()) << label->text().toStdString();
+        }
+    }
+    EXPECT_GT(seen, 40);
+}
+
+/// Buttons that share a row evenly may be narrower than they would be, but not than the text.
+void expectButtonsWhole(const MainWindow &window)
+{
+    constexpr int kEdges = 2; // of the button
+    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
+        QFont font = button->font();
+        font.setBold(button->isCheckable()); // while it is down
+        const int text = QFontMetrics(font).size(Qt::TextShowMnemonic, button->text()).width();
+        if (button->isVisible()) {
+            EXPECT_GE(button->width(), text + kEdges) << button->text().toStdString();
+        }
+    }
+}
+} // namespace
+
+/// In the smallest window that the program is made for, also when more was lost than one reads.
 TEST_F(LanguageTest, NothingIsCutOff)
 {
+    Readings bad;
+    bad.droppedSamples = 123'456'789'012;
+    bad.lostSamples = 98'765'432'109;
     for (const char *language : {"en", "de"}) {
+        SCOPED_TRACE(language);
         Language::instance().choose(language);
         open({1024, 700});
-        EXPECT_LE(m_window->width(), 1024) << language;
-        int seen = 0;
-        for (const QWidget *widget : m_window->findChildren<QWidget *>()) {
-            if (!widget->isVisible()
-                || widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
-                continue;
-            const auto *label = qobject_cast<const QLabel *>(widget);
-            const bool isText = (label && !label->wordWrap())
-                || qobject_cast<const QAbstractButton *>(widget)
-                || qobject_cast<const QComboBox *>(widget);
-            if (!isText)
-                continue;
-            ++seen;
-            EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
-                << language << ": " << widget->property("text").toString().toStdString();
-            if (label) {
-                EXPECT_GE(widget->width(), widget->sizeHint().width())
-                    << language << ": " << label->text().toStdString();
-            }
-        }
-        // Buttons that share a row evenly may be narrower than they would be, but not than the
-        // text.
-        for (const QAbstractButton *button : m_window->findChildren<QAbstractButton *>()) {
-            QFont font = button->font();
-            font.setBold(button->isCheckable()); // while it is down
-            const int text = QFontMetrics(font).size(Qt::TextShowMnemonic, button->text()).width();
-            constexpr int kEdges = 2; // of the button
-            if (button->isVisible()) {
-                EXPECT_GE(button->width(), text + kEdges)
-                    << language << ": " << button->text().toStdString();
-            }
-        }
-        EXPECT_GT(seen, 40);
+        EXPECT_LE(m_window->width(), 1024);
+        expectLabelsWhole(*m_window);
+        expectButtonsWhole(*m_window);
+        auto *losses = m_window->findChild<QLabel *>("losses");
+        QObject::disconnect(
+            &m_bench.radio(), nullptr, losses->parent(), nullptr); // which has lost nothing
+        losses->setText("<b>" + HealthBar::lossesText(bad) + "</b>");
+        test::serve(kSettleMs);
+        EXPECT_LE(m_window->width(), 1024);
+        expectLabelsWhole(*m_window);
         m_window.reset();
+    }
+}
+
+/// Each with a file that it is said of.
+TEST_F(LanguageTest, WhatTheReceiverSaysOfAFileIsTranslated)
+{
+    const QByteArray band = "band centre=7.1M\n";
+    const QByteArray station = band + "station offset=0 level=-20 ";
+    const QByteArray riff("RIFF\x24\0\0\0WAVEfmt \x10\0\0\0", 20);
+    const QByteArray rate("\x80\xbb\0\0\0\0\0\0\0\0", 10); // 48 kHz
+    const struct
+    {
+        const char *name;
+        QByteArray content;
+    } files[] = {
+        {"text.wav", "no header"},
+        {"empty.wav", QByteArray("RIFF\x04\0\0\0WAVE", 12)},
+        {"mono.wav",
+            riff + QByteArray("\1\0\1\0", 4) + rate + QByteArray("\x10\0data\4\0\0\0abcd", 14)},
+        {"bits.wav",
+            riff + QByteArray("\1\0\2\0", 4) + rate + QByteArray("\x0c\0data\4\0\0\0abcd", 14)},
+        {"none.band", ""},
+        {"unknown.band", "tower\n"},
+        {"late.band", "station offset=0\n"},
+        {"twice.band", band + band},
+        {"nowhere.band", "band noise=-100\n"},
+        {"place.band", band + "station level=-20\n"},
+        {"level.band", band + "station offset=0\n"},
+        {"mode.band", station + "mode=xyz\n"},
+        {"keys.band", station + "mode=cw\n"},
+        {"silent.band", station + "mode=cw text=\"\"\n"},
+        {"voice.band", station + "mode=usb\n"},
+        {"clip.band", station + "mode=usb audio=missing.wav\n"},
+        {"high.band", station + "mode=usb tone=9000\n"},
+        {"flag.band", "band centre=7.1M repeat=maybe\n"},
+        {"range.band", "band centre=7.1M noise=5\n"},
+        {"number.band", "band centre=abc\n"},
+        {"value.band", "band centre\n"},
+        {"quote.band", station + "mode=cw text=\"CQ\n"},
+        {"double.band", "band centre=1M centre=2M\n"},
+        {"foreign.band", "band centre=7.1M colour=red\n"},
+    };
+    for (const auto &[name, content] : files) {
+        const QString path = m_bench.path(name);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        const auto said = [&](const char *language) {
+            Language::instance().choose(language);
+            EXPECT_FALSE(m_bench.radio().openScene(path)) << name;
+            return QString(m_bench.radio().error()).remove(path);
+        };
+        const QString english = said("en"), german = said("de");
+        EXPECT_NE(english, german) << english.toStdString();
+        EXPECT_FALSE(german.contains('%')) << german.toStdString();
     }
 }
