@@ -5,7 +5,7 @@
 // Then every mode at two rates, plain and with all tools switched on; what 30 s of zeros cost after
 // a signal; and how long a setter that changes the filter's length holds up its caller.
 //
-//   bench_road [--seconds S] [--rate HZ] [--taps N]
+//   bench_road [--seconds S] [--rate HZ] [--taps N] [--part rates|modes|silence|taps] [--mode NAME]
 #include "Dsp/ZephrinMDSP.h"
 #include "host_interfaces/EngineLimits.h"
 #include "road/CpuSeconds.h"
@@ -27,6 +27,8 @@ namespace
 {
 constexpr const char *kModeNames[] = {
     "AM", "SAM", "DSB", "LSB", "USB", "CW", "NFM", "DIGL", "DIGU", "WFM", "DRM"};
+
+constexpr double kModesShare = 0.4; // of a rate's seconds, for each figure of a mode
 
 struct Figures
 {
@@ -82,11 +84,38 @@ Figures measure(double rate, int taps, double length,
     return figures;
 }
 
-void printModes(int taps, double length)
+bool isWanted(int mode, const QString &only)
+{
+    return only.isEmpty() || only == kModeNames[mode];
+}
+
+// False if a rate gives no audio.
+bool printRates(double only, int taps, double length)
+{
+    std::printf(
+        "%10s %14s %14s %14s %12s\n", "rate Hz", "CPU s per s", "engine", "others", "real time x");
+    for (const double rate : EngineLimits::kRatesHz) {
+        if (only != 0.0 && rate != only)
+            continue;
+        const Figures figures = measure(rate, taps, length);
+        if (!(figures.audioRms > 1e-4)) {
+            std::fprintf(stderr, "no audio at %.0f Hz: not a figure\n", rate);
+            return false;
+        }
+        std::printf("%10.0f %14.4f %14.4f %14.4f %12.1f\n", rate, figures.all, figures.engine,
+            figures.all - figures.engine, 1.0 / figures.all);
+        std::fflush(stdout);
+    }
+    return true;
+}
+
+void printModes(int taps, double length, const QString &only)
 {
     std::printf("\nCPU s per s of IQ\n%6s %14s %14s %14s %14s\n", "mode", "192 kHz", "all tools",
         "3.072 MHz", "all tools");
     for (int mode = 0; mode < 11; ++mode) {
+        if (!isWanted(mode, only))
+            continue;
         std::printf("%6s", kModeNames[mode]);
         for (const double rate : {192e3, 3072e3}) {
             for (const bool tools : {false, true}) {
@@ -100,13 +129,15 @@ void printModes(int taps, double length)
 }
 
 // The filters' states run out towards zero, where slow arithmetic would wait.
-void printSilence(int taps)
+void printSilence(int taps, const QString &only)
 {
     constexpr double kRate = 192e3;
     constexpr double kSignal = 3.0; // s
     constexpr double kZeros = 33.0; // s, of which the last three are measured
     std::printf("\n30 s of zeros after a signal, all tools, 192 kHz, over the signal\n");
     for (int mode = 0; mode < 11; ++mode) {
+        if (!isWanted(mode, only))
+            continue;
         const std::vector<COMPLEX> signal = band(kRate);
         std::vector<COMPLEX> stretch;
         while (double(stretch.size()) < kSignal * kRate)
@@ -160,30 +191,26 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     parser.addOptions({{"seconds", "Seconds of IQ for each rate.", "S", "5"},
         {"rate", "Only this device rate.", "HZ", "0"},
-        {"taps", "Taps of the band filter.", "N", "1570"}});
+        {"taps", "Taps of the band filter.", "N", "1570"},
+        {"part", "Only rates, modes, silence or taps.", "PART"},
+        {"mode", "Only this mode among modes and silence.", "NAME"}});
     parser.addHelpOption();
     parser.process(application);
-    const double only = parser.value("rate").toDouble();
-
-    std::printf(
-        "%10s %14s %14s %14s %12s\n", "rate Hz", "CPU s per s", "engine", "others", "real time x");
-    for (const double rate : EngineLimits::kRatesHz) {
-        if (only != 0.0 && rate != only)
-            continue;
-        const Figures figures =
-            measure(rate, parser.value("taps").toInt(), parser.value("seconds").toDouble());
-        if (!(figures.audioRms > 1e-4)) {
-            std::fprintf(stderr, "no audio at %.0f Hz: not a figure\n", rate);
-            return 1;
-        }
-        std::printf("%10.0f %14.4f %14.4f %14.4f %12.1f\n", rate, figures.all, figures.engine,
-            figures.all - figures.engine, 1.0 / figures.all);
-        std::fflush(stdout);
-    }
-    if (only == 0.0) {
-        printModes(parser.value("taps").toInt(), 0.4 * parser.value("seconds").toDouble());
-        printSilence(parser.value("taps").toInt());
+    const double rate = parser.value("rate").toDouble();
+    const int taps = parser.value("taps").toInt();
+    const double length = parser.value("seconds").toDouble();
+    const QString mode = parser.value("mode");
+    // One rate alone is not asked together with what comes after the rates.
+    const auto isWanted = [&](const char *part) {
+        return parser.isSet("part") ? parser.value("part") == part : rate == 0.0;
+    };
+    if ((isWanted("rates") || rate != 0.0) && !printRates(rate, taps, length))
+        return 1;
+    if (isWanted("modes"))
+        printModes(taps, kModesShare * length, mode);
+    if (isWanted("silence"))
+        printSilence(taps, mode);
+    if (isWanted("taps"))
         printTaps();
-    }
     return 0;
 }
