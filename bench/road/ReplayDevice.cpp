@@ -116,60 +116,26 @@ FT_STATUS FT_ListDevices(PVOID count, PVOID, DWORD)
     *static_cast<DWORD *>(count) = 1;
     return FT_OK;
 }
+
 FT_STATUS FT_Open(int, FT_HANDLE *handle)
 {
     *handle = &handleTarget;
     return FT_OK;
 }
-FT_STATUS FT_Close(FT_HANDLE)
-{
-    return FT_OK;
-}
-FT_STATUS FT_ResetDevice(FT_HANDLE)
-{
-    return FT_OK;
-}
-FT_STATUS FT_SetBitMode(FT_HANDLE, UCHAR, UCHAR)
-{
-    return FT_OK;
-}
-FT_STATUS FT_SetLatencyTimer(FT_HANDLE, UCHAR)
-{
-    return FT_OK;
-}
-FT_STATUS FT_SetUSBParameters(FT_HANDLE, ULONG, ULONG)
-{
-    return FT_OK;
-}
-FT_STATUS FT_SetFlowControl(FT_HANDLE, USHORT, UCHAR, UCHAR)
-{
-    return FT_OK;
-}
-FT_STATUS FT_SetTimeouts(FT_HANDLE, ULONG, ULONG)
-{
-    return FT_OK;
-}
-FT_STATUS FT_Purge(FT_HANDLE, ULONG)
-{
-    return FT_OK;
-}
+
 FT_STATUS FT_EE_UASize(FT_HANDLE, LPDWORD)
 {
     return FT_EEPROM_NOT_PRESENT;
 }
+
 FT_STATUS FT_EE_UARead(FT_HANDLE, PUCHAR, DWORD, LPDWORD)
 {
     return FT_EEPROM_NOT_PRESENT;
 }
+
 FT_STATUS FT_EE_UAWrite(FT_HANDLE, PUCHAR, DWORD)
 {
     return FT_EEPROM_NOT_PRESENT;
-}
-
-FT_STATUS FT_Write(FT_HANDLE, LPVOID, DWORD bytes, LPDWORD written)
-{
-    *written = bytes;
-    return FT_OK;
 }
 
 FT_STATUS FT_Read(FT_HANDLE, LPVOID buffer, DWORD bytes, LPDWORD received)

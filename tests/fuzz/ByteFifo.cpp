@@ -49,12 +49,6 @@ FT_STATUS FT_Read(FT_HANDLE, LPVOID buffer, DWORD size, LPDWORD received)
     return status;
 }
 
-FT_STATUS FT_Write(FT_HANDLE, LPVOID, DWORD size, LPDWORD written)
-{
-    *written = size;
-    return FT_OK;
-}
-
 FT_STATUS FT_EE_UASize(FT_HANDLE, LPDWORD size)
 {
     *size = ByteFifo::instance().claimedSize;
@@ -72,45 +66,5 @@ FT_STATUS FT_EE_UARead(FT_HANDLE, PUCHAR data, DWORD size, LPDWORD received)
 FT_STATUS FT_EE_UAWrite(FT_HANDLE, PUCHAR data, DWORD size)
 {
     ByteFifo::instance().userArea.assign(data, data + size);
-    return FT_OK;
-}
-
-FT_STATUS FT_Close(FT_HANDLE)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_ResetDevice(FT_HANDLE)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_SetBitMode(FT_HANDLE, UCHAR, UCHAR)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_SetLatencyTimer(FT_HANDLE, UCHAR)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_SetUSBParameters(FT_HANDLE, ULONG, ULONG)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_SetFlowControl(FT_HANDLE, USHORT, UCHAR, UCHAR)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_SetTimeouts(FT_HANDLE, ULONG, ULONG)
-{
-    return FT_OK;
-}
-
-FT_STATUS FT_Purge(FT_HANDLE, ULONG)
-{
     return FT_OK;
 }
