@@ -4,6 +4,7 @@
 #include "Dsp/ZephrinMDSP.h"
 #include "FuzzInput.h"
 #include "QtProgram.h"
+#include "settings/ToolLimits.h"
 #include "support/TestHost.h"
 
 #include <array>
@@ -18,9 +19,12 @@ constexpr std::size_t kBlock = EngineLimits::kBlock;
 constexpr int kMostBlocks = 24; // an execution stays below some 10 ms
 constexpr int kMostSteps = 64;
 
-/// Beyond what a slider has. The equalizer limits nothing: 18 bands of hundreds of decibels leave
-/// the numbers that there are.
-constexpr int kMostEqualizerDb = 40;
+/// The equalizer limits nothing, and 18 bands of hundreds of decibels leave the numbers that there
+/// are: without the repair `numbers` it gets what command line and window can ask for.
+int equalizerDb(int value, bool isRepaired)
+{
+    return isRepaired ? value : value % (host::limits::kMostEqualizerDb + 1);
+}
 
 /// Its thread sleeps; the blocks are processed where they are made.
 class StillEngine : public ZephrinMDSP
@@ -71,7 +75,7 @@ std::vector<COMPLEX> block(fuzz::Input &input)
     return samples;
 }
 
-void set(StillEngine &engine, fuzz::Input &input)
+void set(StillEngine &engine, fuzz::Input &input, bool isRepaired)
 {
     const auto what = input.take<std::uint8_t>();
     const unsigned channel = input.take<std::uint8_t>() % 3;
@@ -114,7 +118,7 @@ void set(StillEngine &engine, fuzz::Input &input)
         return engine.setEqualizerEnable(0, on);
     case 17:
         return engine.setEqualizerGains(
-            0, QVector<int>(value % 20 == 0 ? 17 : 18, value % kMostEqualizerDb));
+            0, QVector<int>(value % 20 == 0 ? 17 : 18, equalizerDb(value, isRepaired)));
     case 18:
         return engine.setSqlEnable(0, channel, on);
     case 19:
@@ -191,13 +195,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     fuzz::Input input(data, size);
     bridge.sink.switches.clear();
     engine.close();
+    const auto head = input.take<std::uint16_t>();
+    const bool isRepaired = head / kRates.size() % 2;
+    engine.setRepairs(isRepaired ? Repairs::all() : Repairs());
     standard(engine);
-    engine.setSampleRate(kRates[input.below(kRates.size())]);
+    engine.setSampleRate(kRates[head % kRates.size()]);
     engine.open(vm::thread::jthread::Priority::Highest);
     int blocks = 0;
     for (int step = 0; step < kMostSteps && blocks < kMostBlocks && !input.isEmpty(); ++step) {
         if (input.flag()) {
-            set(engine, input);
+            set(engine, input, isRepaired);
             continue;
         }
         auto samples = block(input);
