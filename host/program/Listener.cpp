@@ -180,6 +180,8 @@ void Listener::finish(const QString &ending)
 
 void Listener::onTick()
 {
+    if (m_recording)
+        m_recording->watch();
     failOnFiles(); // now, not after hours
     const double seconds = double(m_ledger.processedSamples()) / m_settings.deviceRateHz;
     const double planned = m_feed->plannedSeconds();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "recording/IqStreamRecorder.h"
 
-#include "recording/IqFileRepair.h"
 #include "stream/DiskRefusal.h"
+#include "stream/IqFileRepair.h"
 
 #include <QFileInfo>
 

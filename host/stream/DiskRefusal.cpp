@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <array>
 #include <cerrno>
@@ -59,5 +61,13 @@ QString diskRefusal(const QString &path)
         reason = lastReason();
     close(file);
     return reason;
+}
+
+QString diskRefusalBeside(const QString &path)
+{
+    QTemporaryFile probe(QFileInfo(path).path() + "/.velmora-XXXXXX");
+    if (!probe.open())
+        return probe.errorString();
+    return isProbeTaken(probe.handle()) ? QString() : lastReason();
 }
 } // namespace host

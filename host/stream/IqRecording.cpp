@@ -2,6 +2,7 @@
 #include "stream/IqRecording.h"
 
 #include "stream/DiskRefusal.h"
+#include "stream/IqFileRepair.h"
 #include "stream/StreamLedger.h"
 
 #include "host_interfaces/DeviceAbstract.h"
@@ -22,6 +23,9 @@ namespace
 using vm::file::IQFile;
 
 constexpr int kReceiver = 0;
+
+// More than the recorder keeps to itself; it writes every millisecond.
+constexpr std::uint64_t kWorthWriting = 4 * EngineLimits::kBlock;
 
 /// Whether a finished file is as long as its header tells. The recorder counts what it hands to the
 /// disk and writes the header last, so a full disk leaves a header that tells too much, or none.
@@ -53,10 +57,11 @@ bool IqRecording::start()
     m_error.clear();
     const QStringList others = QDir(m_where.path).entryList(QDir::Files);
     const QDateTime before = QDateTime::currentDateTime();
+    m_bytesSeen = 0;
     m_isAwaited = true;
     m_device.writeIQ(true, kReceiver);
     m_isAwaited = false;
-    m_firstSample = m_ledger.processedSamples();
+    m_firstSample = m_samplesSeen = m_ledger.processedSamples();
     m_file = findFile(before, others);
     if (!m_isRunning || m_file.isEmpty()) {
         m_isRunning = false;
@@ -100,6 +105,21 @@ void IqRecording::onAnswer(bool isRunning)
         m_error = m_file + ": the receiver ended the recording";
 }
 
+void IqRecording::watch()
+{
+    if (!m_isRunning)
+        return;
+    const QFileInfo file(m_file);
+    const std::uint64_t samples = m_ledger.processedSamples();
+    if (file.exists() && file.size() != m_bytesSeen) {
+        m_bytesSeen = file.size();
+        m_samplesSeen = samples;
+    } else if (!file.exists()
+        || (samples - m_samplesSeen >= kWorthWriting && !diskRefusalBeside(m_file).isEmpty())) {
+        stop(); // what comes once there is room again would not join on
+    }
+}
+
 void IqRecording::stop()
 {
     if (!m_isRunning)
@@ -114,11 +134,12 @@ void IqRecording::stop()
 
 void IqRecording::measure()
 {
-    const qint64 bytes =
-        QFileInfo(m_file).size() - qint64(vm::file::IQFile::headerBytes(m_where.format));
+    const qint64 bytes = QFileInfo(m_file).size() - qint64(IQFile::headerBytes(m_where.format));
     m_samples = std::uint64_t(std::max<qint64>(0, bytes / IQFile::kSampleBytes));
-    if (!isWhole(m_file, m_where.format))
-        m_error = m_file + ": the recording could not be written in full: " + diskRefusal(m_file);
+    if (isWhole(m_file, m_where.format))
+        return;
+    m_error = m_file + ": the recording could not be written in full: " + diskRefusal(m_file);
+    IqFileRepair::repair(m_file, m_where.format);
 }
 
 std::uint64_t IqRecording::lostBlocks() const

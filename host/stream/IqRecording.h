@@ -29,14 +29,18 @@ public:
     /// On a running stream. False if the file cannot be written; error() tells which.
     bool start();
 
+    /// To be called again and again while it runs: a file that does not grow with the stream, on a
+    /// disk that takes nothing more, ends the recording here, and error() tells why.
+    void watch();
+
     /// Before the stream ends; returns when the file is complete. Does nothing to a recording that
     /// has ended.
     void stop();
 
     const QString &file() const { return m_file; }
 
-    /// What was wrong with the start, and later with the file: it is not all there, or the device
-    /// ended it by itself. Empty if nothing was.
+    /// What was wrong with the start, and later with the file: it is not all there (what is, can be
+    /// played), or the device ended it by itself. Empty if nothing was.
     const QString &error() const { return m_error; }
 
     /// What is in the file. After the end.
@@ -61,5 +65,9 @@ private:
     std::uint64_t m_firstSample = 0; // of the stream, as is the next
     std::uint64_t m_endSample = 0;
     std::uint64_t m_samples = 0;
+
+    // When the file was last seen to grow.
+    qint64 m_bytesSeen = 0;
+    std::uint64_t m_samplesSeen = 0; // of the stream
 };
 } // namespace host

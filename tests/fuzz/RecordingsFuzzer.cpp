@@ -3,9 +3,9 @@
 // mends the header of one of its own.
 #include "FuzzInput.h"
 #include "MemoryFile.h"
-#include "recording/IqFileRepair.h"
 #include "scenes/recordings/FileSource.h"
 #include "scenes/recordings/RecordedScene.h"
+#include "stream/IqFileRepair.h"
 
 #include <array>
 

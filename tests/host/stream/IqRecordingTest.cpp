@@ -86,17 +86,50 @@ TEST_F(IqRecordingTest, BlocksThatAreNotInTheFileAreCounted)
     EXPECT_TRUE(QFile::exists(m_recording.file()));
 }
 
-TEST_F(IqRecordingTest, AFullDiskIsTold)
+/// Looks as often as it takes for a thread that is late.
+template <typename Condition>
+bool watchUntil(host::IqRecording &recording, Condition condition)
+{
+    for (int i = 0; i < 5000 && !condition(); ++i, QThread::msleep(1))
+        recording.watch();
+    return condition();
+}
+
+TEST_F(IqRecordingTest, AFullDiskIsToldAtOnceAndLeavesAFileThatCanBePlayed)
 {
     std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_TRUE(m_recording.start());
-    {
-        const test::FileSizeLimit limit(50000);
-        m_device.receive(40);
-        m_recording.stop();
+    constexpr rlim_t kRoom = 50000;
+    for (const auto format : {IQFile::StandartWave, IQFile::HDSDR, IQFile::VelmoraSDR2}) {
+        m_where.format = format;
+        ASSERT_TRUE(m_recording.start());
+        {
+            const test::FileSizeLimit limit(kRoom);
+            m_device.receive(40);
+            EXPECT_TRUE(watchUntil(m_recording, [&] { return !m_recording.error().isEmpty(); }));
+        }
+        EXPECT_TRUE(m_recording.error().startsWith(m_recording.file() + ": "))
+            << qPrintable(m_recording.error());
+        const unsigned room = unsigned(kRoom) - IQFile::headerBytes(format);
+        EXPECT_EQ(m_recording.samples(), room / 6);
+        QFile file(m_recording.file());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        IQFile::WaveHeader header;
+        file.read(reinterpret_cast<char *>(&header), sizeof header);
+        EXPECT_EQ(header.length, room / 6 * 6 + IQFile::lengthOverhead(format));
+        EXPECT_EQ(file.size(), qint64(room / 6 * 6 + IQFile::headerBytes(format)));
     }
-    EXPECT_TRUE(m_recording.error().startsWith(m_recording.file() + ": "))
-        << qPrintable(m_recording.error());
-    EXPECT_LT(m_recording.samples(), 50000u / 6u);
+}
+
+TEST_F(IqRecordingTest, WatchingEndsNothingButAFileThatIsGone)
+{
+    ASSERT_TRUE(m_recording.start());
+    for (int i = 0; i < 20; ++i) {
+        m_device.receive(i % 5); // with pauses, and faster than the recorder writes
+        m_recording.watch();
+    }
+    EXPECT_EQ(m_recording.error(), QString());
+    QFile::remove(m_recording.file());
+    m_recording.watch();
+    EXPECT_TRUE(m_recording.error().startsWith(m_recording.file() + ": "));
 }
 } // namespace

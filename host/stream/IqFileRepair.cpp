@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "recording/IqFileRepair.h"
+#include "stream/IqFileRepair.h"
 
 #include <QFile>
 
