@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Session.h"
 
-#include "host_interfaces/DeviceFunctionsAbstract.h"
-
-#include <QEventLoop>
 #include <QScopeGuard>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace
 {
@@ -31,30 +26,17 @@ auto Session::call(Body body)
     return body();
 }
 
-Session::Session() : m_loader(ZEPHRIN_PLUGIN_FILE)
+Session::Session()
 {
-    m_loader.setLoadHints({}); // by default it keeps a library for good
-    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
-    if (!m_device)
-        throw std::runtime_error(m_loader.errorString().toStdString());
-    auto &functions = *m_device->getAvalibleFunctions();
-    m_bridge =
-        std::make_unique<host::HostBridge>(m_ledger, host::HostNotchControl::bandNames(functions));
-    m_manager =
-        std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::limitsOf(functions));
     new QVBoxLayout(&m_page);
-    QObject::connect(m_device, &DeviceAbstract::devClosed, &m_page, [this] { m_wasLost = true; });
-    call([&] { return m_device->init(*m_bridge, m_page.layout(), false, true); });
-    m_device->setManager(m_manager.get());
-    m_device->setIqServer(&m_iqServer);
+    QObject::connect(
+        m_plugin.device, &DeviceAbstract::devClosed, &m_page, [this] { m_wasLost = true; });
+    call([this] { return m_plugin.init(m_page.layout()); });
 }
 
 Session::~Session()
 {
-    call([&] {
-        m_device->deinit();
-        m_loader.unload();
-    });
+    call([this] { return m_plugin.device->deinit(); });
 }
 
 bool Session::waitFor(const std::function<bool()> &condition, int ms)
@@ -64,19 +46,15 @@ bool Session::waitFor(const std::function<bool()> &condition, int ms)
     while (!call(condition)) {
         if (clock.elapsed() > ms)
             return false;
-        call([] {
-            QEventLoop loop;
-            QTimer::singleShot(kStepMs, &loop, &QEventLoop::quit);
-            loop.exec();
-        });
+        call([] { test::runEvents(kStepMs); });
     }
     return true;
 }
 
 bool Session::flows(int ms)
 {
-    const std::uint64_t before = m_ledger.processedSamples();
-    return waitFor([&] { return m_ledger.processedSamples() >= before + kFlowing; }, ms);
+    const std::uint64_t before = m_plugin.ledger.processedSamples();
+    return waitFor([&] { return m_plugin.ledger.processedSamples() >= before + kFlowing; }, ms);
 }
 
 /// What does not flow is given the time in which the device gives up by itself.
@@ -84,26 +62,26 @@ bool Session::flowsOrIsLost(int ms)
 {
     if (flows(ms))
         return true;
-    waitFor([this] { return !m_device->isStart(); }, kLossMs);
+    waitFor([this] { return !m_plugin.device->isStart(); }, kLossMs);
     return false;
 }
 
 bool Session::listen(int searchMs, int flowMs)
 {
-    waitFor([this] { return m_manager->isDeviceAvailable(); }, searchMs);
+    waitFor([this] { return m_plugin.manager->isDeviceAvailable(); }, searchMs);
     waitFor([] { return false; }, kStepMs); // it is in the device's list after a queued signal
-    for (int i = 0; i < kTriesToStart && !m_device->isStart(); ++i)
-        call([this] { return m_device->start(); });
+    for (int i = 0; i < kTriesToStart && !m_plugin.device->isStart(); ++i)
+        call([this] { return m_plugin.device->start(); });
     bool hasFlowed = false;
-    if (m_device->isStart()) {
-        hasFlowed = flowsOrIsLost(flowMs) && m_device->isStart();
+    if (m_plugin.device->isStart()) {
+        hasFlowed = flowsOrIsLost(flowMs) && m_plugin.device->isStart();
         if (hasFlowed) {
             work();
             hasFlowed = flowsOrIsLost(flowMs);
         }
     }
-    call([this] { return m_device->stop(); });
-    call([this] { m_device->close(); });
+    call([this] { return m_plugin.device->stop(); });
+    call([this] { m_plugin.device->close(); });
     return hasFlowed;
 }
 
@@ -113,9 +91,11 @@ void Session::work()
     const auto tell = [this](QObject *object, const char *method) {
         call([&] { return QMetaObject::invokeMethod(object, method); });
     };
-    call([this] { return m_device->setRxFreq(0, m_ledger.processedSamples() % 2 ? 7.1e6 : 60e6); });
-    m_manager->preamp().setDb(-10);
-    call([this] { m_manager->preamp().resend(); });
+    call([this] {
+        return m_plugin.device->setRxFreq(0, m_plugin.ledger.processedSamples() % 2 ? 7.1e6 : 60e6);
+    });
+    m_plugin.manager->preamp().setDb(-10);
+    call([this] { m_plugin.manager->preamp().resend(); });
     for (QObject *page : m_page.children())
         if (page->inherits(kPage)) {
             // Another page than the one in the memory, or nothing would be written.
@@ -131,5 +111,7 @@ void Session::work()
     waitFor([] { return false; }, kWorkMs);
     static int rate = 0;
     rate = rate == 1 ? 2 : 1;
-    call([this] { return QMetaObject::invokeMethod(m_device, "onSampleRate", Q_ARG(int, rate)); });
+    call([this] {
+        return QMetaObject::invokeMethod(m_plugin.device, "onSampleRate", Q_ARG(int, rate));
+    });
 }

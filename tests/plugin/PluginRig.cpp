@@ -4,41 +4,21 @@
 #include "support/Signals.h"
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <malloc.h>
 #include <stdexcept>
 
 namespace test
 {
-PluginRig::PluginRig() : m_loader(ZEPHRIN_PLUGIN_FILE)
+PluginRig::PluginRig()
 {
     // The engine tells of every block it hands out, and filters of every set-up.
     QLoggingCategory::setFilterRules("default.debug=false\ndefault.warning=false");
     vr_reset();
-    // By default the loader keeps a library for good.
-    m_loader.setLoadHints({});
-    m_device = qobject_cast<DeviceAbstract *>(m_loader.instance());
-    if (!m_device)
-        throw std::runtime_error(m_loader.errorString().toStdString());
-    auto &functions = *m_device->getAvalibleFunctions();
-    m_bridge =
-        std::make_unique<host::HostBridge>(m_ledger, host::HostNotchControl::bandNames(functions));
-    m_manager =
-        std::make_unique<host::HostManager>(&m_sensors, host::PreampControl::limitsOf(functions));
-}
-
-PluginRig::~PluginRig()
-{
-    if (m_device)
-        m_device->deinit();
-    m_loader.unload();
 }
 
 void PluginRig::prepare(const QVariantMap &settings)
@@ -52,28 +32,26 @@ void PluginRig::prepare(const QVariantMap &settings)
 void PluginRig::start(const QVariantMap &settings)
 {
     prepare(settings);
-    if (!m_device->start())
+    if (!device().start())
         throw std::runtime_error("start() refused");
 }
 
 void PluginRig::init(bool advanced)
 {
-    if (!m_device->init(*m_bridge, nullptr, false, advanced))
+    if (!m_plugin.init(nullptr, advanced))
         throw std::runtime_error("init() refused");
-    m_device->setManager(m_manager.get());
-    m_device->setIqServer(&m_iqServer);
 }
 
 void PluginRig::loseHost()
 {
-    m_manager.reset();
-    m_bridge.reset();
+    m_plugin.manager.reset();
+    m_plugin.bridge.reset();
 }
 
 bool PluginRig::unload()
 {
-    m_device = nullptr;
-    return m_loader.unload();
+    m_plugin.device = nullptr;
+    return m_plugin.loader.unload();
 }
 
 void PluginRig::readSettings(const QVariantMap &values)
@@ -82,15 +60,15 @@ void PluginRig::readSettings(const QVariantMap &values)
     QSettings settings(folder.filePath("settings.ini"), QSettings::IniFormat);
     for (auto value = values.begin(); value != values.end(); ++value)
         settings.setValue("ZephrinMOptions/" + value.key(), value.value());
-    m_device->readSettings(&settings);
+    device().readSettings(&settings);
 }
 
 bool PluginRig::waitForReceiver()
 {
     return waitFor(
         [this] {
-            const bool opened = m_device->open();
-            m_device->close();
+            const bool opened = device().open();
+            device().close();
             return opened;
         },
         3000);
@@ -114,31 +92,12 @@ void PluginRig::chooseCarriers(const std::vector<Carrier> &carriers)
     vr_set_pace(VR_PACE_CREDIT);
 }
 
-bool PluginRig::waitFor(const std::function<bool()> &condition, int ms)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!condition()) {
-        if (clock.elapsed() > ms)
-            return false;
-        wait(5);
-    }
-    return true;
-}
-
-void PluginRig::wait(int ms)
-{
-    QEventLoop loop;
-    QTimer::singleShot(ms, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 void PluginRig::tune(double centreHz, double stationHz)
 {
-    m_device->setRxFreq(0, centreHz);
-    m_device->setDownConverter(0, 0, stationHz - centreHz);
-    m_device->setDspMode(0, 0, DeviceFunctionsAbstract::USB);
-    m_device->setBandFilterIf(0, 0, 200.0, 3500.0);
+    device().setRxFreq(0, centreHz);
+    device().setDownConverter(0, 0, stationHz - centreHz);
+    device().setDspMode(0, 0, DeviceFunctionsAbstract::USB);
+    device().setBandFilterIf(0, 0, 200.0, 3500.0);
 }
 
 std::vector<COMPLEX> PluginRig::listen(double seconds)
@@ -147,11 +106,11 @@ std::vector<COMPLEX> PluginRig::listen(double seconds)
     std::vector<COMPLEX> audio;
     std::vector<float> in, out(2 * kBlock);
     CreditPump pump = makePump();
-    const std::uint64_t start = m_ledger.processedSamples();
+    const std::uint64_t start = m_plugin.ledger.processedSamples();
     while (double(audio.size()) < seconds * kAudioRateHz) {
         waitForAudio(kBlock, pump, start);
-        m_bridge->soundOut()->pull(in, out, kBlock, 2);
-        m_ledger.addPulled(kBlock);
+        bridge().soundOut()->pull(in, out, kBlock, 2);
+        m_plugin.ledger.addPulled(kBlock);
         for (unsigned i = 0; i < kBlock; ++i)
             audio.push_back({double(out[2 * i]), 0.0});
     }
@@ -170,7 +129,7 @@ CreditPump PluginRig::makePump() const
     return {receiver().sample_rate_hz,
         {vr_add_credit, [this, before] { return receiver().samples_sent - before; }},
         [this](std::uint64_t frames, double share) {
-            return double(m_ledger.waitingFrames() + frames)
+            return double(m_plugin.ledger.waitingFrames() + frames)
                 <= share * double(EngineLimits::kAudioRing);
         }};
 }
@@ -178,10 +137,10 @@ CreditPump PluginRig::makePump() const
 void PluginRig::waitForAudio(std::uint64_t frames, CreditPump &pump, std::uint64_t start)
 {
     constexpr int kStepMs = 1;
-    while (m_ledger.readyFrames() < frames) {
-        const std::uint64_t processed = m_ledger.processedSamples() - start;
+    while (m_plugin.ledger.readyFrames() < frames) {
+        const std::uint64_t processed = m_plugin.ledger.processedSamples() - start;
         // No more than it takes: a test may change something before it listens again.
-        const double missing = double(frames - m_ledger.readyFrames());
+        const double missing = double(frames - m_plugin.ledger.readyFrames());
         const auto wanted = std::uint64_t(missing * receiver().sample_rate_hz / kAudioRateHz);
         while (pump.granted() < processed + wanted && pump.grant(processed)) { }
         pump.nudge(processed, pump.granted() >= processed + wanted);

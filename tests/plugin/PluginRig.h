@@ -1,29 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "services/HostBridge.h"
-#include "services/HostIqServer.h"
-#include "services/HostManager.h"
-#include "services/HostSensors.h"
-#include "stream/StreamLedger.h"
-#include "support/TemporarySettings.h"
+#include "support/LoadedPlugin.h"
 
 #include "host_interfaces/CreditPump.h"
-#include "host_interfaces/DeviceAbstract.h"
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 #include "virtual_receiver/virtual_receiver.h"
 
-#include <QPluginLoader>
 #include <QVariantMap>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace test
 {
-/// The built plugin, loaded as a host loads it, with the reference host's services around it and
-/// the virtual receiver below. GUI thread; waiting runs the event loop.
+/// The loaded plugin with the virtual receiver below and a listener's hands above. GUI thread;
+/// waiting runs the event loop.
 class PluginRig
 {
 public:
@@ -31,7 +23,6 @@ public:
 
     /// Loads the plugin. Begins with an attached receiver and no settings.
     PluginRig();
-    ~PluginRig();
 
     void init(bool advanced = true);
 
@@ -48,11 +39,11 @@ public:
     /// Really takes the library out of the process. True if it is gone.
     bool unload();
 
-    DeviceAbstract &device() { return *m_device; }
-    host::HostBridge &bridge() { return *m_bridge; }
-    host::HostManager &manager() { return *m_manager; }
-    host::HostIqServer &iqServer() { return m_iqServer; }
-    host::StreamLedger &ledger() { return m_ledger; }
+    DeviceAbstract &device() { return *m_plugin.device; }
+    host::HostBridge &bridge() { return *m_plugin.bridge; }
+    host::HostManager &manager() { return *m_plugin.manager; }
+    host::HostIqServer &iqServer() { return m_plugin.iqServer; }
+    host::StreamLedger &ledger() { return m_plugin.ledger; }
 
     void readSettings(const QVariantMap &values = {});
 
@@ -68,8 +59,11 @@ public:
     static void chooseCarriers(const std::vector<Carrier> &carriers);
 
     /// False if it did not become true in time.
-    static bool waitFor(const std::function<bool()> &condition, int ms);
-    static void wait(int ms);
+    static bool waitFor(const std::function<bool()> &condition, int ms)
+    {
+        return test::waitFor(condition, ms);
+    }
+    static void wait(int ms) { runEvents(ms); }
 
     /// Tunes to a frequency with 0 Hz of audio there.
     void tune(double centreHz, double stationHz);
@@ -87,14 +81,7 @@ private:
     CreditPump makePump() const;
     void waitForAudio(std::uint64_t frames, CreditPump &pump, std::uint64_t start);
 
-    TemporarySettings m_folder;
-    host::StreamLedger m_ledger;
-    host::HostSensors m_sensors{m_ledger};
-    host::HostIqServer m_iqServer{m_ledger};
-    std::unique_ptr<host::HostBridge> m_bridge;
-    std::unique_ptr<host::HostManager> m_manager;
-    QPluginLoader m_loader;
-    DeviceAbstract *m_device = nullptr;
+    LoadedPlugin m_plugin;
 };
 
 /// Threads of this process.
