@@ -19,7 +19,8 @@ namespace Velmora::CppDsp
 /// one-pole smoothing, pole = exp(-1000 / (ms * rate)). Switched off it is a fixed gain, smoothed
 /// over 50 ms. Gains are in dB, times in ms, the rate in Hz.
 ///
-/// The gain itself lives through clear(), so that after a fade it goes on from where it stood. Not
+/// The gain itself lives through clear(), so that after a fade it goes on from where it stood. Kept
+/// on request, so does the newest part of the look-ahead over a change of its length. Not
 /// thread-safe; the owner serialises setters and process().
 template <typename T>
 class Vm_Agc
@@ -43,9 +44,16 @@ public:
         mDecayComplement = pole(mDecayMs);
         mDecayCoefficient = T(1) - mDecayComplement;
         mHangSeconds = T(mHangMs) * T(0.001);
+        if (mKeeps) {
+            resizeRing(ringLength(mAttackMs));
+            return;
+        }
         mRing.resize(ringLength(mAttackMs));
         clear();
     }
+
+    /// What waits in the look-ahead stays when a time changes. Off at first: it is emptied.
+    void setKeeps(bool keeps) { mKeeps = keeps; }
 
     /// Empties the look-ahead; the gain and the hang counter stay.
     void clear()
@@ -55,7 +63,12 @@ public:
         mWrite = 0;
     }
 
-    void setOn(bool on) { mOn = on; }
+    void setOn(bool on)
+    {
+        if (mKeeps && on && !mOn)
+            clear(); // of the time before it was off
+        mOn = on;
+    }
     bool on() const { return mOn; }
 
     /// Limited to 0.1..5.0 ms. Starts the look-ahead and the hang anew.
@@ -88,6 +101,7 @@ public:
         mSmoother = T(1);
         reserveRing();
         init();
+        clear();
     }
 
     /// At most 120 dB, at least 1 dB above the minimum gain.
@@ -140,6 +154,23 @@ private:
         mMaxima.reserve(ringLength(kLongestAttackMs));
     }
 
+    /// The newest samples stay; in front of them there is silence.
+    void resizeRing(std::size_t size)
+    {
+        std::rotate(mRing.begin(), mRing.begin() + std::ptrdiff_t(mWrite), mRing.end());
+        const auto kept = std::ptrdiff_t(std::min(size, mRing.size()));
+        const auto missing = std::ptrdiff_t(size) - kept;
+        if (missing > 0) {
+            mRing.resize(size, complex<T>{0, 0});
+            std::rotate(mRing.begin(), mRing.begin() + kept, mRing.end());
+        } else {
+            mRing.erase(mRing.begin(), mRing.end() - kept);
+        }
+        mWrite = 0;
+        mMaxima.reset(size);
+        mMaxima.update(mRing.data(), size, 0, size);
+    }
+
     void applyFixedGain(complex<T> *buffer, unsigned int length)
     {
         T smoother = mSmoother;
@@ -190,6 +221,7 @@ private:
     }
 
     bool mOn = true;
+    bool mKeeps = false;
     T mSampleRate = 48000;
     T mAttackMs = 1;
     T mDecayMs = 400;

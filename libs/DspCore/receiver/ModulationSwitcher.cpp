@@ -10,17 +10,17 @@
 namespace
 {
 constexpr double kFadeMs = 15.0;
-constexpr double kFadeRate = 39062.5;              // Hz
-constexpr double kShortStep = 1.0 / 480.0;         // of a short fade, a sample
+constexpr double kFadeRate = 39062.5; // Hz
+constexpr double kShortStep = 1.0 / DspCore::ModulationSwitcher::kShortSamples;
 constexpr double kSilence = 3.162277660168379e-07; // -130 dB
-enum : unsigned { kProcessing, kDecrease, kSwitching, kIncrease };
+enum : unsigned { kProcessing, kDecrease, kSwitching, kIncrease, kPassing };
 } // namespace
 
 namespace DspCore
 {
-const std::array<ModulationSwitcher::Step, 4> ModulationSwitcher::kSteps = {
+const std::array<ModulationSwitcher::Step, 5> ModulationSwitcher::kSteps = {
     &ModulationSwitcher::processing, &ModulationSwitcher::decrease, &ModulationSwitcher::switching,
-    &ModulationSwitcher::increase};
+    &ModulationSwitcher::increase, &ModulationSwitcher::passing};
 
 ModulationSwitcher::Fade::Fade() : pole(std::exp(-1000.0 / (kFadeMs * kFadeRate))) { }
 
@@ -60,9 +60,25 @@ void ModulationSwitcher::setModulation(Modulation modulation)
     fadeOut();
 }
 
+void ModulationSwitcher::setModulation(Modulation modulation, int waiting)
+{
+    if (modulation == mRequested)
+        return;
+    mCurrent = mRequested = modulation;
+    mFadeA.gain = mFadeB.gain = 1.0;
+    mWaiting = waiting;
+    mStep = kPassing;
+    mClear = true;
+}
+
+bool ModulationSwitcher::isPassing() const
+{
+    return mStep == kPassing;
+}
+
 void ModulationSwitcher::setAgcParam()
 {
-    if (mStep != kDecrease)
+    if (mStep != kDecrease && mStep != kPassing)
         fadeOut();
 }
 
@@ -106,6 +122,18 @@ void ModulationSwitcher::increase(COMPLEX *a, COMPLEX *b, int length)
     ramp(a, b, length);
     if (mFadeA.arrived())
         mStep = kProcessing;
+}
+
+void ModulationSwitcher::passing(COMPLEX *a, COMPLEX *b, int length)
+{
+    const int heard = std::clamp(mWaiting - kShortSamples, 0, length);
+    setTargets(kSilence);
+    ramp(a + heard, b + heard, length - heard);
+    mWaiting -= length;
+    if (mWaiting > 0)
+        return;
+    mStep = kSwitching;
+    mClear = true;
 }
 
 void ModulationSwitcher::fadeOut()

@@ -26,6 +26,7 @@ void Receiver::setRepairs(const ReceiverRepairs &repairs)
 {
     mHoldsAgc = repairs.agc;
     mWideFm.setRegional(repairs.wfm);
+    mIsShort = repairs.fade;
     mSwitcher.setShort(repairs.fade);
     both(&ReceiverChannel::setRepairs, repairs);
 }
@@ -51,9 +52,33 @@ void Receiver::process(COMPLEX *buffer, int len)
     runTail();
 }
 
+void Receiver::setModulation(Modulation modulation)
+{
+    if (canPass(modulation))
+        mSwitcher.setModulation(modulation, int(a().agc.lookAhead()) - 1);
+    else
+        mSwitcher.setModulation(modulation);
+}
+
+/// Whether the audio of the present mode may go on until the look-ahead has given it all.
+bool Receiver::canPass(Modulation modulation) const
+{
+    const auto isLevelled = [](Modulation mode) {
+        return mode != Modulation::NFM && mode != Modulation::WFM;
+    };
+    const ReceiverChannel &channel = mChannels[0];
+    return mIsShort && mSwitcher.isSteady() && isLevelled(modulation)
+        && isLevelled(mSwitcher.modulation()) && channel.agc.on() && !channel.bin()
+        && channel.agc.lookAhead() > unsigned(ModulationSwitcher::kShortSamples);
+}
+
 void Receiver::clearInFade()
 {
+    if (mSwitcher.isPassing())
+        return both(&ReceiverChannel::clearToLookAhead);
     applyNewestAgc();
+    if (mIsShort && !mSwitcher.isModeChange())
+        return;
     mWideFm.clear();
     both(&ReceiverChannel::clear);
     both(&ReceiverChannel::sqlCtcss, &SqlCtcss::clear);

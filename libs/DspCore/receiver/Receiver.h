@@ -96,8 +96,10 @@ public:
     /// Taps of the band filters. Wide FM takes them over with the next setBandFilterIf().
     void setFilterTaps(int taps);
 
-    /// Takes effect after a fade; the mode asked for already is left alone.
-    void setModulation(Modulation modulation) { mSwitcher.setModulation(modulation); }
+    /// Takes effect after a fade; the mode asked for already is left alone. With the repair `fade`,
+    /// from one mode that has gain control to another, at once: the fade comes with the joint, when
+    /// what waits in the look-ahead has been heard.
+    void setModulation(Modulation modulation);
 
     /// Takes effect at the bottom of a fade, also with unchanged values; with the repair `agc` at
     /// once if no block has been processed since clear(). Attack, decay and hang in ms, hang
@@ -265,6 +267,7 @@ private:
 
     // The steps of process(), in its order.
     void clearInFade();
+    bool canPass(Modulation modulation) const;
     void applyNewestAgc();
     void runTail();
     void applyFixedGain();
@@ -283,6 +286,7 @@ private:
     bool mChannelBInUse = false;
     bool mMainMute = false;
     bool mHoldsAgc = false; // the repair `agc`
+    bool mIsShort = false;  // the repair `fade`
     bool mHeard = false;    // a block since clear()
 
     AgcParam mAgcParam;             // as asked for

@@ -84,6 +84,7 @@ void ReceiverChannel::setRepairs(const ReceiverRepairs &repairs)
     mMeter.setByTime(repairs.pace);
     mKeepsFinite = repairs.numbers;
     mLevelsCable = repairs.cable;
+    agc.setKeeps(repairs.fade);
     sqlCtcss.setExact(repairs.ctcss);
 }
 
@@ -239,6 +240,12 @@ void ReceiverChannel::copyToBothEars()
 
 void ReceiverChannel::clear()
 {
+    clearToLookAhead();
+    agc.clear();
+}
+
+void ReceiverChannel::clearToLookAhead()
+{
     mDecimator.clear();
     mBandFilter.clear();
     mAm.clear();
@@ -250,7 +257,6 @@ void ReceiverChannel::clear()
     nr.clear();
     equalizer.clear();
     dse.clear();
-    agc.clear();
 }
 
 void ReceiverChannel::setInputRate(double rate)

@@ -82,6 +82,12 @@ public:
     /// Empties the history of all filters. Oscillators, levels and tone squelch stay.
     void clear();
 
+    /// The same, but what waits in the gain control's look-ahead is still heard.
+    void clearToLookAhead();
+
+    /// Binaural: one ear may be late.
+    bool bin() const { return mBin; }
+
     /// Each rate sets up all that counts in its samples. The input rate also drops the tuning, and
     /// keeps the RIT.
     void setInputRate(double rate);

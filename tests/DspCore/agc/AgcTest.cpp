@@ -131,6 +131,36 @@ TEST(AgcTest, TheGainLivesThroughAClearAndNewTimesButNotThroughANewRate)
 
 // A ring shorter than a run, one of whole runs, one with a rest; blocks within a run, across runs,
 // around the end and longer than the ring.
+TEST(AgcTest, AKeptLookAheadHoldsTheNewestSamplesOverAChangeOfItsLength)
+{
+    constexpr double kFirstMs = 1.0;
+    for (const double secondMs : {0.7, 1.0, 2.5}) {
+        Agc agc;
+        agc.setKeeps(true);
+        agc.setAttack(kFirstMs);
+        agc.setMaximumGain(0.0); // with samples below 1: always
+        int given = 0;
+        const auto next = [&] {
+            COMPLEX x{++given * 1e-5, 0.0};
+            agc.process(&x, 1);
+            return int(std::lround(x.re * 1e5));
+        };
+        for (int n = 0; n < 5000; ++n)
+            next();
+        agc.setAttack(secondMs);
+        const int last = given;
+        const int delay = int(agc.lookAhead()) - 1;
+        const int oldest = last - int(std::lround(kFirstMs * kRate * 0.03)) + 1; // that was kept
+        for (int n = 0; n < 3 * delay; ++n) {
+            const int due = given + 1 - delay;
+            EXPECT_EQ(next(), due >= oldest ? due : 0) << secondMs << " ms, sample " << n;
+        }
+        agc.setOn(false);
+        agc.setOn(true);
+        EXPECT_EQ(next(), 0) << "nothing of the time before it was off";
+    }
+}
+
 TEST(RunMaximaTest, AnswersAsAScanOfTheWholeRing)
 {
     const auto stream = test::noise(20000, 2);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -98,5 +99,43 @@ TEST(ModulationSwitcherTest, AFadeGoesOnFromThePresentGainAlsoAfterAClear)
         fade.setAgcParam();
         EXPECT_NEAR(step(fade), faded(reached, kSilence, kBlock), kRoundOff);
     }
+}
+
+TEST(ModulationSwitcherTest, AJointThatWaitsInALookAheadIsSilentWhenItComesOut)
+{
+    constexpr int kWaiting = 700; // samples: the joint lies within a block
+    constexpr double kStep = 1.0 / ModulationSwitcher::kShortSamples;
+    ModulationSwitcher fade;
+    fade.setShort(true);
+    step(fade);
+    fade.setModulation(Modulation::USB, kWaiting);
+    EXPECT_EQ(fade.modulation(), Modulation::USB); // at once
+    EXPECT_TRUE(fade.isPassing() && fade.takeClear());
+    fade.setAgcParam(); // waits for the joint
+    int done = 0;
+    while (fade.isPassing()) {
+        const double gain = step(fade);
+        done += kBlock;
+        const double down = 1.0 - (done - (kWaiting - ModulationSwitcher::kShortSamples)) * kStep;
+        EXPECT_NEAR(gain, std::clamp(down, kSilence, 1.0), kRoundOff) << done;
+    }
+    EXPECT_EQ(done, (kWaiting + kBlock - 1) / kBlock * kBlock);
+    EXPECT_TRUE(fade.takeClear()); // for new times of the gain control
+    EXPECT_FALSE(fade.isModeChange());
+    EXPECT_NEAR(step(fade), kSilence + kBlock * kStep, kRoundOff);
+    for (int n = kBlock; n < ModulationSwitcher::kShortSamples; n += kBlock)
+        step(fade);
+    EXPECT_TRUE(fade.isSteady());
+
+    // Another mode in the meantime fades at once.
+    fade.setModulation(Modulation::LSB, kWaiting);
+    step(fade);
+    fade.setModulation(Modulation::AM);
+    EXPECT_FALSE(fade.isPassing());
+    fade.takeClear();
+    runToClear(fade);
+    EXPECT_TRUE(fade.isModeChange());
+    step(fade);
+    EXPECT_EQ(fade.modulation(), Modulation::AM);
 }
 } // namespace

@@ -224,13 +224,14 @@ struct Changes
     double step = 0.0;     ///< largest difference of two samples, relative to that of the carrier
 };
 
-Changes changed(bool repaired, void (*change)(Receiver &, bool second))
+Changes changed(bool repaired, void (*change)(Receiver &, bool second), double attackMs = 1.0)
 {
     constexpr double kHz = 1000.0;
     constexpr double kAudioRate = 48000.0;
     constexpr int kPeriod = 48; // samples
     Receiver receiver;
-    receiver.setRepairs({.fade = repaired});
+    receiver.setRepairs({.agc = true, .fade = repaired});
+    receiver.setAgcParam(true, attackMs, 600.0, 600.0);
     receiver.setBandFilterIf(0, 300, 3000);
     test::holdGain(receiver);
     test::setMode(receiver, Modulation::DSB);
@@ -261,7 +262,10 @@ TEST(ReceiverRepairsTest, FadeIsShortAndTheFirstOneDoesNotClick)
     constexpr double kLongMs = 300.0;
     constexpr double kSmooth = 1.2;
     constexpr double kClick = 3.0;
-    const auto agc = [](Receiver &r, bool) { r.setAgcParam(true, 1.0, 600.0, 600.0); };
+    constexpr double kSlowestMs = 2.5; // of the device's settings: 75 ms of look-ahead
+    const auto agc = [](Receiver &r, bool second) {
+        r.setAgcParam(true, second ? kSlowestMs : 1.2, 600.0, 600.0);
+    };
     const auto mode = [](Receiver &r, bool second) {
         r.setModulation(second ? Modulation::DSB : Modulation::USB);
     };
@@ -269,10 +273,12 @@ TEST(ReceiverRepairsTest, FadeIsShortAndTheFirstOneDoesNotClick)
         const Changes asEver = changed(false, change);
         EXPECT_GT(asEver.muteMs[1], kLongMs);
         EXPECT_GT(asEver.step, kClick) << "a new switcher begins at silence";
-        const Changes now = changed(true, change);
-        for (const double muteMs : now.muteMs)
-            EXPECT_LT(muteMs, kShortMs);
-        EXPECT_LT(now.step, kSmooth);
+        for (const double attackMs : {0.2, 1.0, kSlowestMs}) {
+            const Changes now = changed(true, change, attackMs);
+            for (const double muteMs : now.muteMs)
+                EXPECT_LT(muteMs, kShortMs) << attackMs;
+            EXPECT_LT(now.step, kSmooth) << attackMs;
+        }
     }
 }
 } // namespace
