@@ -32,6 +32,20 @@ Examples:
   velmora-host --headless --panorama band.png --waterfall time.png --seconds 15
 )";
 
+/// As the parser wants them.
+const QList<QCommandLineOption> &parserOptions()
+{
+    static const QList<QCommandLineOption> options = [] {
+        QList<QCommandLineOption> all;
+        for (const Option &option : optionTable())
+            all += QCommandLineOption(option.name, option.helpText(), option.argument);
+        all += QCommandLineOption({"h", "help"}, "Show this text.");
+        all += QCommandLineOption("version", "Show the version.");
+        return all;
+    }();
+    return options;
+}
+
 /// Declares the options of the table and turns their texts into settings, one after the other.
 class Reader
 {
@@ -42,10 +56,7 @@ public:
             "A receiver in a window; with --headless it receives a station and writes what a sound "
             "card would have played.\nFrequencies may be written as 14074000, 14.074M, 7.1e6 or "
             "192k.");
-        for (const Option &option : optionTable())
-            m_parser.addOption({option.name, option.helpText(), option.argument});
-        m_parser.addOption({{"h", "help"}, "Show this text."});
-        m_parser.addOption({"version", "Show the version."});
+        m_parser.addOptions(parserOptions());
         if (!m_parser.parse(arguments))
             refuse(m_parser.errorText().simplified().chopped(1));
         if (!m_parser.positionalArguments().isEmpty())

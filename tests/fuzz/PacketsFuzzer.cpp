@@ -39,9 +39,11 @@ FT_HANDLE port()
 /// Without the status bytes, which stand in front of each packet.
 void appendPayload(const std::vector<std::uint8_t> &transfer, std::vector<std::uint8_t> &payload)
 {
-    for (std::size_t i = 0; i < transfer.size(); ++i)
-        if (i % FakeUsb::kPacket >= kStatusBytes)
-            payload.push_back(transfer[i]);
+    for (std::size_t at = 0; at + kStatusBytes < transfer.size(); at += FakeUsb::kPacket) {
+        const std::size_t end = std::min(at + FakeUsb::kPacket, transfer.size());
+        payload.insert(payload.end(), transfer.begin() + std::ptrdiff_t(at + kStatusBytes),
+            transfer.begin() + std::ptrdiff_t(end));
+    }
 }
 } // namespace
 

@@ -9,7 +9,9 @@
 #include "settings/SettingsStore.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 namespace
 {
@@ -30,7 +32,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fuzz::beQtProgram<QApplication>();
         return *new ZephrinMOptions;
     }();
-    static const QTemporaryDir &folder = *new QTemporaryDir;
+    // In memory: a disk takes its time to be sure of each file.
+    static const QTemporaryDir &folder =
+        *new QTemporaryDir(QDir("/dev/shm").exists() ? QString("/dev/shm/fuzz-XXXXXX")
+                                                     : QDir::tempPath() + "/fuzz-XXXXXX");
     const QString path = folder.filePath("velmora-host.ini");
     fuzz::Input input(data, size);
     const bool isPanel = input.flag();
