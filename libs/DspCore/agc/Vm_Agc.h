@@ -135,6 +135,7 @@ private:
     static constexpr T kLongestAttackMs = 5;
     static constexpr T kHighestGainDb = 120;
     static constexpr T kTarget = 1;
+    static constexpr T kRampSeconds = T(0.01);
     static constexpr T kLookAheadPerMs = T(0.03); // 30 attack times, in samples per ms and Hz
 
     T pole(T ms) const { return std::exp(T(-1000) / (ms * mSampleRate)); }
@@ -154,7 +155,8 @@ private:
         mMaxima.reserve(ringLength(kLongestAttackMs));
     }
 
-    /// The newest samples stay; in front of them there is silence.
+    /// The newest samples stay. What is missing in front of them is silence, out of which they come
+    /// in a straight ramp.
     void resizeRing(std::size_t size)
     {
         std::rotate(mRing.begin(), mRing.begin() + std::ptrdiff_t(mWrite), mRing.end());
@@ -163,6 +165,11 @@ private:
         if (missing > 0) {
             mRing.resize(size, complex<T>{0, 0});
             std::rotate(mRing.begin(), mRing.begin() + kept, mRing.end());
+            const auto ramp = std::min(kept, std::ptrdiff_t(mSampleRate * kRampSeconds));
+            for (std::ptrdiff_t n = 0; n < ramp; ++n) {
+                complex<T> &x = mRing[std::size_t(missing + n)];
+                x = {x.re * T(n) / T(ramp), x.im * T(n) / T(ramp)};
+            }
         } else {
             mRing.erase(mRing.begin(), mRing.end() - kept);
         }
