@@ -111,13 +111,20 @@ void IqRecording::watch()
         return;
     const QFileInfo file(m_file);
     const std::uint64_t samples = m_ledger.processedSamples();
-    if (file.exists() && file.size() != m_bytesSeen) {
+    const bool isThere = file.exists();
+    if (isThere && file.size() != m_bytesSeen) {
         m_bytesSeen = file.size();
         m_samplesSeen = samples;
-    } else if (!file.exists()
-        || (samples - m_samplesSeen >= kWorthWriting && !diskRefusalBeside(m_file).isEmpty())) {
-        stop(); // what comes once there is room again would not join on
+        return;
     }
+    if (isThere && samples - m_samplesSeen < kWorthWriting)
+        return;
+    const QString refusal = diskRefusalBeside(m_file);
+    if (isThere && refusal.isEmpty())
+        return;
+    stop(); // what comes once there is room again would not join on
+    if (m_error.isEmpty())
+        m_error = m_file + ": the recording has ended: " + refusal;
 }
 
 void IqRecording::stop()
