@@ -13,8 +13,7 @@ using fuzz::require;
 constexpr std::size_t kMostRead = 2048; // bytes: four frames
 constexpr ULONG kTimeoutMs = 1;
 
-/// A reset makes the built-in band, which is dear, and empties the list of calls, which grows.
-constexpr unsigned kPerReset = 1000;
+constexpr unsigned kPerForgetting = 1000; // executions, while the list of calls grows
 
 /// Costs nothing and tells when it is used wrongly.
 class PlainScene : public vr::Scene
@@ -51,20 +50,24 @@ std::size_t packetsIn(const std::vector<std::uint8_t> &bytes)
     return packets;
 }
 
-void prepare(vr::VirtualDevice &device)
+vr::VirtualDevice &preparedDevice()
 {
-    device.reset();
-    device.setScene(std::make_shared<PlainScene>());
-    device.setPace(vr::Pace::Free);
+    static vr::VirtualDevice &device = [] -> vr::VirtualDevice & {
+        auto &the = vr::VirtualDevice::instance();
+        the.setScene(std::make_shared<PlainScene>());
+        the.setPace(vr::Pace::Free);
+        return the;
+    }();
+    return device;
 }
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static unsigned executions = 0;
-    vr::VirtualDevice &device = vr::VirtualDevice::instance();
-    if (executions++ % kPerReset == 0)
-        prepare(device);
+    vr::VirtualDevice &device = preparedDevice();
+    if (++executions % kPerForgetting == 0)
+        device.forgetCalls();
     device.setPlugged(false); // it forgets its registers
     device.setPlugged(true);
     const std::uint64_t commandsBefore = device.status().commands;
