@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CallFaults.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace
 {
@@ -105,8 +107,28 @@ constexpr Row kRows[] = {
     {"hang:FT_EE_UAWrite", 1, {{{Fine}, {Fine}, {Fine}}}},
 };
 
-// A place of each, for a table of seconds.
-constexpr const char *kShortHangs[] = {"hang:FT_ListDevices", "hang:FT_Read", "hang:FT_Write"};
+/// Each function, and each kind of fault, for a table of seconds.
+constexpr struct
+{
+    const char *fault;
+    std::size_t place;
+} kSample[] = {
+    {"garbage:FT_ListDevices", 0},
+    {"zero:FT_Open", 2},
+    {"fail:FT_Close", 0},
+    {"fail:FT_ResetDevice", 1},
+    {"fail:FT_SetBitMode", 1},
+    {"fail:FT_SetLatencyTimer", 2},
+    {"fail:FT_SetUSBParameters", 2},
+    {"fail:FT_SetFlowControl", 0},
+    {"fail:FT_SetTimeouts", 1},
+    {"fail:FT_Purge", 0},
+    {"hang:FT_Read", 1},
+    {"short:FT_Write", 2},
+    {"garbage:FT_EE_UASize", 0},
+    {"short:FT_EE_UARead", 1},
+    {"fail:FT_EE_UAWrite", 2},
+};
 
 CallFault callFault(const Row &row, std::size_t place)
 {
@@ -120,25 +142,21 @@ CallFault callFault(const Row &row, std::size_t place)
         expected.keepsHandle, hangs};
 }
 
-bool isShort(const Row &row)
+bool isInSample(const Row &row, std::size_t place)
 {
-    for (const char *hang : kShortHangs)
-        if (QString(row.fault) == hang)
-            return true;
-    return !QString(row.fault).startsWith("hang");
+    return std::any_of(std::begin(kSample), std::end(kSample), [&](const auto &sample) {
+        return QString(sample.fault) == row.fault && sample.place == place;
+    });
 }
 } // namespace
 
 std::vector<CallFault> callFaults(bool whole)
 {
     std::vector<CallFault> faults;
-    std::size_t turn = 0;
-    for (const Row &row : kRows) {
+    for (const Row &row : kRows)
         for (std::size_t place = 0; place < row.places.size(); ++place)
-            if (whole || (isShort(row) && place == turn % row.places.size()))
+            if (whole || isInSample(row, place))
                 faults.push_back(callFault(row, place));
-        ++turn;
-    }
     return faults;
 }
 

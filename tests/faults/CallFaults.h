@@ -28,8 +28,8 @@ struct CallFault
     bool hangs;
 };
 
-/// All functions, kinds and places. Without `whole` each function and kind at one place, in turn,
-/// and of the hanging calls those that somebody waits for.
+/// All functions, kinds and places. Without `whole` each function in one way at one place, each
+/// kind among them.
 std::vector<CallFault> callFaults(bool whole);
 
 /// Whether the whole tables are asked for: ZEPHRIN_ALL_FAULTS in the environment.

@@ -64,15 +64,14 @@ const Told &told(const CallFault &fault, const Run &run)
     return *std::find_if(std::begin(kTold), std::end(kTold),
         [ending](const Told &row) { return row.ending == ending; });
 }
-/// Of each function, Fine left out: what stops nobody is the plugin's alone.
+
 std::vector<CallFault> oneOfEachEnding(const std::vector<CallFault> &all)
 {
     std::vector<CallFault> some;
     for (const CallFault &fault : all) {
-        const auto isLike = [&fault](const CallFault &other) {
-            return fault.ending == other.ending && fault.function == other.function;
-        };
-        if (fault.ending != Ending::Fine && std::none_of(some.begin(), some.end(), isLike))
+        const auto isLike = [&fault](
+                                const CallFault &other) { return fault.ending == other.ending; };
+        if (std::none_of(some.begin(), some.end(), isLike))
             some.push_back(fault);
     }
     return some;
