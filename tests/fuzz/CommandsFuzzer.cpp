@@ -52,7 +52,7 @@ std::size_t packetsIn(const std::vector<std::uint8_t> &bytes)
 
 vr::VirtualDevice &preparedDevice()
 {
-    static vr::VirtualDevice &device = [] -> vr::VirtualDevice & {
+    static vr::VirtualDevice &device = []() -> vr::VirtualDevice & {
         auto &the = vr::VirtualDevice::instance();
         the.setScene(std::make_shared<PlainScene>());
         the.setPace(vr::Pace::Free);
