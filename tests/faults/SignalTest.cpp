@@ -34,6 +34,7 @@ struct State
     int status;
     const char *errors;
     bool hasReport;
+    bool doesHang = false; // while it streams
 };
 
 const std::vector<State> kStates = {
@@ -45,7 +46,7 @@ const std::vector<State> kStates = {
     {"opening hangs", "--fault hang:FT_Open=30", SIGINT, 0.0, 1, kForced, false},
     {"silent from the start", "--fault silence@0..1000", SIGINT, 0.0, 0, "", true},
     {"silent", "--fault silence@0.5..1000", SIGINT, 0.2, 0, "", true},
-    {"a read hangs", "--fault hang:FT_Read@100=30", SIGINT, 0.2, 1, kForced, false},
+    {"a read hangs", "--fault hang:FT_Read@100=30", SIGINT, 0.2, 1, kForced, false, true},
     {"a command hangs", "--fault hang:FT_Write@45=30", SIGHUP, 0.1, 1, kForced, false},
     {"closing hangs", "--fault hang:FT_Close=30", SIGINT, 0.2, 1, kForced, true},
     {"nobody reads", "--vac-out pipe", SIGINT, 0.0, 1, kForced, false},
@@ -77,12 +78,25 @@ void waitForAudio(const HostProcess &host, double seconds)
     QThread::msleep(bytes > 0 ? kSettledMs : kOpenMs);
 }
 
+/// What hangs, does so when nothing more comes into the file.
+void waitForHang(const HostProcess &host)
+{
+    const QString file = host.path("a.wav");
+    qint64 before = -1;
+    for (int i = 0; i < 100 && QFileInfo(file).size() != before; ++i) {
+        before = QFileInfo(file).size();
+        QThread::msleep(kSettledMs);
+    }
+}
+
 Run run(const State &state)
 {
     HostProcess host;
     mkfifo(qPrintable(host.path("pipe")), 0600);
     host.start(QString("--seconds 600 --out a.wav --report r.json ") + state.options);
     waitForAudio(host, state.audioSeconds);
+    if (state.doesHang)
+        waitForHang(host);
     QElapsedTimer clock;
     clock.start();
     kill(pid_t(host.id()), state.signal);
