@@ -43,6 +43,9 @@ int main(int argc, char **argv)
 
     DiscoverZephrinNANO::instance()->scan();
     ZephrinMOptions page;
+    while (DiscoverZephrinNANO::instance()->isScanning())
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QApplication::processEvents(); // what the scan found reaches the page
     const QTemporaryDir none;
     QSettings settings(none.filePath("none.ini"), QSettings::IniFormat);
     page.readSettings(&settings); // the values of a first start

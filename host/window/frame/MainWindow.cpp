@@ -57,6 +57,35 @@ constexpr QSize kFrame{8, 40};      // what a desktop puts around a window, at m
 constexpr double kFirstShare = 0.6; // of a large screen, to either side
 constexpr int kSideWidth = 262;
 const QString kGroup = QStringLiteral("Window");
+
+/// As wide as its content needs, at any size of letters and in any language, and the bar that it
+/// has in a low window.
+class SideArea : public QScrollArea
+{
+public:
+    using QScrollArea::QScrollArea;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            fit();
+        return QScrollArea::eventFilter(watched, event);
+    }
+
+    void showEvent(QShowEvent *event) override
+    {
+        fit(); // only now the style is in place
+        QScrollArea::showEvent(event);
+    }
+
+private:
+    void fit()
+    {
+        setFixedWidth(std::max(kSideWidth, widget()->minimumSizeHint().width())
+            + verticalScrollBar()->sizeHint().width());
+    }
+};
 } // namespace
 
 MainWindow::MainWindow(Radio &radio, const QString &bookmarkFile)
@@ -194,7 +223,7 @@ QWidget *MainWindow::newBands()
 
 QWidget *MainWindow::newSide()
 {
-    auto *area = new QScrollArea(this);
+    auto *area = new SideArea(this);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -211,7 +240,6 @@ QWidget *MainWindow::newSide()
     layout->addWidget(tools);
     layout->addStretch(1);
     area->setWidget(side);
-    area->setFixedWidth(kSideWidth + area->verticalScrollBar()->sizeHint().width());
     return area;
 }
 

