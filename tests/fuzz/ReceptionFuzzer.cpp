@@ -26,6 +26,13 @@ int equalizerDb(int value, bool isRepaired)
     return isRepaired ? value : value % (host::limits::kMostEqualizerDb + 1);
 }
 
+/// Hertz. A filter of no width has no gain to scale and is no number; the controls leave 20 Hz.
+int bandWidth(fuzz::Input &input, bool isRepaired)
+{
+    const int width = input.take<std::int16_t>();
+    return width == 0 && !isRepaired ? 1 : width;
+}
+
 /// Its thread sleeps; the blocks are processed where they are made.
 class StillEngine : public ZephrinMDSP
 {
@@ -85,7 +92,7 @@ void set(StillEngine &engine, fuzz::Input &input, bool isRepaired)
     case 0:
         return engine.setModulation(0, DspCore::Modulation(unsigned(value) % 11));
     case 1:
-        return engine.setBandFilterIf(channel, value, value + input.take<std::int16_t>());
+        return engine.setBandFilterIf(channel, value, value + bandWidth(input, isRepaired));
     case 2:
         return engine.setDownConverter(channel, value * 64.0);
     case 3:
