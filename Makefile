@@ -23,6 +23,8 @@ MINUTES ?= 1
 # Length of the stream of soak at 192 kHz; a twelfth of it at 3.072 MHz.
 HOURS  ?= 24
 JOBS   ?= $(shell nproc)
+# The tests wait more than they work.
+TEST_JOBS ?= $(shell expr $(JOBS) + 1)
 
 CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
@@ -46,7 +48,7 @@ test:
 	@scripts/install-dependencies.sh test
 	@$(CONFIGURE) -DZEPHRIN_TESTS=ON
 	@$(COMPILE) --target tests
-	@ctest --preset $(PRESET) -j $(JOBS)
+	@ctest --preset $(PRESET) -j $(TEST_JOBS)
 
 test-usb:
 	@scripts/install-dependencies.sh test
