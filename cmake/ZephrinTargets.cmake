@@ -120,7 +120,7 @@ endfunction()
 
 # zephrin_test(<name> [WIDGETS] SOURCES ... LIBS ...): one test program of a folder, run with a Qt
 # core application around it so that timers, threads and queued signals work; with WIDGETS it is
-# one that has widgets, too.
+# one that has widgets, too. The longest have a COST, in seconds, by which they are started first.
 function(zephrin_test name)
     cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;LIBS" ${ARGN})
     if(ARG_WIDGETS)
