@@ -24,7 +24,7 @@ MINUTES ?= 1
 HOURS  ?= 24
 JOBS   ?= $(shell nproc)
 # The tests wait more than they work.
-TEST_JOBS ?= $(shell expr $(JOBS) + 1)
+TEST_JOBS ?= $(shell expr 2 \* $(JOBS))
 
 CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
