@@ -45,11 +45,13 @@ std::vector<COMPLEX> HostProcess::audio(const QString &name, int rateHz) const
 {
     SF_INFO info{};
     SNDFILE *file = sf_open(QFile::encodeName(path(name)), SFM_READ, &info);
-    if (!file || info.channels != 2 || info.samplerate != rateHz)
-        return {};
-    std::vector<COMPLEX> audio(std::size_t(info.frames));
-    sf_readf_double(file, &audio.data()->re, info.frames);
-    sf_close(file);
+    std::vector<COMPLEX> audio;
+    if (file && info.channels == 2 && info.samplerate == rateHz && info.frames > 0) {
+        audio.resize(std::size_t(info.frames));
+        sf_readf_double(file, &audio.front().re, info.frames);
+    }
+    if (file)
+        sf_close(file);
     return audio;
 }
 
