@@ -140,14 +140,6 @@ function(zephrin_test name)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()
 
-# sanitized_offscreen(<test>): what its programs leak is not looked for. Qt's platform for no display
-# gives nothing back of what it makes for an application, and they have applications of their own.
-function(sanitized_offscreen test)
-    if(ZEPHRIN_SANITIZE)
-        set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT ASAN_OPTIONS=detect_leaks=0)
-    endif()
-endfunction()
-
 # zephrin_bench(<name> SOURCES ... LIBS ...): one benchmark program of a folder.
 function(zephrin_bench name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})

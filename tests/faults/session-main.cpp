@@ -7,7 +7,8 @@
 #include "FaultyDevice.h"
 #include "Session.h"
 
-#include <QApplication>
+#include "support/applicationOffscreen.h"
+
 #include <QDir>
 
 #include <cstdio>
@@ -77,7 +78,7 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const std::string fault = argv[1];
     int taken = 1;
-    QApplication application(taken, argv);
+    const auto application = test::applicationOffscreen(taken, argv);
     qInstallMessageHandler(onMessage);
     const int threads = threadCount();
     if (!faulty::arm(fault)) {

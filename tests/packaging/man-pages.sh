@@ -12,7 +12,7 @@ for program in "$@"; do
     page=$pages/$(basename "$program").1.gz
     # The first words of each entry; "\-" is a hyphen that can be copied.
     told=$(gzip -dc "$page" | sed 's/\\-/-/g' | grep -A1 -x '\.TP' | options)
-    help=$(QT_QPA_PLATFORM=offscreen "$program" --help | grep -E '^ *(-[a-z], |usage: .*)?(--|.*\[--)|^ .*ftd2xx-info --' | options)
+    help=$(QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 "$program" --help | grep -E '^ *(-[a-z], |usage: .*)?(--|.*\[--)|^ .*ftd2xx-info --' | options)
     if ! diff <(echo "$help") <(echo "$told") >&2; then
         echo "$page: not the options of $program --help" >&2
         exit 1

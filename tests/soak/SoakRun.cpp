@@ -30,10 +30,10 @@ using test::PluginRig;
 
 // Bounds.
 constexpr double kPitchHz = 1e-6;
-constexpr double kJitterRad = 1e-3;  // a lost sample turns the phase by 0.13
-constexpr double kLevelDb = 0.01;    // of the carrier, from the first check on
-constexpr long kGrowthKiB = 1024;    // of what is allocated
-constexpr long kResidentKiB = 16384; // of what is resident: the allocator's pools breathe
+constexpr double kJitterRad = 1e-3; // a lost sample turns the phase by 0.13
+constexpr double kLevelDb = 0.01;   // of the carrier, from the first check on
+constexpr long kGrowthKiB = 1024;   // of what is allocated
+constexpr long kResidentKiB = 8192; // of what is resident: the allocator's pools breathe
 
 // Seconds of stream.
 constexpr double kMostWarmUp = 60.0;

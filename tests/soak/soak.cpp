@@ -2,8 +2,8 @@
 // Long runs of the loaded plugin on a virtual receiver that sends as fast as it is read: see
 // docs/soak.md.
 #include "SoakRun.h"
+#include "support/applicationOffscreen.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 
 #include <algorithm>
@@ -24,14 +24,14 @@ double number(const QCommandLineParser &parser, const char *option)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
+    const auto application = test::applicationOffscreen(argc, argv);
     QCommandLineParser parser;
     parser.addOptions({{"hours", "Hours of stream at 192 kHz; a twelfth of it at 3.072 MHz.", "H"},
         {"minutes", "Minutes of stream between two checks, each with its line.", "M", "10"},
         {"rate", "Only this rate, in hertz.", "HZ", "0"},
         {"seed", "Of all that is random.", "N", "1"}});
     parser.addHelpOption();
-    parser.process(application);
+    parser.process(*application);
     const double hours = number(parser, "hours");
     if (!(hours > 0.0) || !(number(parser, "minutes") > 0.0)) {
         std::fprintf(stderr, "soak: --hours and --minutes must be above 0\n");

@@ -17,12 +17,12 @@
 #include "window/panorama/WaterfallView.h"
 
 #include "radio/TestRadio.h"
+#include "support/applicationOffscreen.h"
 
 #include "host_interfaces/DeviceFunctionsAbstract.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QMetaEnum>
@@ -314,7 +314,8 @@ int main(int argc, char **argv)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    Probe probe(argc, argv);
+    const auto application = test::applicationOffscreen<Probe>(argc, argv);
+    Probe &probe = *application;
     QStringList arguments = probe.arguments();
     const double seconds = arguments.value(1).toDouble();
     const bool isStill = arguments.removeAll("still") > 0;
