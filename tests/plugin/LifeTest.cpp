@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginRig.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
@@ -14,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <random>
 
 namespace
 {
@@ -150,55 +147,5 @@ TEST(PluginLifeTest, TheHostsWindowAndServicesMayGoFirst)
     rig.loseHost();
     rig.device().deinit();
     EXPECT_TRUE(rig.unload());
-}
-
-/// A number below n.
-int pick(int n)
-{
-    static std::mt19937 random(1);
-    return int(random() % unsigned(n));
-}
-
-/// Calls of the host, as a user's clicks make them.
-void (*const kCalls[])(PluginRig &, DeviceAbstract &) = {
-    [](auto &, auto &device) { device.start(); },
-    [](auto &, auto &device) { device.start(); }, // twice as likely
-    [](auto &, auto &device) { device.stop(); },
-    [](auto &, auto &device) { device.close(); },
-    [](auto &rig, auto &) {
-        rig.readSettings({{"SampleRate", pick(9)}, {"PreampAuto", pick(2) == 0}});
-    },
-    [](auto &, auto &device) { device.setRxFreq(pick(2), 1e6 * pick(30)); },
-    [](auto &, auto &device) { device.setDspMode(0, 0, unsigned(pick(11))); },
-    [](auto &, auto &device) { device.setFftSize(256u << pick(9)); },
-    [](auto &, auto &device) { device.writeIQ(pick(2) == 0, pick(2)); },
-    [](auto &rig, auto &) { rig.bridge().vac().open(8000u * unsigned(1 + pick(6))); },
-    [](auto &rig, auto &) { rig.manager().preamp().applyDelta(pick(9) - 4); },
-    [](auto &, auto &) { vr_set_plugged(pick(3) != 0); },
-    [](auto &rig, auto &device) {
-        device.deinit();
-        rig.init(pick(2) == 0);
-    },
-};
-
-TEST(PluginLifeTest, RandomSequencesEndWell)
-{
-    constexpr int kSequences = 10;
-    constexpr int kCallsEach = 8;
-    PluginRig rig;
-    QTemporaryDir recordings;
-    rig.bridge().setRecordingPath(recordings.path());
-    for (int sequence = 0; sequence < kSequences; ++sequence) {
-        vr_reset();
-        rig.init(true);
-        rig.readSettings();
-        PluginRig::wait(10);
-        for (int call = 0; call < kCallsEach; ++call) {
-            kCalls[pick(std::size(kCalls))](rig, rig.device());
-            PluginRig::wait(pick(15));
-        }
-        rig.device().deinit();
-        ASSERT_EQ(rig.receiver().open, 0) << "sequence " << sequence;
-    }
 }
 } // namespace

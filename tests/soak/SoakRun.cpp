@@ -19,7 +19,8 @@
 #include <fstream>
 #include <malloc.h>
 #include <optional>
-#include <unistd.h>
+#include <stdexcept>
+#include <string>
 
 namespace soak
 {
@@ -45,13 +46,18 @@ constexpr double kMostBetween = 5.0;
 constexpr int kStepMs = 1; // of the event loop
 constexpr auto kStalled = std::chrono::seconds(60);
 
+/// Without pages of libraries: the kernel drops them when memory is short, and they come back.
 long residentKiB()
 {
     malloc_trim(0); // or what the allocator keeps for the threads to come counts as well
-    std::ifstream file("/proc/self/statm");
-    long size = 0, resident = 0;
-    file >> size >> resident;
-    return resident * (sysconf(_SC_PAGESIZE) / 1024);
+    std::ifstream file("/proc/self/status");
+    for (std::string word; file >> word;) {
+        if (word == "RssAnon:") {
+            file >> word;
+            return std::stol(word);
+        }
+    }
+    throw std::runtime_error("the kernel does not tell what is resident");
 }
 
 std::string text(const char *format, ...)

@@ -2,10 +2,12 @@
 // Frames come at most every 10 ms, so real time needs 100 frames/s: 0.41e6 bins/s at a size of 4096
 // and 6.6e6 at 65536. Blocks of 512 come 6000 times a second at the highest IQ rate, 3.072e6
 // samples/s.
+#include "DspCore/spectrum/LineKernels.h"
 #include "DspCore/spectrum/Spectrum.h"
 #include "DspCore/spectrum/SpectrumExpAverager.h"
 #include "DspCore/spectrum/SpectrumLinearAverager.h"
 #include "DspCore/spectrum/SpectrumRmsAverager.h"
+#include "DspCore/spectrum/WindowedTransform.h"
 #include "support/Signals.h"
 
 #include <algorithm>
@@ -37,6 +39,26 @@ void BM_Frame(benchmark::State &state) // size, averager, whole waterfall and st
     spectrum.append(samples.data(), size);
     for (auto _ : state)
         spectrum.makeFrame();
+    state.SetItemsProcessed(state.iterations() * size);
+}
+
+/// One line in dB out of a ring, without averages.
+void BM_Line(benchmark::State &state)
+{
+    const int size = int(state.range(0));
+    DspCore::WindowedTransform transform;
+    transform.init(size, DspCore::Window::BlackmanNuttall);
+    DspCore::AlignedVector<COMPLEX32> ring;
+    for (const COMPLEX &sample : test::noise(size, /*seed*/ 1))
+        ring.push_back({float(sample.re), float(sample.im)});
+    DspCore::AlignedVector<COMPLEX32> work(ring.size()), bins(ring.size());
+    DspCore::AlignedVector<float> line(ring.size());
+    for (auto _ : state) {
+        transform.take(ring.data(), size / 3, work.data());
+        transform.power(work.data(), bins.data(), line.data());
+        DspCore::powerToDb(line.data(), line.data(), size);
+        benchmark::ClobberMemory();
+    }
     state.SetItemsProcessed(state.iterations() * size);
 }
 
@@ -107,6 +129,7 @@ BENCHMARK(BM_Frame)
     ->ArgNames({"", "type", "all"})
     ->ArgsProduct({{4096, 65536}, {0, 1, 2}, {0, 1}})
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Line)->Arg(4096)->Arg(65536)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_BareTransform)->Arg(4096)->Arg(65536)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Append)->Arg(128)->Arg(512)->Arg(4096);
 BENCHMARK_TEMPLATE(BM_Averager, DspCore::SpectrumLinearAverager)

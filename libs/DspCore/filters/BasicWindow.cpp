@@ -5,7 +5,6 @@
 #include "vm_library/source/log/Log.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <numbers>
@@ -100,32 +99,29 @@ template <typename Real>
     return {sample.re * factor, sample.im * factor};
 }
 
-/// The two arrays may be one.
 template <typename Sample, typename Real>
-[[gnu::always_inline]] inline void scaleEach(
-    const Sample *in, Sample *out, const Real *factors, int length)
+[[gnu::always_inline]] inline void scaleEach(Sample *buffer, const Real *factors, int length)
 {
-#pragma GCC ivdep
     for (int n = 0; n < length; ++n)
-        out[n] = scaled(in[n], factors[n]);
+        buffer[n] = scaled(buffer[n], factors[n]);
 }
 
 PROCESSOR_CLONES
-void weighAll(const COMPLEX *in, COMPLEX *out, const double *window, int length)
+void weigh(COMPLEX *buffer, const double *window, int length)
 {
-    scaleEach(in, out, window, length);
+    scaleEach(buffer, window, length);
 }
 
 PROCESSOR_CLONES
-void weighAll(const COMPLEX32 *in, COMPLEX32 *out, const float *window, int length)
+void weigh(COMPLEX32 *buffer, const float *window, int length)
 {
-    scaleEach(in, out, window, length);
+    scaleEach(buffer, window, length);
 }
 
 PROCESSOR_CLONES
-void weighAll(const float *in, float *out, const float *window, int length)
+void weigh(float *buffer, const float *window, int length)
 {
-    scaleEach(in, out, window, length);
+    scaleEach(buffer, window, length);
 }
 } // namespace
 
@@ -185,15 +181,7 @@ void BasicWindow<Real>::process(Sample *buffer, int length, const char *signatur
         vm::log::warning(signature, " mLenght != lenght ");
         return;
     }
-    weighAll(buffer, buffer, mWindow.data(), length);
-}
-
-template <typename Real>
-template <typename Sample>
-void BasicWindow<Real>::weigh(const Sample *in, Sample *out, int first, int count) const
-{
-    assert(first >= 0 && count >= 0 && first + count <= int(mWindow.size()));
-    weighAll(in, out, mWindow.data() + first, count);
+    weigh(buffer, mWindow.data(), length);
 }
 
 template class BasicWindow<double>;
@@ -201,5 +189,4 @@ template class BasicWindow<float>;
 template void BasicWindow<double>::process(COMPLEX *, int, const char *) const;
 template void BasicWindow<float>::process(COMPLEX32 *, int, const char *) const;
 template void BasicWindow<float>::process(float *, int, const char *) const;
-template void BasicWindow<float>::weigh(const COMPLEX32 *, COMPLEX32 *, int, int) const;
 } // namespace DspCore

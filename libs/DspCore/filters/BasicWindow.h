@@ -19,10 +19,6 @@ public:
     template <typename Sample>
     void process(Sample *buffer, int length, const char *signature) const;
 
-    /// A part of the window, from `first` on, into another array.
-    template <typename Sample>
-    void weigh(const Sample *in, Sample *out, int first, int count) const;
-
 private:
     AlignedVector<Real> mWindow;
 };

@@ -53,12 +53,6 @@ public:
     void process(COMPLEX32 *buffer, int length);
     void process(float *buffer, int length);
 
-    /// Multiplies by a part of the window, from its element `first` on, into another array.
-    void weigh(const COMPLEX32 *in, COMPLEX32 *out, int first, int count) const
-    {
-        mWindow.weigh(in, out, first, count);
-    }
-
 private:
     BasicWindow<float> mWindow;
 };

@@ -12,12 +12,38 @@ namespace DspCore
 {
 namespace
 {
+[[gnu::always_inline]] inline COMPLEX32 weighed(COMPLEX32 x, REAL32 weight)
+{
+    return {x.re * weight, x.im * weight};
+}
+
+[[gnu::always_inline]] inline COMPLEX32 sum(COMPLEX32 x, COMPLEX32 y)
+{
+    return {x.re + y.re, x.im + y.im};
+}
+
+[[gnu::always_inline]] inline COMPLEX32 difference(COMPLEX32 x, COMPLEX32 y)
+{
+    return {x.re - y.re, x.im - y.im};
+}
+
+[[gnu::always_inline]] inline COMPLEX32 product(COMPLEX32 x, COMPLEX32 y)
+{
+    return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
+}
+
+[[gnu::always_inline]] inline REAL32 powerOf(COMPLEX32 x)
+{
+    return x.re * x.re + x.im * x.im;
+}
+
 [[gnu::always_inline]] inline void powers(
-    const COMPLEX32 *bins, REAL32 scale, REAL32 *line, int size)
+    const COMPLEX32 *bins, REAL32 scale, REAL32 *line, int quarter, int count)
 {
 #pragma GCC ivdep
-    for (int n = 0; n < size; ++n)
-        line[n] = scale * (bins[n].re * bins[n].re + bins[n].im * bins[n].im);
+    for (int k = 0; k < count; ++k)
+        for (int r = 0; r < 4; ++r)
+            line[4 * k + r] = scale * powerOf(bins[r * quarter + k]);
 }
 
 /// 10 log10(x) + offset of a positive number that is not denormal; infinity and not-a-number stay.
@@ -119,11 +145,37 @@ void versionedCubics(const REAL32 *in, const CubicPlaces &places, REAL32 *out, i
 } // namespace
 
 PROCESSOR_CLONES
-void powerLine(const COMPLEX32 *bins, REAL32 scale, REAL32 *line, int size)
+void firstStep(
+    const FirstStep &step, const COMPLEX32 *const in[4], COMPLEX32 *out, int first, int count)
 {
-    const int half = size / 2;
-    powers(bins + half, scale, line, half);
-    powers(bins, scale, line + half, half);
+    const int quarter = step.quarter;
+    const COMPLEX32 *const in0 = in[0], *const in1 = in[1], *const in2 = in[2], *const in3 = in[3];
+    const REAL32 *const window = step.window + first;
+    const REAL32 *const turnRe = step.turnRe + first;
+    const REAL32 *const turnIm = step.turnIm + first;
+    COMPLEX32 *const to = out + first;
+#pragma GCC ivdep
+    for (int n = 0; n < count; ++n) {
+        const COMPLEX32 a = weighed(in0[n], window[n]);
+        const COMPLEX32 b = weighed(in1[n], window[n + quarter]);
+        const COMPLEX32 c = weighed(in2[n], window[n + 2 * quarter]);
+        const COMPLEX32 d = weighed(in3[n], window[n + 3 * quarter]);
+        const COMPLEX32 ac = difference(a, c), bd = difference(b, d);
+        const COMPLEX32 turn{turnRe[n], turnIm[n]}; // its powers cost less than their tables
+        const COMPLEX32 turn2 = product(turn, turn);
+        to[n] = sum(sum(a, c), sum(b, d));
+        to[n + quarter] = product({ac.re + bd.im, ac.im - bd.re}, turn);
+        to[n + 2 * quarter] = product(difference(sum(a, c), sum(b, d)), turn2);
+        to[n + 3 * quarter] = product({ac.re - bd.im, ac.im + bd.re}, product(turn, turn2));
+    }
+}
+
+PROCESSOR_CLONES
+void powerLine(const COMPLEX32 *bins, REAL32 scale, REAL32 *line, int quarter)
+{
+    const int half = quarter / 2;
+    powers(bins + half, scale, line, quarter, half);
+    powers(bins, scale, line + 2 * quarter, quarter, half);
 }
 
 PROCESSOR_CLONES
@@ -135,10 +187,12 @@ void powerToDb(const REAL32 *power, REAL32 *db, int size, REAL32 offset, REAL32 
 }
 
 PROCESSOR_CLONES
-void addLine(const REAL32 *line, REAL32 *newer, const REAL32 *older, REAL32 *sum, int size)
+void addLine(
+    const REAL32 *line, REAL32 *row, REAL32 *newer, const REAL32 *older, REAL32 *sum, int size)
 {
 #pragma GCC ivdep
     for (int n = 0; n < size; ++n) {
+        row[n] = line[n];
         newer[n] += line[n];
         sum[n] = newer[n] + older[n];
     }

@@ -106,10 +106,8 @@ void Spectrum::setSize(int size)
 void Spectrum::resize(int size)
 {
     Arrays arrays(size);
-    FFT32 fft;
-    fft.init(size);
-    Window32 window;
-    window.init(size, Window::BlackmanNuttall);
+    WindowedTransform transform;
+    transform.init(size, Window::BlackmanNuttall);
 
     const SpinLocker frameLocker(mFrameLock);
     {
@@ -119,8 +117,7 @@ void Spectrum::resize(int size)
         mInput.resize(size);
     }
     mVisibleSize = visibleBins(size, mVisibleRatio);
-    std::swap(mFft, fft);
-    std::swap(mWindow, window);
+    std::swap(mTransform, transform);
     mSpare.resize(unsigned(size));
     mAverager.setSpectrumSize(std::size_t(size));
     mWaterfallAverager.setSpectrumSize(std::size_t(size));
@@ -228,22 +225,14 @@ void Spectrum::makeFrame()
     const NoDenormals scope; // the averagers fade out as well
     // Held from the copy out of the stream on: the work buffer is one for all jobs.
     const SpinLocker locker(mFrameLock);
-    mInput.read(mSize, [this](const COMPLEX32 *run, int first, int count) {
-        mWindow.weigh(run, mArrays.work.get() + first, first, count);
+    mInput.read([this](const COMPLEX32 *ring, int oldest) {
+        mTransform.take(ring, oldest, mArrays.work.get());
     });
     mNewData = false;
-    transform();
+    // Both lines are made from the power; it stands where the spectrum line will.
+    mTransform.power(mArrays.work.get(), mArrays.bins.get(), mArrays.spectrum.get());
     finishWaterfall();
     finishSpectrum();
-}
-
-// Power per bin of the transform divided by its size, which is done on the power. Both lines are
-// made from it; it stands where the spectrum line will.
-void Spectrum::transform()
-{
-    const float perSize = 1.0f / float(mSize);
-    mFft.direct(mArrays.work.get(), mArrays.bins.get());
-    powerLine(mArrays.bins.get(), perSize * perSize, mArrays.spectrum.get(), mSize);
 }
 
 void Spectrum::finishWaterfall()

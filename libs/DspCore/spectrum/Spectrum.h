@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DspCore/fft/FFT64.h"
-#include "DspCore/filters/Window64.h"
 #include "DspCore/spectrum/PoolJobs.h"
 #include "DspCore/spectrum/SpectrumAverager.h"
 #include "DspCore/spectrum/SpectrumExpAverager.h"
 #include "DspCore/spectrum/SpectrumInterpolator.h"
+#include "DspCore/spectrum/WindowedTransform.h"
 #include "DspCore/types.h"
 #include "signal_primitives/ipps.h"
 #include "thread_pool/ThreadPool.h"
@@ -141,7 +140,6 @@ private:
     bool store(COMPLEX *samples, int count);
     void post();
     void resize(int size);
-    void transform();
     void finishWaterfall();
     void finishSpectrum();
     void stretch(float *line);
@@ -163,8 +161,7 @@ private:
     int mVisibleSize = 0;                      // bins, follows size and ratio
     bool mRemoveSide = false;
     SpinLock mFrameLock;
-    Window32 mWindow;
-    FFT32 mFft;
+    WindowedTransform mTransform;
     SpectrumAverager mAverager;
     SpectrumExpAverager mWaterfallAverager;
     SpectrumInterpolator mInterpolator;

@@ -57,17 +57,19 @@ REAL32 *SpectrumHistoryAverager::nextRow()
     return mRows[mNextRow].data();
 }
 
-void SpectrumHistoryAverager::average(MeanToPower meanToPower)
+void SpectrumHistoryAverager::average(const REAL32 *line, MeanToPower meanToPower)
 {
+    const int size = int(mSpectrumSize);
+    REAL32 *const row = nextRow();
     if (mNextRow == 0)
         beginTurn();
-    const int size = int(mSpectrumSize);
-    const REAL32 *const line = mRows[mNextRow].data();
     const bool isLast = mNextRow + 1 == mRows.size();
-    if (isLast)
-        ippsAdd_32f_I(line, mNewer.data(), size);
-    else
-        addLine(line, mNewer.data(), mRows[mNextRow + 1].data(), mSum.data(), size);
+    if (isLast) {
+        std::copy_n(line, line == row ? 0 : size, row);
+        ippsAdd_32f_I(row, mNewer.data(), size);
+    } else {
+        addLine(line, row, mNewer.data(), mRows[mNextRow + 1].data(), mSum.data(), size);
+    }
     mNextRow = (mNextRow + 1) % mAveragingSize;
 
     mPower = isLast ? mNewer.data() : mSum.data();

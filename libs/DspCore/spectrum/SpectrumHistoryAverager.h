@@ -40,8 +40,8 @@ protected:
     /// Turns the mean of stored values into power, in place; null if it is power.
     using MeanToPower = void (*)(REAL32 *mean, int size);
 
-    /// Takes the row that the next line was put into and makes the mean of all.
-    void average(MeanToPower meanToPower);
+    /// Puts a line into its row, unless it is there, and makes the mean of all.
+    void average(const REAL32 *line, MeanToPower meanToPower);
 
 private:
     void beginTurn();

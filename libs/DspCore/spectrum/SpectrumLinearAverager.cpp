@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DspCore/spectrum/SpectrumLinearAverager.h"
 
-#include "signal_primitives/ipps.h"
 #include "vm_library/source/log/Log.h"
 
 namespace DspCore
@@ -13,7 +12,6 @@ void SpectrumLinearAverager::write(REAL32 *line, std::size_t size)
             " incorrect input buffer size!");
         return;
     }
-    ippsCopy_32f(line, nextRow(), int(size));
-    average(nullptr);
+    average(line, nullptr);
 }
 } // namespace DspCore

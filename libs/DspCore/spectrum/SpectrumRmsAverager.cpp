@@ -13,7 +13,8 @@ void SpectrumRmsAverager::write(REAL32 *line, std::size_t size)
             " incorrect input buffer size!");
         return;
     }
-    ippsMul_32f_A24(line, line, nextRow(), int(size));
-    average([](REAL32 *mean, int count) { ippsSqrt_32f_I(mean, count); });
+    REAL32 *const squares = nextRow();
+    ippsMul_32f_A24(line, line, squares, int(size));
+    average(squares, [](REAL32 *mean, int count) { ippsSqrt_32f_I(mean, count); });
 }
 } // namespace DspCore

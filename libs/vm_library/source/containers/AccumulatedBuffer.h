@@ -59,20 +59,22 @@ public:
     /// Reads n elements, 0..size(), from the oldest on. The window keeps them.
     void read(T *data, int n)
     {
-        read(n,
-            [data](const T *run, int first, int count) { std::copy_n(run, count, data + first); });
-    }
-
-    /// The same where they stand: use(const T *run, int first, int count) gets elements first to
-    /// first + count - 1.
-    template <typename Use>
-    void read(int n, Use use)
-    {
         const std::lock_guard<std::mutex> guard(m_mutex);
         assert(n >= 0 && n <= m_size);
         m_read = m_write;
-        inRuns(m_read, n, use);
+        inRuns(m_read, n,
+            [data](const T *run, int first, int count) { std::copy_n(run, count, data + first); });
         m_read = (m_read + n) & m_mask;
+    }
+
+    /// Reads the whole window where it stands: use(const T *ring, int oldest) gets size() elements,
+    /// of which the oldest is ring[oldest] and the one after the last of the ring is its first.
+    template <typename Use>
+    void read(Use use)
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_read = m_write;
+        use(static_cast<const T *>(m_storage.data()), m_read);
     }
 
     /// Starts again at the first element. The elements stay until they are overwritten.
