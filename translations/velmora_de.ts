@@ -1797,6 +1797,10 @@
         <translation>Aufnahme</translation>
     </message>
     <message>
+        <source>Recorded %1</source>
+        <translation>Aufgenommen: %1</translation>
+    </message>
+    <message>
         <source>Recording into %1</source>
         <translation>Aufnahme nach %1</translation>
     </message>
@@ -1843,12 +1847,12 @@
         <translation>&amp;1: mit eigenem Kopf</translation>
     </message>
     <message>
-        <source>&amp;2: plain WAV</source>
-        <translation>&amp;2: gewöhnliches WAV</translation>
+        <source>&amp;2: plain WAV, 40 dB louder, for weak bands</source>
+        <translation>&amp;2: gewöhnliches WAV, 40 dB lauter, für schwache Bänder</translation>
     </message>
     <message>
-        <source>&amp;3: WAV with auxi header</source>
-        <translation>&amp;3: WAV mit auxi-Kopf</translation>
+        <source>&amp;3: WAV with auxi header, 30 dB louder, for weak bands</source>
+        <translation>&amp;3: WAV mit auxi-Kopf, 30 dB lauter, für schwache Bänder</translation>
     </message>
     <message>
         <source>&amp;Folder of recordings…</source>

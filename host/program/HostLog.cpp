@@ -13,8 +13,8 @@ namespace host
 {
 namespace
 {
-// Qt's own on a user without a session and on a window without a screen; the spectrum's when its
-// window follows the transform to another size.
+// Qt's own on a user without a session and on a window without a screen; that of a low pass with
+// fewer taps than the shortest window has.
 constexpr QLatin1String kRemarks[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
     QLatin1String("This plugin does not support propagateSizeHints"),
     QLatin1String("mLenght != lenght")};

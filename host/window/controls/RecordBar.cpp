@@ -28,6 +28,9 @@ const QString kFolder = QStringLiteral("Recording/folder");
 const QString kAudioType = QStringLiteral("Recording/audio");
 const QString kIqLayout = QStringLiteral("Recording/iq");
 
+// The one layout that plays as it was received. The others are louder and break what is strong.
+constexpr int kUsualLayout = vm::file::IQFile::VelmoraSDR2;
+
 QToolButton *newButton(const char *text, const char *name, QWidget *parent)
 {
     auto *button = new QToolButton(parent);
@@ -77,10 +80,12 @@ RecordBar::~RecordBar()
 void RecordBar::join(Recorder &recorder, QToolButton &button, void (RecordBar::*set)(bool))
 {
     connect(&button, &QToolButton::clicked, this, set);
-    connect(&recorder, &Recorder::recordingChanged, this, [this, &button](bool on) {
+    connect(&recorder, &Recorder::recordingChanged, this, [this, &recorder, &button](bool on) {
         button.setChecked(on);
-        if (!on)
-            showIdle();
+        if (on)
+            return;
+        showIdle();
+        emit message(tr("Recorded %1").arg(recorder.progress().file));
     });
     connect(&recorder, &Recorder::progressed, this, &RecordBar::show);
     connect(&recorder, &Recorder::failed, this, &RecordBar::message);
@@ -106,7 +111,7 @@ void RecordBar::setRecordingIq(bool on)
     QDir().mkpath(folder());
     IQRecorderConfigure where;
     where.path = folder();
-    where.format = vm::file::IQFile::Format(setting(kIqLayout, int(where.format)).toInt());
+    where.format = vm::file::IQFile::Format(setting(kIqLayout, kUsualLayout).toInt());
     begin(m_iq.start(where, m_radio.deviceName(), m_radio.rateHz(), m_radio.centerHz()), m_iq,
         *m_iqButton);
 }
@@ -162,9 +167,10 @@ void RecordBar::serve(QMenu &menu)
     };
     addChoices(QT_TR_NOOP("&Audio files"), kAudioType, 0,
         {QT_TR_NOOP("&WAV, 32-bit float"), QT_TR_NOOP("&FLAC, 24 bits")});
-    addChoices(QT_TR_NOOP("&IQ files"), kIqLayout, int(IQRecorderConfigure().format),
-        {QT_TR_NOOP("&1: with a header of its own"), QT_TR_NOOP("&2: plain WAV"),
-            QT_TR_NOOP("&3: WAV with auxi header")});
+    addChoices(QT_TR_NOOP("&IQ files"), kIqLayout, kUsualLayout,
+        {QT_TR_NOOP("&1: with a header of its own"),
+            QT_TR_NOOP("&2: plain WAV, 40 dB louder, for weak bands"),
+            QT_TR_NOOP("&3: WAV with auxi header, 30 dB louder, for weak bands")});
     QAction *folder = menu.addAction(QString(), this, &RecordBar::chooseFolder);
     say(folder, [folder] { folder->setText(tr("&Folder of recordings…")); });
 }

@@ -37,6 +37,7 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
@@ -57,6 +58,7 @@ constexpr QSize kFrame{8, 40};      // what a desktop puts around a window, at m
 constexpr double kFirstShare = 0.6; // of a large screen, to either side
 constexpr int kSideWidth = 262;
 const QString kGroup = QStringLiteral("Window");
+const QString kOpenFolder = QStringLiteral("Window/openFolder");
 
 /// As wide as its content needs, at any size of letters and in any language, and the bar that it
 /// has in a low window.
@@ -321,7 +323,14 @@ void MainWindow::openScene(const QString &file)
             tell(file.isEmpty() ? tr("The built-in band") : tr("Playing %1").arg(file));
         return;
     }
-    tell(m_player->open(file) ? tr("Playing %1").arg(file) : m_player->error());
+    const bool wasOnAir = m_player->kind() == RecordingPlayer::Kind::Iq;
+    if (!m_player->open(file)) {
+        tell(m_player->error());
+        return;
+    }
+    if (wasOnAir && m_player->kind() == RecordingPlayer::Kind::Audio)
+        m_radio.openScene({}); // or an ended recording would stay on the air
+    tell(tr("Playing %1").arg(file));
 }
 
 void MainWindow::closeRecording()
@@ -334,12 +343,16 @@ void MainWindow::closeRecording()
 
 void MainWindow::chooseScene()
 {
-    const QString file = QFileDialog::getOpenFileName(this, tr("Open a recording or a band"), {},
+    const QString used = m_radio.settings().value(kOpenFolder).toString();
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open a recording or a band"),
+        used.isEmpty() ? m_recordBar->folder() : used,
         tr("Recordings and bands (*.wav *.band *.f64 *.f32 *.s16 *.u8 *.cf32 *.cu8 *.flac);;All "
            "files "
            "(*)"));
-    if (!file.isEmpty())
-        openScene(file);
+    if (file.isEmpty())
+        return;
+    m_radio.settings().setValue(kOpenFolder, QFileInfo(file).absolutePath());
+    openScene(file);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)

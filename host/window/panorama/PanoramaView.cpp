@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace host
 {
@@ -30,6 +31,7 @@ constexpr double kMostRangeDb = 180.0;
 constexpr double kLowestDb = -180.0;
 constexpr double kHighestDb = 20.0;
 constexpr int kFollowLines = 12;     // half a second between looks
+constexpr double kSilentDb = -150.0; // a line without samples, below what a converter can give
 constexpr double kLeastStepDb = 4.0; // a range that moves for less would never be still
 
 // The following takes in the noise but for its deepest dips, and the strongest signal.
@@ -98,15 +100,20 @@ double PanoramaView::levelAt(double hertz) const
     return index >= 0.0 && index < double(line.size()) ? line[std::size_t(index)] : kNothing;
 }
 
-/// Takes the range that holds what is seen now, if it is clearly another one.
+/// Takes the range that holds what is seen now, if it is clearly another one and was so at the last
+/// look already: a line that sinks into silence would take the range along.
 void PanoramaView::follow()
 {
     m_linesToFollow = kFollowLines;
     if (m_columns.empty())
         return;
+    const auto differ = [](const LevelRange &a, const LevelRange &b) {
+        return std::abs(a.lowDb - b.lowDb) >= kLeastStepDb
+            || std::abs(a.highDb - b.highDb) >= kLeastStepDb;
+    };
     const LevelRange wanted = LevelRange::holding(m_columns, kLowShare, kHighShare);
-    if (std::abs(wanted.lowDb - m_range.lowDb) < kLeastStepDb
-        && std::abs(wanted.highDb - m_range.highDb) < kLeastStepDb)
+    const bool isSteady = !differ(wanted, std::exchange(m_wanted, wanted));
+    if (!isSteady || !differ(wanted, m_range) || wanted.highDb <= kSilentDb)
         return;
     m_range = wanted;
     emit rangeChanged();

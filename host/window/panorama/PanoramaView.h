@@ -72,6 +72,7 @@ private:
 
     SpectrumLines &m_lines;
     LevelRange m_range{-120.0, -20.0};
+    LevelRange m_wanted; // at the last look
     bool m_isAutomatic = true;
     int m_linesToFollow = 0;
     std::vector<PictureMark> m_marks;
