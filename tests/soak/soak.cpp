@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <malloc.h>
 
 namespace
 {
 constexpr double kSecondsPerHour = 3600.0;
+constexpr int kKeptFree = 128 * 1024;          // bytes
 constexpr double kShareAtHighest = 1.0 / 12.0; // of the stream's hours
 
 double number(const QCommandLineParser &parser, const char *option)
@@ -23,6 +25,9 @@ double number(const QCommandLineParser &parser, const char *option)
 
 int main(int argc, char **argv)
 {
+    // What is free at the end of a thread's heap goes back as soon as it is so much. The allocator
+    // would by itself raise that to tens of MiB, and malloc_trim() does not look there.
+    mallopt(M_TRIM_THRESHOLD, kKeptFree);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const auto application = test::applicationOffscreen(argc, argv);
     QCommandLineParser parser;
