@@ -80,6 +80,7 @@ int main(int argc, char **argv)
     int taken = 1;
     const auto application = test::applicationOffscreen(taken, argv);
     qInstallMessageHandler(onMessage);
+    std::thread([] {}).join(); // with the first one a sanitizer begins one of its own
     const int threads = threadCount();
     if (!faulty::arm(fault)) {
         std::puts("FAILED: fault not understood");
