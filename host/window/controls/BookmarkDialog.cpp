@@ -18,15 +18,14 @@ namespace host
 {
 BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
     : ListDialog(parent), m_memory(memory), m_search(memory.bookmarks()),
-      m_table(new QTableView(this))
+      m_field(new QLineEdit(this)), m_table(new QTableView(this))
 {
     resize(680, 460);
     auto *layout = new QVBoxLayout(this);
-    auto *field = new QLineEdit(this);
-    field->setClearButtonEnabled(true);
-    connect(field, &QLineEdit::textChanged, this,
+    m_field->setClearButtonEnabled(true);
+    connect(m_field, &QLineEdit::textChanged, this,
         [this](const QString &text) { m_search.setText(text); });
-    layout->addWidget(field);
+    layout->addWidget(m_field);
     m_table->setModel(&m_search);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(kFrequencyField, Qt::AscendingOrder);
@@ -42,10 +41,10 @@ BookmarkDialog::BookmarkDialog(RadioMemory &memory, QWidget *parent)
     addButton(*row, this, QT_TR_NOOP("&Export…"), &BookmarkDialog::exportFile);
     addButton(*row, this, QT_TR_NOOP("&Close"), &QDialog::accept);
     layout->addLayout(row);
-    say(this, [this, field] {
+    say(this, [this] {
         setWindowTitle(tr("Bookmarks"));
-        field->setPlaceholderText(tr("Search"));
-        field->setAccessibleName(tr("Search in the bookmarks"));
+        m_field->setPlaceholderText(tr("Search"));
+        m_field->setAccessibleName(tr("Search in the bookmarks"));
         m_table->setAccessibleName(tr("Bookmarks"));
     });
 }
@@ -59,10 +58,9 @@ void BookmarkDialog::go()
 
 void BookmarkDialog::add()
 {
+    m_field->clear(); // or the search would not show it
     const int row = m_memory.bookmarks().add(m_memory.here(tr("new")));
     const QModelIndex index = m_search.mapFromSource(m_memory.bookmarks().index(row, 0));
-    if (!index.isValid())
-        return; // the search does not show it
     m_table->setCurrentIndex(index);
     m_table->edit(index);
 }

@@ -5,6 +5,7 @@
 
 #include "memory/BookmarkSearch.h"
 
+class QLineEdit;
 class QTableView;
 
 namespace host
@@ -31,6 +32,7 @@ private:
 
     RadioMemory &m_memory;
     BookmarkSearch m_search;
+    QLineEdit *m_field;  // child
     QTableView *m_table; // child
 };
 } // namespace host

@@ -94,6 +94,7 @@ TEST_F(DialogTest, BookmarksAreAddedFoundRecalledAndCarriedOver)
     const int before = table->model()->rowCount();
     radio().setFrequency(7.0431e6);
     radio().setMode(Mode::LSB);
+    search->setText("a name that none has");
     press(*dialog, "Add what is heard");
     ASSERT_EQ(table->model()->rowCount(), before + 1);
     table->model()->setData(table->currentIndex(), "Evening round");
