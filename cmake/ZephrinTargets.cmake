@@ -55,7 +55,7 @@ target_compile_options(zephrin_warnings INTERFACE -Wall -Wextra -Werror
 # defined than its users, as a compiler refuses it otherwise. A source includes what it uses all the
 # same; the preset "debug" builds without and shows what is missing.
 set(ZEPHRIN_COMMON_HEADERS
-    <QFile> <QObject> <QSettings> <QString> <QStringList> <QThread> <QTimer> <QVariant> <QVector>
+    <QFile> <QObject> <QSettings> <QString> <QStringList> <QTimer> <QVariant> <QVector>
     <algorithm> <array> <atomic> <chrono> <cmath> <functional> <memory> <mutex> <optional> <thread>
     <vector>)
 

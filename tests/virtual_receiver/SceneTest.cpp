@@ -325,22 +325,6 @@ TEST(BandSceneTest, MorseIsKeyedInTime)
     EXPECT_EQ(keyed, word + word);
 }
 
-TEST(BandSceneTest, TheBuiltInBandHasItsStationsAndRepeatsExactly)
-{
-    const auto stream = [] {
-        Rig rig;
-        rig.tune(kCentreHz);
-        rig.stream(2);
-        return rig.samples(192000);
-    };
-    const auto first = stream();
-    EXPECT_EQ(test::maxError(first, stream()), 0.0);
-    constexpr double kRate = 192000.0;
-    constexpr double kSpeech = 0.2; // dB, what a second of the other stations leaves in a bin
-    EXPECT_NEAR(levelAt(first, 12000, kRate), -30.0, kSpeech); // AM carrier
-    EXPECT_NEAR(levelAt(first, -9000, kRate), -50.0, kSpeech); // carrier
-}
-
 TEST(BandSceneTest, AWrongLineIsNamedWithWhatIsWrong)
 {
     const std::tuple<const char *, int, const char *> rows[] = {
