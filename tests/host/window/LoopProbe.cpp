@@ -27,6 +27,7 @@
 #include <QFile>
 #include <QMetaEnum>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -81,6 +82,8 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override
     {
+        if (QThread::currentThread() != thread()) // the sound's
+            return QApplication::notify(receiver, event);
         const QByteArray what = QByteArray(receiver->metaObject()->className()) + ' '
             + QByteArray::number(int(event->type()));
         m_within.push_back({});

@@ -23,6 +23,7 @@ constexpr double kScaledFullScale = 2147483392.0;
 constexpr double kPerFullScale = 4.656613428188971e-10;
 static_assert(kPerFullScale == 1.0 / kScaledFullScale);
 
+constexpr double kAsItIs = 1.0;                   // even the bits below the 24
 constexpr double kHdsdrGain = 31.622776601683793; // 30 dB
 constexpr double kWaveGain = 100.0;               // 40 dB
 
@@ -151,11 +152,15 @@ void IQFile::run()
     askForRealTime();
     std::vector<unsigned char> bytes;
     bytes.reserve(m_ring.capacity());
+    // Of the whole recording, whatever layout its header will have.
+    const double gain = m_format == HDSDR ? kHdsdrGain
+        : m_format == StandartWave        ? kWaveGain
+                                          : kAsItIs;
     long long dataBytes = 0;
     // The flag is read before the ring: what came in before close() is still taken.
     for (bool open = true; open;) {
         open = m_open;
-        dataBytes += drain(bytes);
+        dataBytes += drain(bytes, gain);
         if (open) {
             m_queue.populateSome();
             sleepMillisecond();
@@ -171,14 +176,12 @@ void IQFile::run()
 }
 
 /// Moves all into the file until only a tail is left in the ring. Returns how many bytes.
-long long IQFile::drain(std::vector<unsigned char> &bytes)
+long long IQFile::drain(std::vector<unsigned char> &bytes, double gain)
 {
     long long moved = 0;
     while (const unsigned int count = takeSweep(bytes)) {
-        if (m_format == HDSDR)
-            scale(bytes, kHdsdrGain);
-        else if (m_format == StandartWave)
-            scale(bytes, kWaveGain);
+        if (gain != kAsItIs)
+            scale(bytes, gain);
         m_file.write(reinterpret_cast<const char *>(bytes.data()), count);
         moved += count;
     }

@@ -148,7 +148,7 @@ private:
     unsigned int takeSweep(std::vector<unsigned char> &bytes);
     void writeHeaders();
     void finishHeaders(long long dataBytes);
-    long long drain(std::vector<unsigned char> &bytes);
+    long long drain(std::vector<unsigned char> &bytes, double gain);
 
     // The header as it stands in the file. Between recordings it keeps what the last one ended
     // with.
