@@ -46,10 +46,14 @@ TEST_F(DriverRepairTest, ALevelThatGivesNoFactorLeavesTheSamplesAsTheyAre)
             driver.setPreampCoeff(dB);
             EXPECT_EQ(warnings().filter("refused").size(), repaired ? 1 : 0) << dB;
             engine->open(vm::thread::jthread::Priority::Highest);
-            auto block = test::frames(8, 1000);
-            driver.extractIQ(block, driver.findHeaders(block));
             std::vector<COMPLEX> samples(EngineLimits::kBlock);
-            ASSERT_TRUE(wait(2000, [&] { return engine->iqBuffer()->count() >= samples.size(); }));
+            // Again and again, as in a stream: a thread that is yet to wait is not woken by the
+            // first.
+            ASSERT_TRUE(wait(2000, [&] {
+                auto block = test::frames(8, 1000);
+                driver.extractIQ(block, driver.findHeaders(block));
+                return engine->iqBuffer()->count() >= samples.size();
+            }));
             engine->iqBuffer()->read(samples.data(), int(samples.size()));
             engine->close();
             EXPECT_EQ(std::isfinite(samples.back().re), repaired) << dB;
