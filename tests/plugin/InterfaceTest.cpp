@@ -106,7 +106,10 @@ TEST_F(RecordingTest, IsStartedOnceAndStopped)
     EXPECT_EQ(told(true), m_none);
     EXPECT_EQ(files(), 1);
     m_rig.device().setRxFreq(0, 7.05e6);
-    PluginRig::wait(100);
+    // Ten times as many as are looked for, however busy the machine is.
+    const auto before = m_rig.receiver().samples_sent;
+    ASSERT_TRUE(
+        PluginRig::waitFor([&] { return m_rig.receiver().samples_sent > before + 20000; }, 5000));
     EXPECT_EQ(told(false), m_no);
     QFile file(m_folder.filePath(QDir(m_folder.path()).entryList(QDir::Files).first()));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
