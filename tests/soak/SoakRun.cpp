@@ -36,12 +36,6 @@ constexpr double kLevelDb = 0.01;   // of the carrier, from the first check on
 constexpr long kGrowthKiB = 1024;   // of what is allocated
 constexpr long kResidentKiB = 2048; // of what is resident: pages that are free in part
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kIsResidentOurs = false; // what is freed is kept, to find who uses it later
-#else
-constexpr bool kIsResidentOurs = true;
-#endif
-
 // Seconds of stream.
 constexpr double kMostWarmUp = 60.0;
 constexpr double kSettle = 3.0; // fades, filters and averages in the known state
@@ -197,8 +191,7 @@ private:
         std::fflush(stdout);
 
         expect(std::abs(allocated - m_baseline->allocatedKiB) <= kGrowthKiB, "memory allocated");
-        expect(!kIsResidentOurs || resident - m_baseline->residentKiB <= kResidentKiB,
-            "memory resident");
+        expect(resident - m_baseline->residentKiB <= kResidentKiB, "memory resident");
         expect(dropped == 0, "IQ dropped");
         expect(lost == 0, "audio dropped");
         expect(m_stream->beyond() == 0, "audio that is no number or beyond full scale");
