@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/SettingsStore.h"
 
-#include "support/FileSizeLimit.h"
 #include "support/TemporarySettings.h"
 
 #include <QLockFile>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -115,22 +113,6 @@ TEST_F(SettingsStoreTest, ASaveInTheBackgroundTellsTheNextTime)
     EXPECT_TRUE(nowhere.error().contains("/proc/a.ini"));
 }
 
-TEST_F(SettingsStoreTest, AFullDiskLeavesTheFileAsItWas)
-{
-    constexpr rlim_t kFullBytes = 1000; // enough for the lock beside the file
-    const QByteArray text = "[Device]\nnote=" + QByteArray(2 * kFullBytes, 'x') + "\nrate=3\n";
-    test::TemporarySettings::write(kFile, text);
-    host::SettingsStore store;
-    store.settings().setValue("Device/rate", 4);
-    std::signal(SIGXFSZ, SIG_IGN);
-    {
-        const test::FileSizeLimit limit(kFullBytes);
-        EXPECT_FALSE(store.save());
-    }
-    EXPECT_NE(store.error(), "");
-    EXPECT_EQ(test::TemporarySettings::read(kFile), text);
-}
-
 TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)
 {
     test::TemporarySettings::write(kFile, "");
@@ -149,23 +131,6 @@ TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)
     turn.unlock();
     waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(stored("other/key").toInt(), 1);
-    EXPECT_EQ(stored("own/key").toInt(), 2);
-}
-
-TEST_F(SettingsStoreTest, WhatAnotherProgramSavesMeanwhileIsKept)
-{
-    host::SettingsStore store; // both start from no file
-    if (fork() == 0) {
-        host::SettingsStore other;
-        other.settings().setValue("other/key", 1);
-        _exit(other.save() ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_GT(wait(&status), 0);
-    EXPECT_EQ(status, 0);
-    store.settings().setValue("own/key", 2);
-    ASSERT_TRUE(store.save()) << qPrintable(store.error());
     EXPECT_EQ(stored("other/key").toInt(), 1);
     EXPECT_EQ(stored("own/key").toInt(), 2);
 }

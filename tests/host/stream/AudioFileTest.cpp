@@ -2,11 +2,9 @@
 #include "stream/AudioFile.h"
 
 #include "stream/WavHeader.h"
-#include "support/FileSizeLimit.h"
 
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
@@ -90,23 +88,5 @@ TEST(WavHeaderTest, OtherProgramsFindAllFramesOnBothSidesOf4GiB)
         EXPECT_EQ(reader.info.format, format | SF_FORMAT_FLOAT) << frames;
         EXPECT_EQ(std::uint64_t(reader.info.frames), frames);
     }
-}
-
-TEST_F(AudioFileTest, AFullDiskIsToldAndWhatIsThereStays)
-{
-    constexpr rlim_t kRoom = 10001; // not a whole number of frames
-    const std::vector<float> block(2 * 1000, 0.25f);
-    std::signal(SIGXFSZ, SIG_IGN);
-    const test::FileSizeLimit limit(kRoom);
-    ASSERT_TRUE(m_file.open(m_path));
-    EXPECT_TRUE(m_file.write(block.data(), 1000));
-    EXPECT_TRUE(m_file.isGood());
-    EXPECT_FALSE(m_file.write(block.data(), 1000));
-    EXPECT_FALSE(m_file.write(block.data(), 1)); // no gap in the middle
-    EXPECT_FALSE(m_file.isGood());
-    EXPECT_FALSE(m_file.close());
-    EXPECT_TRUE(m_file.error().startsWith(m_path + ": ")) << qPrintable(m_file.error());
-    const auto frames = sf_count_t((kRoom - sizeof(WavHeader)) / WavHeader::kBytesPerFrame);
-    EXPECT_EQ(Reader(m_path).info.frames, frames);
 }
 } // namespace
