@@ -29,9 +29,10 @@ struct Row
 };
 
 constexpr char kTooMany[] = "too many devices: 3735928559";
-constexpr char kOpen[] = "failed to open, ";
+constexpr char kOpen[] = "failed to open, 4"; // with the status
 constexpr char kFifo[] = "failed to set sync FIFO bit mode, ";
 constexpr char kUsb[] = "failed to set USB parameters, ";
+constexpr char kInit[] = "failed to init ZephrinNANO";
 constexpr char kWrite[] = "failed to write data, writed: 0";
 constexpr char kRead[] = "failed to read IQ, error";
 constexpr char kPage[] = "Failed read page size!";
@@ -77,7 +78,7 @@ constexpr Row kRows[] = {
     {"zero:FT_Read", 10, {{{Fine}, {Fine}, {Silent}}}},
     {"garbage:FT_Read", 10, {{{Fine}, {Fine}, {Silent}}}},
     {"fail:FT_Write", 45,
-        {{{Unopened, kWrite, kKept}, {Unopened, kWrite, kKept}, {Fine, kWrite, kKept}}}},
+        {{{Unopened, kInit, kKept}, {Unopened, kInit, kKept}, {Fine, kWrite, kKept}}}},
     {"short:FT_Write", 1, {{{Fine}, {Fine}, {Silent}}}},
     {"zero:FT_Write", 1, {{{Fine}, {Fine}, {Silent}}}},
     {"garbage:FT_Write", 1, {{{Fine}, {Fine}, {Fine}}}},
@@ -114,16 +115,21 @@ constexpr struct
     std::size_t place;
 } kSample[] = {
     {"garbage:FT_ListDevices", 0},
+    {"fail:FT_Open", 0},
     {"zero:FT_Open", 2},
     {"fail:FT_Close", 0},
     {"fail:FT_ResetDevice", 1},
+    {"fail:FT_SetBitMode", 0},
     {"fail:FT_SetBitMode", 1},
     {"fail:FT_SetLatencyTimer", 2},
     {"fail:FT_SetUSBParameters", 2},
     {"fail:FT_SetFlowControl", 0},
+    {"fail:FT_SetTimeouts", 0},
     {"fail:FT_SetTimeouts", 1},
     {"fail:FT_Purge", 0},
     {"hang:FT_Read", 1},
+    {"fail:FT_Write", 1},
+    {"fail:FT_Write", 2},
     {"short:FT_Write", 2},
     {"garbage:FT_EE_UASize", 0},
     {"short:FT_EE_UARead", 1},

@@ -44,18 +44,6 @@ TEST(FaultTest, ByteFaultsChangeTheSizeOfTheirFrameAlone)
     EXPECT_EQ(frameSizes(rig.read(6 * 512 + 510)), expected);
 }
 
-TEST(FaultTest, NamedCallsFail)
-{
-    Rig rig;
-    ASSERT_EQ(vr_fault("fail:FT_Purge@2,fail:FT_Write@1x2=10"), 0);
-    for (const FT_STATUS expected : {FT_OK, FT_IO_ERROR, FT_OK})
-        EXPECT_EQ(FT_Purge(rig.handle(), 3), expected);
-    for (const FT_STATUS expected : {FT_FAILED_TO_WRITE_DEVICE, FT_FAILED_TO_WRITE_DEVICE, FT_OK}) {
-        EXPECT_EQ(rig.write(test::command(4, 1)), expected);
-        EXPECT_EQ(rig.status().attenuator, expected == FT_OK ? 1u : 0u);
-    }
-}
-
 TEST(FaultTest, CallsAnswerWithLessWithNothingOrWithTooMuch)
 {
     constexpr DWORD kTooMany = 0xdeadbeef;

@@ -74,7 +74,6 @@ protected:
     }
 
     /// Lines of the driver alone: the engine has warnings of its own.
-    QStringList lines() const { return log.lines().filter("HardwareZephrinNANO::"); }
     QStringList warnings() const { return log.warnings().filter("HardwareZephrinNANO::"); }
 
     /// Runs the event loop until the condition holds; false if it does not in time.

@@ -35,39 +35,6 @@ TEST_F(HardwareZephrinNANOTest, OpenSetsUpTheFifoAndThenTheAdc)
     EXPECT_TRUE(calls().isEmpty() && warnings().isEmpty());
 }
 
-TEST_F(HardwareZephrinNANOTest, AFailureEndsTheAttemptToOpenOrIsLoggedOnly)
-{
-    const struct
-    {
-        const char *call;
-        int number; // of the calls of that name, from 1
-        bool opens;
-        const char *text;
-    } rows[] = {{"FT_Open", 1, false, " failed to open,  9"}, {"FT_SetBitMode", 1, true, ""},
-        {"FT_SetBitMode", 2, false, ""}, {"FT_SetTimeouts", 1, true, " failed to set timeouts,  9"},
-        {"FT_Write", 30, false, " failed to init ZephrinNANO"}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.call);
-        resetDevice();
-        log.clear();
-        ASSERT_EQ(vr_fault(QString("fail:%1@%2=9").arg(row.call).arg(row.number).toUtf8()), 0);
-        EXPECT_EQ(driver.open(0), row.opens);
-        EXPECT_EQ(driver.isOpen(), row.opens);
-        EXPECT_TRUE(log.warned(row.text)) << warnings().join('\n').toStdString();
-        const QStringList made = calls();
-        if (row.opens) {
-            EXPECT_EQ(made.size(), 8 + 30);
-            driver.close();
-        } else {
-            EXPECT_TRUE(made.last().startsWith(row.call)); // given up at once,
-            EXPECT_EQ(made.filter(row.call).size(), row.number);
-            EXPECT_EQ(device().open, row.number > 1); // and the handle is not given back
-            driver.close();                           // of a device that does not count as open
-            EXPECT_TRUE(calls().isEmpty());
-        }
-    }
-}
-
 // Words are the frequency in units of 122.88 MHz / 2^32 = 0.02861 Hz, rounded toward zero.
 TEST_F(HardwareZephrinNANOTest, FilterLeavesAbove55MegahertzWithAStateOfItsOwn)
 {
