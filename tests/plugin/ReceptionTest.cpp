@@ -99,21 +99,4 @@ TEST(ReceptionTest, NoSampleIsLostOrRepeated)
     }
     EXPECT_LT(residual, kTolerance * largest);
 }
-
-TEST(ReceptionTest, TheAutomaticPreampBringsAnOverloadedBandDown)
-{
-    constexpr int kDecisionMs = 2100; // 21 ticks of 100 ms
-    PluginRig rig;
-    PluginRig::chooseCarriers({{kCentreHz + kToneHz, 3.0}});
-    vr_set_pace(VR_PACE_REAL_TIME);
-    rig.prepare({{"SampleRate", 2}, {"PreampAuto", true}});
-    rig.tune(kCentreHz, kCentreHz);
-    QSignalSpy overflows(&rig.manager(), SIGNAL(adcOverflow()));
-    ASSERT_TRUE(rig.device().start());
-    const auto &steps = rig.manager().preamp().steps();
-    ASSERT_TRUE(PluginRig::waitFor([&] { return !steps.empty(); }, 2 * kDecisionMs));
-    EXPECT_EQ(steps.front().deltaDb, -4);     // an overflow at nearly every tick
-    EXPECT_EQ(rig.receiver().attenuator, 8u); // in half decibels
-    EXPECT_GE(overflows.size(), 8);
-}
 } // namespace
