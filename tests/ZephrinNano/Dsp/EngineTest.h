@@ -65,11 +65,6 @@ protected:
         toneAt += blocks * kBlock;
     }
 
-    static std::vector<COMPLEX> from(int first, const std::vector<COMPLEX> &stream)
-    {
-        return {stream.begin() + first, stream.end()};
-    }
-
     /// All that the sound card is offered through the bridge, and all that the audio server gets.
     void recordAudio()
     {

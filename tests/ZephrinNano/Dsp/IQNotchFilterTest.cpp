@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Dsp/IQNotchFilter.h"
+#include "DspCore/filters/Cuts.h"
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
@@ -19,8 +20,7 @@ std::vector<COMPLEX> carrier(int length, int first = 0)
 
 std::vector<COMPLEX> filtered(IQNotchFilter &notch, std::vector<COMPLEX> stream)
 {
-    for (std::size_t at = 0; at < stream.size(); at += 512)
-        notch.process(&stream[at], int(std::min<std::size_t>(512, stream.size() - at)));
+    test::run(notch, stream);
     return stream;
 }
 

@@ -10,61 +10,26 @@
 
 using EngineThreadsTest = EngineTest;
 
-// Fails under the thread sanitizer if a setter meets the engine outside the mutex.
-TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
+// Fails under the thread sanitizer if a setter meets the engine outside the mutex: those that the
+// soak does not turn, as the plugin stops the stream for them or never calls them.
+TEST_F(EngineThreadsTest, SettersRunBesideTheStream)
 {
     std::atomic<bool> quit = false;
-    engine.setIqServer(&iqServer);
-    engine.setAudioServer(&audioServer);
     start();
-    std::vector<std::thread> threads;
-    threads.emplace_back([&] {
+    std::thread reader([&] {
         auto frame = test::noise(84, 1);
         while (!quit) {
             engine.processIQ(frame);
             std::this_thread::yield();
         }
     });
-    for (auto callback : {&ZephrinMDSP::soundCardIO, &ZephrinMDSP::vacIO, &ZephrinMDSP::lineOutIO})
-        threads.emplace_back([&, callback] {
-            std::vector<float> in;
-            std::vector<float> out(400);
-            while (!quit) {
-                (engine.*callback)(in, out, 0, 2);
-                std::this_thread::sleep_for(std::chrono::microseconds(200));
-            }
-        });
-
-    threads.emplace_back([&] {
-        std::vector<float> line;
-        std::vector<float> waterfall;
-        while (!quit) {
-            engine.readSpectrum(0, line, waterfall);
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    });
-
-    QTemporaryDir folder;
     for (int round = 0; round < 12; ++round) {
         const bool odd = round % 2 != 0;
         engine.setSampleRate(odd ? 192000.0 : 48000.0);
         engine.setSampleRateSC(round % 3 == 0 ? 96000.0 : 48000.0);
-        engine.setModulation(0, DspCore::Modulation(round % 9));
-        engine.setBandFilterIf(0, -100.0 * round, 3000.0);
-        engine.setDds(0, 7e6 + round);
-        engine.setAgcMode(DspCore::AgcMode(round % 6));
-        engine.setMainVolume(-round); // like every setter that only passes on
-        engine.setNb1Threshold(round);
         engine.setLineOutSampleRate(48000.0 + round);
-        engine.setLineOutEnable(odd);
-        odd ? engine.vacOpen() : engine.vacClose();
         engine.setIqServer(odd ? nullptr : &iqServer);
-        engine.setAudioServer(odd ? &audioServer : nullptr);
-        engine.setSpectrumSize(256u << round % 5);
-        engine.setSpectrumUpdateTime(10);
-        if (engine.isIqRecording())
-            engine.iqRecorderStop();
-        EXPECT_TRUE(engine.iqRecorderStart(folder.path() + "/iq.wav"));
+        engine.setAudioServer(odd ? nullptr : &audioServer);
         EXPECT_TRUE(waitForBlocks(sensors.blocks + 2));
         if (round % 4 == 3) {
             engine.close();
@@ -72,8 +37,7 @@ TEST_F(EngineThreadsTest, SettersCallbacksAndReaderRunBesideTheStream)
         }
     }
     quit = true;
-    for (std::thread &thread : threads)
-        thread.join();
+    reader.join();
 }
 
 TEST_F(EngineThreadsTest, TheSteadyStreamAllocatesNothingInAnyMode)
