@@ -160,30 +160,6 @@ TEST(ReceiverTest, NewestAgcParametersComeIntoForceAfterAFadeOrWithARate)
     expectDelay(132 - 1); // 0.1 ms at 44.1 kHz
 }
 
-TEST(ReceiverTest, OutputDoesNotDependOnHowTheStreamIsCut)
-{
-    constexpr double kSinglePrecision = 1e-6; // the decimator rounds sums of another order
-    const auto stream = test::scaled(test::noise(kSecond / 4, 7), 0.1);
-    // The phase loops are left out: on noise they turn a rounding error into another lock.
-    for (Modulation mode : {Modulation::AM, Modulation::CW, Modulation::DIGU}) {
-        const auto run = [&stream, mode](int block) {
-            Receiver receiver;
-            test::holdGain(receiver); // it would look once per block
-            receiver.setEqualizerEnable(true);
-            receiver.setEqualizerGains(QVector<int>(18, 3));
-            receiver.setBandFilterIf(0, -4000, 4000);
-            receiver.setEnableVfob(true);
-            receiver.setDownConverter(0, kTuned);
-            receiver.setDownConverter(1, -kTuned);
-            test::setMode(receiver, mode);
-            return test::feed(receiver, stream, block).audio;
-        };
-        const auto whole = run(4096);
-        for (const int block : {512, 333, 3}) // the last one gives blocks without any output
-            EXPECT_LT(test::maxError(whole, run(block)), kSinglePrecision) << block;
-    }
-}
-
 TEST(ReceiverTest, EachOutletDropsTheBlocksThatDoNotFitIt)
 {
     Receiver receiver;

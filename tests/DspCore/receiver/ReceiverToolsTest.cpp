@@ -166,32 +166,6 @@ TEST(ReceiverToolsTest, StandInTheirOrderWithTheirSettingsAtAnyRate)
     }
 }
 
-TEST(ReceiverToolsTest, BothChannelsWorkAlike)
-{
-    auto stream = test::tone(kSecond, 900.0 / kRate, 0.02);
-    test::add(stream, test::scaled(test::noise(kSecond, 4), 0.005));
-    const auto heardFrom = [&](unsigned channel, Modulation mode, bool binaural) {
-        Receiver receiver;
-        setUp(receiver, mode, -1500.0, 3000.0);
-        receiver.setEnableVfob(true);
-        receiver.setMute(1 - channel, true);
-        test::switchToolsOn(receiver);
-        setOther(receiver);
-        receiver.setDiglOffset(900);
-        receiver.setDiguOffset(-300);
-        receiver.setBin(binaural);
-        return test::last(test::feed(receiver, stream).audio, kTail);
-    };
-    for (const Modulation mode : {Modulation::AM, Modulation::SAM, Modulation::LSB, Modulation::USB,
-             Modulation::CW, Modulation::NFM, Modulation::DIGL, Modulation::DIGU}) {
-        for (const bool binaural : {false, true}) {
-            const auto a = heardFrom(0, mode, binaural);
-            EXPECT_LT(test::maxError(a, heardFrom(1, mode, binaural)), kRoundOff) << int(mode);
-            EXPECT_GT(test::rms(a), 0.0) << int(mode);
-        }
-    }
-}
-
 TEST(ReceiverToolsTest, BinauralDelaysOneEarOfMono)
 {
     constexpr int kDelay = 480; // 10 ms at the first rate, whatever comes after
