@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host_interfaces/DeviceAbstract.h"
+#include "host_interfaces/LineOutAbstract.h"
+#include "host_interfaces/RadioNotchFilterControlAbstract.h"
+#include "host_interfaces/VacAbstract.h"
 
 #include <QMetaMethod>
 #include <QStringList>
@@ -42,6 +45,23 @@ TEST(DeviceAbstractTest, SignalsStandInTheOrderOfTheContract)
     EXPECT_EQ(
         ownMethods(DeviceAbstract::staticMetaObject, QMetaMethod::Signal).join('\n').toStdString(),
         expected);
+}
+
+// Those of the host's classes to which the device connects by number. A connection by text that
+// fails stops the program.
+TEST(HostSideTest, SignalsStandInTheOrderOfTheContract)
+{
+    const std::pair<const QMetaObject &, QStringList> rows[] = {
+        {VacAbstract::staticMetaObject, {"opened()", "closed()", "bufferSizeChanged(uint)"}},
+        {LineOutAbstract::staticMetaObject,
+            {"opened()", "closed()", "openedSC()", "closedSC()", "openedWave()", "closedWave()",
+                "bufferSizeChanged(uint)"}},
+        {RadioNotchFilterControlAbstract::staticMetaObject,
+            {"paramChanged(size_t,size_t,bool,double,double)",
+                "enableFiltersChanged(size_t,bool)"}},
+    };
+    for (const auto &[object, expected] : rows)
+        EXPECT_EQ(ownMethods(object, QMetaMethod::Signal), expected) << object.className();
 }
 
 TEST(DeviceAbstractTest, SlotsAreFoundByTheirText)
