@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DspCore/filters/Cuts.h"
 #include "support/Signals.h"
 
 #include "FmSoft/FmDecode.h"
@@ -58,14 +59,12 @@ std::vector<COMPLEX> listen(FmDecoder &fm, Station &station)
         for (std::size_t i = 0; i + 1 < block.size(); i += 2)
             audio.push_back({block[i], block[i + 1]});
     }
-    return {audio.end() - 48000, audio.end()};
+    return test::last(audio, 48000);
 }
 
 double levelOf(const std::vector<COMPLEX> &audio, double hz, bool left)
 {
-    std::vector<COMPLEX> ear = audio;
-    for (COMPLEX &x : ear)
-        x = {left ? x.re : x.im, 0.0};
+    const auto ear = test::ear(audio, left ? &COMPLEX::re : &COMPLEX::im);
     return 2.0 * test::magnitude(test::component(ear, hz / kPcmRate));
 }
 

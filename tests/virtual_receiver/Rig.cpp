@@ -5,7 +5,6 @@
 #include <cmath>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace test
 {
@@ -102,14 +101,6 @@ vr_status Rig::status() const
     vr_status status = {};
     vr_get_status(&status);
     return status;
-}
-
-TemporaryFolder::TemporaryFolder()
-{
-    static int number = 0;
-    m_path = std::filesystem::temp_directory_path()
-        / ("virtual-receiver-" + std::to_string(getpid()) + "-" + std::to_string(++number));
-    std::filesystem::create_directories(m_path);
 }
 
 std::string TemporaryFolder::write(const std::string &name, const std::string &content) const

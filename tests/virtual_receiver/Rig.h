@@ -5,8 +5,9 @@
 #include "d2xx/ftd2xx.h"
 #include "virtual_receiver.h"
 
+#include <QTemporaryDir>
+
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -64,12 +65,13 @@ private:
 class TemporaryFolder
 {
 public:
-    TemporaryFolder();
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    std::string file(const std::string &name) const { return (m_path / name).string(); }
+    std::string file(const std::string &name) const
+    {
+        return m_folder.filePath(QString::fromStdString(name)).toStdString();
+    }
     std::string write(const std::string &name, const std::string &content) const;
 
 private:
-    std::filesystem::path m_path;
+    QTemporaryDir m_folder;
 };
 } // namespace test

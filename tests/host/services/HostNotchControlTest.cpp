@@ -4,6 +4,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace
 {
@@ -12,26 +13,6 @@ using Filter = HostNotchControl::Filter;
 
 const QStringList kBands{"80M", "40M", "0.7M"};
 constexpr std::size_t k40M = 1, kOutside = 3;
-
-/// A settings file that is read back as another program would.
-class NotchSettings
-{
-public:
-    void keep(const HostNotchControl &control)
-    {
-        QSettings settings(m_path, QSettings::IniFormat);
-        control.writeSettings(settings);
-    }
-    void load(HostNotchControl &control)
-    {
-        QSettings settings(m_path, QSettings::IniFormat);
-        control.readSettings(settings);
-    }
-
-private:
-    QTemporaryDir m_folder;
-    QString m_path = m_folder.filePath("notch.ini");
-};
 
 /// Lines such as "1/0 on 7100000 250" and "1 on".
 void follow(HostNotchControl &control, QStringList &story)
@@ -77,16 +58,19 @@ TEST(HostNotchControlTest, EachChangeIsToldOnceAndResendTellsAllOfOneBand)
 TEST(HostNotchControlTest, ComesBackFromTheSettingsByBandName)
 {
     constexpr double kOddHz = 7123456.7000000011; // needs all its digits
-    NotchSettings file;
+    const QTemporaryDir folder;
+    const auto file = [&folder] { // as another program would read it
+        return std::make_unique<QSettings>(folder.filePath("notch.ini"), QSettings::IniFormat);
+    };
     HostNotchControl before(kBands);
     before.setFilter(k40M, 0, {250.5, kOddHz, true});
     before.setFilter(kOutside, 7, {1000.0, 5.0e6, false});
     before.setBandEnabled(k40M, true);
-    file.keep(before);
+    before.writeSettings(*file());
 
     // Another country has other bands: what it lacks is kept for later.
     HostNotchControl abroad({"60M", "40M"});
-    file.load(abroad);
+    abroad.readSettings(*file());
     EXPECT_EQ(abroad.filter(1, 0).freq, kOddHz);
     EXPECT_EQ(abroad.filter(1, 0).width, 250.5);
     EXPECT_TRUE(abroad.filter(1, 0).enable);
@@ -95,8 +79,8 @@ TEST(HostNotchControlTest, ComesBackFromTheSettingsByBandName)
 
     // What is unused again leaves the settings, and reading replaces what is there.
     before.setFilter(k40M, 0, HostNotchControl::kUnused);
-    file.keep(before);
-    file.load(abroad);
+    before.writeSettings(*file());
+    abroad.readSettings(*file());
     EXPECT_EQ(abroad.filter(1, 0).freq, 0.0);
     EXPECT_TRUE(abroad.bandEnabled(1));
 }
