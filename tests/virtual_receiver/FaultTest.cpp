@@ -44,6 +44,15 @@ TEST(FaultTest, ByteFaultsChangeTheSizeOfTheirFrameAlone)
     EXPECT_EQ(frameSizes(rig.read(6 * 512 + 510)), expected);
 }
 
+TEST(FaultTest, ANamedCallFailsWithItsStatus)
+{
+    constexpr auto kTen = FT_FAILED_TO_WRITE_DEVICE;
+    Rig rig;
+    ASSERT_EQ(vr_fault("fail:FT_Purge@2x2=10"), 0);
+    for (const auto expected : {FT_OK, kTen, kTen, FT_OK})
+        EXPECT_EQ(FT_Purge(rig.handle(), 3), expected);
+}
+
 TEST(FaultTest, CallsAnswerWithLessWithNothingOrWithTooMuch)
 {
     constexpr DWORD kTooMany = 0xdeadbeef;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/SettingsStore.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/TemporarySettings.h"
 
 #include <QLockFile>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -111,6 +113,22 @@ TEST_F(SettingsStoreTest, ASaveInTheBackgroundTellsTheNextTime)
     }
     EXPECT_FALSE(isGood);
     EXPECT_TRUE(nowhere.error().contains("/proc/a.ini"));
+}
+
+// Room for the change alone is not enough: the file is written anew.
+TEST_F(SettingsStoreTest, ADiskTooSmallForALargeFileLeavesItAsItWas)
+{
+    constexpr rlim_t kFullBytes = 1000; // enough for the lock beside the file
+    const QByteArray text = "[Device]\nnote=" + QByteArray(2 * kFullBytes, 'x') + "\nrate=3\n";
+    test::TemporarySettings::write(kFile, text);
+    host::SettingsStore store;
+    store.settings().setValue("Device/rate", 4);
+    std::signal(SIGXFSZ, SIG_IGN);
+    {
+        const test::FileSizeLimit limit(kFullBytes);
+        EXPECT_FALSE(store.save());
+    }
+    EXPECT_EQ(test::TemporarySettings::read(kFile), text);
 }
 
 TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)

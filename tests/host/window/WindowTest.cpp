@@ -188,6 +188,11 @@ TEST_F(WindowTest, ARightClickSetsANotchAndTakesItOut)
     EXPECT_TRUE(radio().notches().filter(radio().notchBand(), 0).enable);
     test::serve(1000);
     EXPECT_LT(panorama().levelAt(7.105e6), before - 10.0);
+    ASSERT_TRUE(radio().setCenter(7.12e6)); // it stays on the carrier
+    test::serve(1000);
+    EXPECT_LT(panorama().levelAt(7.105e6), before - 10.0);
+    ASSERT_TRUE(radio().setCenter(7.1e6));
+    test::serve(300);
     QTest::mouseClick(&panorama(), Qt::RightButton, {}, at(7.105e6));
     EXPECT_FALSE(radio().notches().filter(radio().notchBand(), 0).enable);
     test::serve(1000);
