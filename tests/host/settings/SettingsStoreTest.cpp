@@ -131,9 +131,10 @@ TEST_F(SettingsStoreTest, ADiskTooSmallForALargeFileLeavesItAsItWas)
     EXPECT_EQ(test::TemporarySettings::read(kFile), text);
 }
 
-TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)
+TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsWhatOthersSaved)
 {
     test::TemporarySettings::write(kFile, "");
+    host::SettingsStore early; // has read nothing of the others
     QLockFile turn(test::TemporarySettings::path(kFile) + ".turn");
     ASSERT_TRUE(turn.tryLock());
     const pid_t other = fork();
@@ -149,6 +150,9 @@ TEST_F(SettingsStoreTest, ASaveWaitsForTheOneUnderWayAndKeepsIt)
     turn.unlock();
     waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
+    early.settings().setValue("early/key", 3);
+    EXPECT_TRUE(early.save()) << qPrintable(early.error());
+    EXPECT_EQ(stored("early/key").toInt(), 3);
     EXPECT_EQ(stored("other/key").toInt(), 1);
     EXPECT_EQ(stored("own/key").toInt(), 2);
 }

@@ -35,6 +35,13 @@ TEST_F(HardwareZephrinNANOTest, OpenSetsUpTheFifoAndThenTheAdc)
     EXPECT_TRUE(calls().isEmpty() && warnings().isEmpty());
 }
 
+TEST_F(HardwareZephrinNANOTest, WithoutTheFifoModeTheAttemptToOpenEnds)
+{
+    ASSERT_EQ(vr_fault("fail:FT_SetBitMode@2"), 0);
+    EXPECT_FALSE(driver.open(0) || driver.isOpen());
+    EXPECT_EQ(calls().last(), "FT_SetBitMode(255, 64)");
+}
+
 // Words are the frequency in units of 122.88 MHz / 2^32 = 0.02861 Hz, rounded toward zero.
 TEST_F(HardwareZephrinNANOTest, FilterLeavesAbove55MegahertzWithAStateOfItsOwn)
 {
