@@ -22,8 +22,13 @@ done
 
 tree="$work/somewhere else"
 mv "$work/installed" "$tree"
-# As a program of the desktop is started: nothing of this shell, and in another folder.
-run() { (cd / && env -i HOME="$work" LANG=C.UTF-8 ASAN_OPTIONS=detect_leaks=0 "$@"); }
+# As a program of the desktop is started: nothing of this shell but what a sanitizer is told, and in
+# another folder.
+told=(ASAN_OPTIONS=detect_leaks=0)
+for name in LD_PRELOAD TSAN_OPTIONS; do
+    [ -z "${!name-}" ] || told+=("$name=${!name}")
+done
+run() { (cd / && env -i HOME="$work" LANG=C.UTF-8 "${told[@]}" "$@"); }
 run "$tree/bin/velmora-host" --headless --seconds 1 --free-run --tune 7.105M \
     --out "$work/audio.wav" --report "$work/report.json" >/dev/null
 for file in plugins/libZephrinNano.so virtual/libftd2xx.so; do
