@@ -38,8 +38,8 @@ namespace host
 ///                     ^                        |-> OutletFile, BandPictures, IqRecording
 ///                     '- StreamFeed ------ StreamLedger -------'
 ///
-/// Threads: main (this class), the driver's reader, the engine, the host's pool, the sound device,
-/// one for each outlet that is open.
+/// Threads: main (this class), the watch of StopSignal, the driver's reader, the engine, the host's
+/// pool, the sound device, one for each outlet that is open.
 class Listener : public QObject
 {
     Q_OBJECT

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/StopSignal.h"
 
-#include <csignal>
+#include <cerrno>
 #include <cstdint>
-#include <ctime>
+#include <iterator>
+#include <poll.h>
 #include <sys/eventfd.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 namespace host
@@ -17,90 +19,125 @@ constexpr itimerspec kOff{};
 constexpr char kForcedEnd[] =
     "velmora-host: the receiver or a file does not answer; what was not written yet is lost\n";
 
-// A handler may do little more than write to a descriptor and start a timer; the event loop does
-// the rest.
-int g_event = -1;
-timer_t g_timer;
-volatile std::sig_atomic_t g_hasDeadline = 0;
-volatile std::sig_atomic_t g_isRaised = 0;
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-void onSignal(int)
+int g_event = -1;
+
+void wakeWatch()
 {
     const std::uint64_t one = 1;
     [[maybe_unused]] const auto written = write(g_event, &one, sizeof one);
-    g_isRaised = 1;
-    if (g_hasDeadline)
-        timer_settime(g_timer, 0, &kPatience, nullptr);
 }
 
-void onDeadline(int)
+// A handler may do little more than write to a descriptor. Threads that were there before run it
+// in the middle of what they do, which may be about to look at errno.
+void onStop(int)
 {
-    [[maybe_unused]] const auto written = write(STDERR_FILENO, kForcedEnd, sizeof kForcedEnd - 1);
-    _exit(StopSignal::kForced);
+    const int before = errno;
+    wakeWatch();
+    errno = before;
 }
 
-void setHandler(int signal, void (*handler)(int), int flags)
+void setHandlers(void (*handler)(int))
 {
     struct sigaction action
     { };
     action.sa_handler = handler;
-    action.sa_flags = flags;
-    sigaction(signal, &action, nullptr);
+    action.sa_flags = int(SA_RESTART | SA_RESETHAND);
+    for (const int signal : kSignals)
+        sigaction(signal, &action, nullptr);
 }
 
-void setHandlers(void (*stop)(int), void (*deadline)(int))
+/// What came through an event or a timer, once.
+bool take(int descriptor)
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        setHandler(signal, stop, int(SA_RESTART | SA_RESETHAND));
-    setHandler(SIGALRM, deadline, SA_RESTART);
+    std::uint64_t count = 0;
+    return read(descriptor, &count, sizeof count) == sizeof count;
 }
 
-int openEvent()
+// By no stream of the C library: the thread that hangs may have its lock.
+[[noreturn]] void endByForce()
 {
-    g_event = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
-    return g_event;
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, kForcedEnd, sizeof kForcedEnd - 1);
+    _exit(StopSignal::kForced);
 }
 } // namespace
 
 StopSignal::StopSignal(QObject *parent)
-    : QObject(parent), m_notifier(openEvent(), QSocketNotifier::Read)
+    : QObject(parent), m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
 {
-    connect(&m_notifier, &QSocketNotifier::activated, this, [this] {
-        m_notifier.setEnabled(false);
-        emit raised();
-    });
-    g_hasDeadline = 0;
-    g_isRaised = 0;
-    timer_create(CLOCK_MONOTONIC, nullptr, &g_timer); // raises SIGALRM
-    setHandlers(onSignal, onDeadline);
+    g_event = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    m_watch = std::thread(&StopSignal::watch, this);
+    // Then the kernel gives them to the watch, which is in no call that they disturb.
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int signal : kSignals)
+        sigaddset(&held, signal);
+    pthread_sigmask(SIG_BLOCK, &held, &m_blockedBefore);
+    setHandlers(onStop);
 }
 
 StopSignal::~StopSignal()
 {
-    setHandlers(SIG_DFL, SIG_DFL);
-    timer_delete(g_timer);
-    m_notifier.setEnabled(false);
+    setHandlers(SIG_DFL);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isEnding = true;
+    }
+    wakeWatch();
+    m_watch.join();
+    pthread_sigmask(SIG_SETMASK, &m_blockedBefore, nullptr);
     close(g_event);
+    close(m_timer);
 }
 
-// Between flag and look a signal may come; then the timer is started twice.
+void StopSignal::watch()
+{
+    pollfd descriptors[] = {{g_event, POLLIN, 0}, {m_timer, POLLIN, 0}};
+    for (;;) {
+        poll(descriptors, std::size(descriptors), -1); // a handler that ran here ends it as well
+        const std::lock_guard lock(m_mutex);
+        if (m_isEnding)
+            return;
+        if (take(m_timer))
+            endByForce();
+        if (take(g_event) && !m_isRaised)
+            onSignal();
+    }
+}
+
+void StopSignal::onSignal()
+{
+    m_isRaised = true;
+    if (m_hasDeadline)
+        setTimer(kPatience);
+    QMetaObject::invokeMethod(this, &StopSignal::raised, Qt::QueuedConnection);
+}
+
+void StopSignal::setTimer(const itimerspec &time)
+{
+    timerfd_settime(m_timer, 0, &time, nullptr);
+}
+
 void StopSignal::setDeadline(bool isOn)
 {
-    g_hasDeadline = isOn;
-    if (!isOn || g_isRaised)
-        timer_settime(g_timer, 0, isOn ? &kPatience : &kOff, nullptr);
+    const std::lock_guard lock(m_mutex);
+    m_hasDeadline = isOn;
+    if (!isOn || m_isRaised)
+        setTimer(isOn ? kPatience : kOff);
 }
 
 void StopSignal::endWithin(int seconds)
 {
-    const itimerspec time{{}, {seconds, 0}};
-    if (!g_hasDeadline || !g_isRaised)
-        timer_settime(g_timer, 0, &time, nullptr);
+    const std::lock_guard lock(m_mutex);
+    if (!m_hasDeadline || !m_isRaised)
+        setTimer({{}, {seconds, 0}});
 }
 
 void StopSignal::cancelEnd()
 {
-    if (!g_hasDeadline || !g_isRaised)
-        timer_settime(g_timer, 0, &kOff, nullptr);
+    const std::lock_guard lock(m_mutex);
+    if (!m_hasDeadline || !m_isRaised)
+        setTimer(kOff);
 }
 } // namespace host

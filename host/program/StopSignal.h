@@ -2,12 +2,26 @@
 #pragma once
 
 #include <QObject>
-#include <QSocketNotifier>
+
+#include <csignal>
+#include <mutex>
+#include <thread>
+
+struct itimerspec;
 
 namespace host
 {
 /// Turns the first SIGINT, SIGTERM or SIGHUP (the terminal was closed) into a Qt signal on the
 /// thread that made it; the second one ends the program as usual. One per process.
+///
+/// Threads:
+/// 1. Maker: constructor and destructor, the Qt signal.
+/// 2. Watch: the signals and the clock. It waits for nothing else, so it ends a program whose other
+///    threads all hang.
+/// 3. Any: when the program has to end.
+///
+/// The maker, and so every thread that is made later, is not interrupted by these signals: no call
+/// of a library or of the disk is cut short by them.
 class StopSignal : public QObject
 {
     Q_OBJECT
@@ -25,7 +39,7 @@ public:
     void setDeadline(bool isOn);
 
     /// The same so many seconds from now without a signal, and never mind after all. What a signal
-    /// asked for stays. Any thread.
+    /// asked for stays.
     void endWithin(int seconds);
     void cancelEnd();
 
@@ -33,6 +47,19 @@ signals:
     void raised();
 
 private:
-    QSocketNotifier m_notifier;
+    void watch();
+    void onSignal();
+    void setTimer(const itimerspec &time);
+
+    const int m_timer; // a descriptor, on the monotonic clock
+    sigset_t m_blockedBefore;
+    std::mutex m_mutex;
+
+    // Guarded by m_mutex, and with them whether the timer runs.
+    bool m_hasDeadline = false;
+    bool m_isRaised = false;
+    bool m_isEnding = false;
+
+    std::thread m_watch; // last: runs with everything else there
 };
 } // namespace host

@@ -121,3 +121,18 @@ TEST(SignalTest, EndsTheHostInEveryState)
         EXPECT_GE(runs[i].audioSeconds, state.hasReport ? state.audioSeconds : 0.0);
     }
 }
+
+TEST(SignalTest, SecondEndsTheHostAsUsual)
+{
+    HostProcess host;
+    host.start("--seconds 600 --out a.wav --fault hang:FT_Open=30");
+    waitForAudio(host, 0.0);
+    for (int i = 0; i < 2; ++i) {
+        kill(pid_t(host.id()), SIGINT);
+        QThread::msleep(kSettledMs);
+    }
+    host.wait();
+    EXPECT_FALSE(host.ended());
+    EXPECT_EQ(host.status(), SIGINT);
+    EXPECT_EQ(host.errors().toStdString(), ""); // before its patience was at an end
+}
