@@ -8,7 +8,8 @@
 Each recording is put on the air in a scene of its own (TOOLS_DIR/make_scenes.py), received by
 BUILD/host/velmora-host in a free run, and scored by the same decoder (TOOLS_DIR/clients.py) as the
 recording itself. With --by-way-of the scene is first recorded by the receiver (vsdr, wave or hdsdr) and
-then received from that recording. The folders may also be given as ZEPHRIN_BUILD, ZEPHRIN_TOOLS and ZEPHRIN_DATA.
+then received from that recording; usb: as vsdr, but played by an emulated chip in a virtual machine and
+received through its kernel's USB stack (BUILD needs the target usb_tests; minutes each). The folders may also be given as ZEPHRIN_BUILD, ZEPHRIN_TOOLS and ZEPHRIN_DATA.
 Needs python3-numpy, python3-scipy and the decoders' packages; says which are missing. Does nothing
 where the folders are not there. A scene at 3.072 MHz takes about 1 GB in the temporary folder.
 """
@@ -114,6 +115,10 @@ TUNE_SHIFT_HZ = {'DCFusb': -1000.0}
 
 VOR_LEAD_S = 1.0
 
+HERE = os.path.dirname(os.path.abspath(__file__))
+SCENE_SAMPLE_BYTES = 16  # two doubles
+USB_TAIL_S = 1.0  # of silence: a run by the clock ends before its recording and after what counts
+
 # Device rate, and where in the band the station stands: far from the centre, never on it.
 OFFSETS_HZ = {192000: 10e3, 1536000: -310e3, 3072000: 920e3}
 
@@ -127,7 +132,7 @@ def arguments():
     parser.add_argument('--only', help='name of one case')
     parser.add_argument('--rate', type=int, nargs='+', choices=sorted(OFFSETS_HZ),
                         default=sorted(OFFSETS_HZ))
-    parser.add_argument('--by-way-of', dest='layout', choices=('vsdr', 'wave', 'hdsdr'),
+    parser.add_argument('--by-way-of', dest='layout', choices=('vsdr', 'wave', 'hdsdr', 'usb'),
                         help='record the scene in this layout and receive the recording')
     parser.add_argument('--keep', help='folder for the received audio and the reports')
     return parser.parse_args()
@@ -233,7 +238,7 @@ def recorded(args, scene, rate, center, folder):
     """The recording that the receiver makes of a scene; its header tells rate and frequency."""
     run([os.path.join(args.build, 'host', 'velmora-host'), '--headless', '--free-run', *scene,
          '--rate', str(rate), '--center', str(center),
-         '--record', args.layout, '--record-path', folder])
+         '--record', 'vsdr' if args.layout == 'usb' else args.layout, '--record-path', folder])
     return glob.glob(os.path.join(folder, '*_ZephrinNANO_*.wav'))[0]
 
 
@@ -247,14 +252,21 @@ def receive(args, case, recording, rate, folder):
          '--truth', os.path.join(folder, 'scene.json'), *case.scene_options])
     center = case.dial_hz - offset
     given = ['--scene', scene, '--scene-rate', str(rate), '--scene-frequency', str(center)]
+    seconds = os.path.getsize(scene) / SCENE_SAMPLE_BYTES / rate
+    if args.layout == 'usb':
+        with open(scene, 'ab') as file:
+            file.write(bytes(SCENE_SAMPLE_BYTES * round(USB_TAIL_S * rate)))
     if args.layout:
         given = ['--scene', recorded(args, given, rate, center, folder)]
     tune = case.dial_hz + TUNE_SHIFT_HZ.get(case.name, 0.0)
-    run([os.path.join(args.build, 'host', 'velmora-host'), '--headless', '--free-run',
-         *given,
-         '--rate', str(rate), '--center', str(center), '--tune', str(tune),
-         '--mode', case.mode, '--filter=' + case.filter, '--out', wav, '--report', report,
-         *case.host_options])
+    reception = ['--rate', str(rate), '--center', str(center), '--tune', str(tune),
+                 '--mode', case.mode, '--filter=' + case.filter, *case.host_options]
+    if args.layout == 'usb':
+        run([os.path.join(HERE, '..', 'tests', 'usb', 'receive.sh'), args.build, given[1], wav, report,
+             '--seconds', '%.3f' % (seconds + USB_TAIL_S / 2), *reception])
+    else:
+        run([os.path.join(args.build, 'host', 'velmora-host'), '--headless', '--free-run', *given,
+             '--out', wav, '--report', report, *reception])
     os.remove(scene)
     if case.inverted:
         received, wav = wav, os.path.join(folder, 'inverted.wav')
@@ -263,6 +275,14 @@ def receive(args, case, recording, rate, folder):
         told = json.load(file)
     return score(args, case, wav, *part_of(case, recording, told), *code_of(case, recording),
                  *case.client_options), told
+
+
+def missing_blocks(args, report):
+    """Blocks that the receiver dropped. What has none to tell of runs by the clock, as a sound card
+    does: blocks that were not there in time, but for one in which it finds its distance."""
+    if args.layout != 'usb':
+        return report['iq']['dropped_blocks']
+    return max(0, report['audio']['short_blocks'] - 1)
 
 
 def keep(args, folder, label):
@@ -284,10 +304,11 @@ def check(args, case):
                 got, report = receive(args, case, recording, rate, folder)
                 if args.keep:
                     keep(args, folder, '%s-%s-%d' % (case.name, label, rate))
-            good = case.good(got, reference) and report['iq']['dropped_blocks'] == 0
+            missing = missing_blocks(args, report)
+            good = case.good(got, reference) and missing == 0
             failures += not good
             print('%-8s %-22.22s %8d %9.5g %9.5g %8d %9.1f %7.0f  %s' % (
-                case.name, label, rate, reference, got, report['iq']['dropped_blocks'],
+                case.name, label, rate, reference, got, missing,
                 report['time']['real_time_factor'], time.time() - began,
                 'ok' if good else 'FAILED'), flush=True)
     return failures

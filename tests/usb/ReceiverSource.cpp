@@ -26,12 +26,16 @@ std::size_t ReceiverSource::read(std::span<std::uint8_t> data, unsigned timeoutM
     vr_status state = {};
     vr_get_status(&state);
     const auto now = Clock::now();
-    const double seconds = std::chrono::duration<double>(now - m_granted).count();
-    if (const double samples = seconds * m_speed * state.sample_rate_hz;
-        samples >= 1.0 || !state.streaming) {
+    if (state.streaming) {
+        const double rate = m_speed * state.sample_rate_hz;
+        const auto samples =
+            std::uint64_t(std::chrono::duration<double>(now - m_granted).count() * rate);
+        vr_add_credit(samples);
+        // Not now: the parts of samples that are left out add up.
+        m_granted += std::chrono::duration_cast<Clock::duration>(
+            std::chrono::duration<double>(double(samples) / rate));
+    } else {
         m_granted = now;
-        if (state.streaming)
-            vr_add_credit(std::uint64_t(samples));
     }
     DWORD got = 0;
     FT_SetTimeouts(m_handle, timeoutMs, timeoutMs);

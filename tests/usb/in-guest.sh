@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Runs inside the virtual machine. Each step says what it found; the status is that of the worst.
-# usage: in-guest.sh BUILD
+# usage: in-guest.sh BUILD SECONDS_OF_STREAM
 set -u
 build=$1
+seconds=$2
 info=$build/libs/d2xx/usb/ftd2xx-info
 road=$build/tests/usb/usb-road
 emulator=$build/tests/usb/usb-emulator
@@ -38,8 +39,8 @@ check "listed with its serial number" await listed "ZN0001 "
 check "the kernel knows its product string" grep -qx ZephrinNano /sys/bus/usb/devices/*/product
 check "the serial driver is bound" await test -e /dev/ttyUSB0
 
-step "a stream of ${SECONDS_OF_STREAM} s, every byte checked"
-"$road" stream 0 "$SECONDS_OF_STREAM" &
+step "a stream of $seconds s, every byte checked"
+"$road" stream 0 "$seconds" &
 streaming=$!
 check "the serial driver is away meanwhile" await test ! -e /dev/ttyUSB0
 check "no byte wrong" wait $streaming
