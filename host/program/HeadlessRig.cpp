@@ -64,11 +64,11 @@ RigError HeadlessRig::setFrequency(VfoId id, double hertz)
     if (onlyA(id) != RigError::None)
         return onlyA(id);
     m_carrierHz = hertz;
-    tune();
+    tuneReceiver();
     return RigError::None;
 }
 
-void HeadlessRig::tune()
+void HeadlessRig::tuneReceiver()
 {
     DeviceAbstract &device = m_receiver.device();
     const double frequency = m_carrierHz - carrierHz();
@@ -106,7 +106,7 @@ RigError HeadlessRig::setPassband(Mode mode, double hertz)
         return RigError::Invalid;
     m_filterLowHz = low;
     m_filterHighHz = high;
-    tune();
+    tuneReceiver();
     return RigError::None;
 }
 

@@ -29,7 +29,7 @@ public:
 
 private:
     double carrierHz() const;
-    void tune();
+    void tuneReceiver();
 
     PluginReceiver &m_receiver;
     double m_rateHz;
