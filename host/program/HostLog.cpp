@@ -15,19 +15,17 @@ namespace
 {
 // Qt's own on a user without a session and on a window without a screen; that of a low pass with
 // fewer taps than the shortest window has.
-constexpr QLatin1String kRemarks[] = {QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"),
-    QLatin1String("This plugin does not support propagateSizeHints"),
-    QLatin1String("mLenght != lenght")};
+constexpr const char *kRemarks[] = {"QStandardPaths: XDG_RUNTIME_DIR not set",
+    "This plugin does not support propagateSizeHints", "mLenght != lenght"};
 
 // What the driver says of each call that a receiver does not answer.
-constexpr QLatin1String kUnanswered[] = {
-    QLatin1String("failed to read IQ"), QLatin1String("failed to write data")};
+constexpr const char *kUnanswered[] = {"failed to read IQ", "failed to write data"};
 
 template <std::size_t kSize>
-bool isAnyOf(const QString &line, const QLatin1String (&texts)[kSize])
+bool isAnyOf(const QString &line, const char *const (&texts)[kSize])
 {
     return std::ranges::any_of(
-        texts, [&line](const QLatin1String &text) { return line.contains(text); });
+        texts, [&line](const char *text) { return line.contains(QLatin1String(text)); });
 }
 
 std::mutex g_mutex;
