@@ -181,6 +181,26 @@ void standard(StillEngine &engine)
     engine.setDds(0, 7.1e6);
 }
 
+/// One for all executions, as making one takes longer than an execution.
+struct Receiver
+{
+    explicit Receiver(Repairs repairs) { engine.setRepairs(repairs); }
+
+    test::TestBridge bridge;
+    StillEngine engine{bridge.threadPool(), bridge, nullptr};
+};
+
+/// An engine has its repairs for life. What one with them was given and may keep, another without
+/// them never gets.
+Receiver &receiverOf(bool isRepaired)
+{
+    static Receiver *const both = [] {
+        fuzz::beQtProgram<QCoreApplication>();
+        return new Receiver[2]{Receiver(Repairs()), Receiver(Repairs::all())};
+    }();
+    return both[isRepaired];
+}
+
 void listen(StillEngine &engine)
 {
     std::vector<float> none;
@@ -193,18 +213,14 @@ void listen(StillEngine &engine)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static test::TestBridge &bridge = *new test::TestBridge;
-    static StillEngine &engine = [&]() -> StillEngine & {
-        fuzz::beQtProgram<QCoreApplication>();
-        return *new StillEngine(bridge.threadPool(), bridge, nullptr);
-    }();
     constexpr std::array kRates = {48e3, 96e3, 192e3, 384e3, 768e3, 1536e3, 1920e3, 2560e3, 3072e3};
     fuzz::Input input(data, size);
-    bridge.sink.switches.clear();
-    engine.close();
     const auto head = input.take<std::uint16_t>();
     const bool isRepaired = head / kRates.size() % 2;
-    engine.setRepairs(isRepaired ? Repairs::all() : Repairs());
+    Receiver &receiver = receiverOf(isRepaired);
+    StillEngine &engine = receiver.engine;
+    receiver.bridge.sink.switches.clear();
+    engine.close();
     standard(engine);
     engine.setSampleRate(kRates[head % kRates.size()]);
     engine.open(vm::thread::jthread::Priority::Highest);
