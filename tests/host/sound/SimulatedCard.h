@@ -58,7 +58,6 @@ private:
     double m_askTime = 0.0;    // of the card's next look
     double m_playedTime = 0.0; // up to which m_queued is right
     double m_queued = 0.0;     // frames in the card
-    std::uint64_t m_blocks = 0;
     std::uint64_t m_asks = 0;
     std::uint64_t m_sentFrames = 0;
     std::uint64_t m_cardGaps = 0;

@@ -69,7 +69,8 @@ TEST_P(DriftTest, PlaysWithoutGapOrClickAndHoldsTheDelay)
     constexpr double kMostAway = 0.015;  // seconds from the target, asked blocks included
     constexpr double kMostWander = 4e-6; // of the correction about the drift, on the average
     constexpr double kNoise = 2e-5;      // of full scale: the resampler's, 88 dB below the tone
-    const auto &[name, share, rateHz, seconds] = GetParam();
+    const double share = GetParam().share;
+    const int rateHz = GetParam().rateHz;
 
     SimulatedCard card({.rateHz = rateHz, .drift = share, .amplitude = kAmplitude});
     card.run(1.0); // gathered and faded in
@@ -87,7 +88,7 @@ TEST_P(DriftTest, PlaysWithoutGapOrClickAndHoldsTheDelay)
         squares += wander * wander;
         settled += 1.0;
     };
-    card.run(seconds);
+    card.run(GetParam().seconds);
 
     const auto status = card.stream.status();
     EXPECT_EQ(status.gaps + status.skips + status.lostFrames, 0u);

@@ -236,6 +236,7 @@ TEST_F(LanguageTest, WhatTheReceiverSaysOfAFileIsTranslated)
         {"foreign.band", "band centre=7.1M colour=red\n"},
     };
     for (const auto &[name, content] : files) {
+        SCOPED_TRACE(name);
         const QString path = m_bench.path(name);
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -243,7 +244,7 @@ TEST_F(LanguageTest, WhatTheReceiverSaysOfAFileIsTranslated)
         file.close();
         const auto said = [&](const char *language) {
             Language::instance().choose(language);
-            EXPECT_FALSE(m_bench.radio().openScene(path)) << name;
+            EXPECT_FALSE(m_bench.radio().openScene(path));
             return QString(m_bench.radio().error()).remove(path);
         };
         const QString english = said("en"), german = said("de");
