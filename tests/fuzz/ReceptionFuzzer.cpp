@@ -26,13 +26,6 @@ int equalizerDb(int value, bool isRepaired)
     return isRepaired ? value : value % (host::limits::kMostEqualizerDb + 1);
 }
 
-/// Hertz. A filter of no width has no gain to scale and is no number; the controls leave 20 Hz.
-int bandWidth(fuzz::Input &input, bool isRepaired)
-{
-    const int width = input.take<std::int16_t>();
-    return width == 0 && !isRepaired ? 1 : width;
-}
-
 /// Its thread sleeps; the blocks are processed where they are made.
 class StillEngine : public ZephrinMDSP
 {
@@ -42,6 +35,19 @@ public:
     void run() override { }
     void work() { ZephrinMDSP::run(); }
 };
+
+/// A filter of no width has no gain to scale and is no number, nor is one beyond half of the rate:
+/// without the repair `numbers` it gets what every rate carries.
+void setBandFilter(StillEngine &engine, unsigned channel, int low, int width, bool isRepaired)
+{
+    constexpr int kHighestEdge = 15'000; // Hz; with the width below 24 kHz, half of the lowest rate
+    constexpr int kWidest = 8'000;
+    if (!isRepaired) {
+        low %= kHighestEdge;
+        width = width % kWidest == 0 ? 1 : width % kWidest;
+    }
+    engine.setBandFilterIf(channel, low, low + width);
+}
 
 /// Samples as a receiver may send them: nothing above full scale.
 std::vector<COMPLEX> block(fuzz::Input &input)
@@ -92,7 +98,7 @@ void set(StillEngine &engine, fuzz::Input &input, bool isRepaired)
     case 0:
         return engine.setModulation(0, DspCore::Modulation(unsigned(value) % 11));
     case 1:
-        return engine.setBandFilterIf(channel, value, value + bandWidth(input, isRepaired));
+        return setBandFilter(engine, channel, value, input.take<std::int16_t>(), isRepaired);
     case 2:
         return engine.setDownConverter(channel, value * 64.0);
     case 3:
