@@ -26,7 +26,8 @@ JOBS   ?= $(shell nproc)
 # The tests wait more than they work.
 TEST_JOBS ?= $(shell expr 2 \* $(JOBS))
 
-CONFIGURE = cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
+# The other compiler is not on every machine.
+CONFIGURE = $(if $(filter clang,$(PRESET)),scripts/install-dependencies.sh clang && )cmake --preset $(PRESET) $(CMAKE_ARGS) >/dev/null
 COMPILE   = cmake --build --preset $(PRESET) -j $(JOBS)
 INSTALLED = velmora-host ftd2xx-info packaging
 SOURCES   = git ls-files '*.h' '*.cpp'

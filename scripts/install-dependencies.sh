@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian 12 packages that a task needs. Does nothing, and needs no privileges, when all
 # of them are there.
-# usage: install-dependencies.sh run|test|usb|deb|bench|fuzz|check
+# usage: install-dependencies.sh run|test|usb|deb|bench|fuzz|clang|check
 set -euo pipefail
 task=${1:-}
 
@@ -30,9 +30,10 @@ usb) packages+=(qemu-system-x86 busybox-static cpio kmod) ;;
 deb) packages+=(dpkg-dev file lintian desktop-file-utils appstream) ;;
 bench) packages+=(libbenchmark-dev) ;;
 fuzz) packages+=(clang-14 libclang-rt-14-dev libgtest-dev libgmock-dev) ;;
+clang) packages+=(clang-14 libbenchmark-dev) ;; # its preset builds everything
 check) packages+=(clang-format clang-tidy) ;;
 *)
-    echo "usage: $0 run|test|usb|deb|bench|fuzz|check" >&2
+    echo "usage: $0 run|test|usb|deb|bench|fuzz|clang|check" >&2
     exit 2
     ;;
 esac
