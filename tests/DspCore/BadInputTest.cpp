@@ -78,7 +78,7 @@ TEST(BadInputTest, IsReportedAndLeftAlone)
         {"FFT64::process", kFft, 16, forward},
         {"Window64::process", " (pSrcDst == NULL) || (lenght == 0) ", 0, on(window)},
         {"Window64::process", " mLenght != lenght ", 16, on(window)},
-        {"Biquad::process(COMPLEX*", kIncorrect, 0, on(biquad)},
+        {"Biquad::process(", kIncorrect, 0, on(biquad)},
         {"Biquad::process2", kIncorrect, -1,
             [&](COMPLEX *x, int n) { EXPECT_FALSE(biquad.process2(x, n)); }},
         {"Iir::process", " Not initialize.", 32, on(unsetIir)},

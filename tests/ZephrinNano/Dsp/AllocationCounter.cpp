@@ -23,7 +23,8 @@ thread_local long count = 0;
 } // namespace
 
 // The C library keeps its allocator reachable under these names for whoever replaces the public
-// ones, as this program does to count.
+// ones, as this program does to count. Others find them only if they are not hidden.
+#pragma GCC visibility push(default)
 extern "C" {
 void *__libc_malloc(std::size_t size);
 void *__libc_calloc(std::size_t items, std::size_t size);
@@ -67,6 +68,7 @@ int posix_memalign(void **block, std::size_t alignment, std::size_t size)
     return *block ? 0 : 12; // ENOMEM
 }
 }
+#pragma GCC visibility pop
 
 bool test::countsAllocations()
 {
