@@ -94,6 +94,7 @@ bool IQFile::open(const QString &path)
     writeHeaders();
     m_ring.clear();
     m_queue.open();
+    m_gain = m_format == HDSDR ? kHdsdrGain : m_format == StandartWave ? kWaveGain : kAsItIs;
     m_open = true;
     start(QThread::InheritPriority);
     return true;
@@ -152,15 +153,11 @@ void IQFile::run()
     askForRealTime();
     std::vector<unsigned char> bytes;
     bytes.reserve(m_ring.capacity());
-    // Of the whole recording, whatever layout its header will have.
-    const double gain = m_format == HDSDR ? kHdsdrGain
-        : m_format == StandartWave        ? kWaveGain
-                                          : kAsItIs;
     long long dataBytes = 0;
     // The flag is read before the ring: what came in before close() is still taken.
     for (bool open = true; open;) {
         open = m_open;
-        dataBytes += drain(bytes, gain);
+        dataBytes += drain(bytes);
         if (open) {
             m_queue.populateSome();
             sleepMillisecond();
@@ -176,12 +173,12 @@ void IQFile::run()
 }
 
 /// Moves all into the file until only a tail is left in the ring. Returns how many bytes.
-long long IQFile::drain(std::vector<unsigned char> &bytes, double gain)
+long long IQFile::drain(std::vector<unsigned char> &bytes)
 {
     long long moved = 0;
     while (const unsigned int count = takeSweep(bytes)) {
-        if (gain != kAsItIs)
-            scale(bytes, gain);
+        if (m_gain != kAsItIs)
+            scale(bytes, m_gain);
         m_file.write(reinterpret_cast<const char *>(bytes.data()), count);
         moved += count;
     }

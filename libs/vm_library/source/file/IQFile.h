@@ -148,7 +148,7 @@ private:
     unsigned int takeSweep(std::vector<unsigned char> &bytes);
     void writeHeaders();
     void finishHeaders(long long dataBytes);
-    long long drain(std::vector<unsigned char> &bytes, double gain);
+    long long drain(std::vector<unsigned char> &bytes);
 
     // The header as it stands in the file. Between recordings it keeps what the last one ended
     // with.
@@ -163,6 +163,7 @@ private:
     double m_frequency = 0.0;      // Hz
     double m_sampleRate = 39062.5; // Hz
     Format m_format = HDSDR;
+    double m_gain = 1.0; // of the whole recording, whatever layout its header will have
     QFile m_file;
     Velmora::RingBuffer<unsigned char> m_ring; // written by 1, read by 2; has a lock of its own
     std::vector<unsigned char> m_packed;
