@@ -44,14 +44,7 @@ using namespace host;
 
 constexpr int kTickMs = 5;
 constexpr int kUseMs = 30;
-// The thread sanitizer looks at each access to memory: for the same pictures (still) the window's
-// thread takes 5 to 6 times as much of the processor.
-#ifdef __SANITIZE_THREAD__
-constexpr double kSlowdown = 5.0;
-#else
-constexpr double kSlowdown = 1.0;
-#endif
-constexpr double kLongestMs = 50.0 * kSlowdown;
+constexpr double kLongestMs = 50.0;
 constexpr std::array kBinsMs = {2.0, 5.0, 10.0, 20.0, 50.0, 100.0, 200.0, 500.0, 1e9};
 constexpr QSize kViews{1600, 600};
 
