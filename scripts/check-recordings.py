@@ -278,11 +278,11 @@ def receive(args, case, recording, rate, folder):
 
 
 def missing_blocks(args, report):
-    """Blocks that the receiver dropped. What has none to tell of runs by the clock, as a sound card
-    does: blocks that were not there in time, but for one in which it finds its distance."""
-    if args.layout != 'usb':
-        return report['iq']['dropped_blocks']
-    return max(0, report['audio']['short_blocks'] - 1)
+    """Blocks that the receiver dropped. One on the bus has none to tell of; its run goes by the clock,
+    and a block that is late is silence."""
+    if args.layout == 'usb':
+        return report['audio']['short_blocks']
+    return report['iq']['dropped_blocks']
 
 
 def keep(args, folder, label):
