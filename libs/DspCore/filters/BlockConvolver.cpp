@@ -27,8 +27,8 @@ void BlockConvolver<Sample>::setFilter(const Sample *taps, int count, int fftSiz
     keepTail();
     mFftSize = fftSize;
     mFft.init(fftSize);
-    std::fill(mSpectrum.begin(), mSpectrum.end(), Sample{});
-    std::copy_n(taps, count, mSpectrum.begin());
+    std::fill_n(
+        std::copy_n(taps, count, mSpectrum.begin()), std::max(0, fftSize - count), Sample{});
     mFft.process(mSpectrum.data(), mFftSize, FftType::Forward);
 
     Real *const parts = reinterpret_cast<Real *>(mSpectrum.data());

@@ -58,6 +58,9 @@ public:
     /// The mode of the next block.
     Modulation modulation() const { return mCurrent; }
 
+    /// The mode asked for last; another one than the present while its fade runs.
+    Modulation requested() const { return mRequested; }
+
     /// True once per fade, after it has reached silence: time to clear what holds history.
     bool takeClear();
 

@@ -54,6 +54,8 @@ void Receiver::process(COMPLEX *buffer, int len)
 
 void Receiver::setModulation(Modulation modulation)
 {
+    if (modulation == Modulation::WFM)
+        designWideBand(); // the clear in its fade comes before the first sample
     if (canPass(modulation))
         mSwitcher.setModulation(modulation, int(a().agc.lookAhead()) - 1);
     else
@@ -204,7 +206,15 @@ void Receiver::setBandFilterIf(unsigned int, double low, double high)
 
 void Receiver::setUpWideBand()
 {
-    mWideFm.setBand(mBandLow / mInputRate, mBandHigh / mInputRate, mFilterTaps);
+    mWideBand = WideBand{mBandLow / mInputRate, mBandHigh / mInputRate, mFilterTaps};
+    if (mSwitcher.modulation() == Modulation::WFM || mSwitcher.requested() == Modulation::WFM)
+        designWideBand();
+}
+
+void Receiver::designWideBand()
+{
+    if (const auto band = std::exchange(mWideBand, std::nullopt))
+        mWideFm.setBand(band->low, band->high, band->taps);
 }
 
 void Receiver::setFilterTaps(int taps)

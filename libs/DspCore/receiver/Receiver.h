@@ -20,6 +20,7 @@
 #include <array>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace DspCore
@@ -277,12 +278,22 @@ private:
 
     void setUpVolumeRamp();
     void setUpWideBand();
+    void designWideBand();
+
+    /// Wide FM's filter: edges in cycles per input sample.
+    struct WideBand
+    {
+        double low;
+        double high;
+        int taps;
+    };
 
     double mInputRate = 192000.0; // Hz
     double mOutputRate = 48000.0; // Hz
     double mBandLow = 0.0;        // Hz
     double mBandHigh = 3000.0;    // Hz
     int mFilterTaps = 1000;
+    std::optional<WideBand> mWideBand; // asked for, and not designed while nobody hears wide FM
     bool mChannelBInUse = false;
     bool mMainMute = false;
     bool mHoldsAgc = false; // the repair `agc`

@@ -77,6 +77,27 @@ TEST(ReceiverWideFmTest, StereoIsHeardWhereAPilotIsAndComesBackWithARate)
     EXPECT_FALSE(receiver.wfmIsStereo());
 }
 
+TEST(ReceiverWideFmTest, FilterSetInAnotherModeIsThereWhenWideFmIsHeard)
+{
+    const auto stream = broadcast(0.2, kInRate, 0.09);
+    Receiver before, after, without;
+    for (const double edge : {30000.0, 50000.0}) {
+        before.setBandFilterIf(0, -edge, edge);
+        test::setMode(before, Modulation::WFM);
+
+        test::setMode(after, Modulation::WFM);
+        after.setBandFilterIf(0, -edge, edge);
+        after.clear();
+
+        test::setMode(without, Modulation::WFM);
+        const auto audio = test::feed(before, stream).audio;
+        EXPECT_EQ(test::maxError(audio, test::feed(after, stream).audio), 0.0) << edge;
+        EXPECT_GT(test::maxError(audio, test::feed(without, stream).audio), 1e-3) << edge;
+        for (Receiver *receiver : {&before, &after, &without})
+            test::setMode(*receiver, Modulation::USB);
+    }
+}
+
 TEST(ReceiverWideFmTest, AddsWhatChannelBLastHeld)
 {
     constexpr double kVolumeRamp = 1e-3; // it ends that close to 1, and acts on B once a block
