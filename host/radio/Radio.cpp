@@ -481,13 +481,17 @@ void Radio::copyToOther()
     store(other(m_active), frequencyHz());
 }
 
+bool Radio::isKnown(Mode mode) const
+{
+    const auto modes = functions().listModes();
+    return std::any_of(
+        modes.begin(), modes.end(), [mode](const auto &item) { return item.mode == mode; });
+}
+
 void Radio::setMode(VfoId id, Mode mode)
 {
     Vfo &vfo = m_vfos[std::size_t(id)];
-    const auto modes = functions().listModes();
-    const bool isKnown = std::any_of(
-        modes.begin(), modes.end(), [mode](const auto &item) { return item.mode == mode; });
-    if (vfo.mode == mode || !isKnown)
+    if (vfo.mode == mode || !isKnown(mode))
         return;
     vfo.mode = mode;
     if (id == m_active) {
@@ -514,8 +518,13 @@ bool Radio::setReception(const Reception &reception)
 {
     if (m_isLocked || !std::isfinite(reception.frequencyHz))
         return false;
-    setMode(reception.mode);
-    setFilterEdges({reception.filterLowHz, reception.filterHighHz});
+    const FilterMemory::Edges edges{reception.filterLowHz, reception.filterHighHz};
+    if (reception.mode == mode() || !isKnown(reception.mode)) {
+        setFilterEdges(edges);
+    } else {
+        m_filters->setEdges(reception.mode, edges); // the mode takes them along
+        setMode(reception.mode);
+    }
     return store(m_active, reception.frequencyHz);
 }
 

@@ -318,6 +318,9 @@ private:
     void setState(State state);
     void setSearchText(const QString &text);
 
+    /// Whether the device has it.
+    bool isKnown(Mode mode) const;
+
     // Device. Each hands over what is set.
     void sendAll();
     void sendTuning();
