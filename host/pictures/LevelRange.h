@@ -11,6 +11,8 @@ struct LevelRange
     double lowDb = -140.0;
     double highDb = 0.0;
 
+    bool operator==(const LevelRange &) const = default;
+
     /// Whole tens of decibels, at least 30 dB apart, that hold the given shares of the levels
     /// (0..1, low below high) with 3 dB to spare. Levels that are not finite count for nothing; the
     /// defaults above if there are no others.

@@ -56,6 +56,7 @@ PanoramaView::PanoramaView(Radio &radio, VisibleBand &band, SpectrumLines &lines
     connect(&lines, &SpectrumLines::lineReady, this, [this] {
         if (m_isAutomatic && m_linesToFollow-- <= 0)
             follow();
+        m_isLineNew = true;
         update();
     });
 }
@@ -125,15 +126,19 @@ double PanoramaView::yOf(double levelDb) const
     return area.bottom() + 1 - m_range.heightOf(levelDb) * area.height();
 }
 
+/// Draws them anew, but not if only the pointer or a mark has moved, which comes more often than
+/// lines do.
 void PanoramaView::drawTraces()
 {
     const Theme &theme = Theme::current();
-    const double ratio = devicePixelRatioF();
-    const QSize size(pixelsOf(plot().size()));
-    if (m_picture.size() != size) {
+    const Look look{pixelsOf(plot().size()), devicePixelRatioF(), band().lowHz(), band().highHz(),
+        m_range, m_lines.isPeakHold(), &theme};
+    if (!std::exchange(m_isLineNew, false) && look == m_look)
+        return;
+    const QSize size = look.size;
+    if (m_picture.size() != size || look.ratio != m_look.ratio) {
         m_picture = QImage(size, QImage::Format_RGB32);
-        m_picture.setDevicePixelRatio(ratio);
-        m_map = {};
+        m_picture.setDevicePixelRatio(look.ratio);
     }
     m_picture.fill(theme.plot);
     const auto grid = AxisTicks::levels(
@@ -143,32 +148,32 @@ void PanoramaView::drawTraces()
         if (y >= 0 && y < size.height())
             std::fill_n(reinterpret_cast<QRgb *>(m_picture.scanLine(y)), size.width(), theme.grid);
     }
+    if (look.lowHz != m_look.lowHz || look.highHz != m_look.highHz)
+        m_map = {};
+    m_look = look;
     const auto &line = m_lines.line();
     if (line.empty() || size.isEmpty())
         return;
     const PictureAxis &axis = m_lines.axis();
     if (m_map.columns() != size.width() || m_map.bins() != line.size()
-        || m_mapAxis.centerHz != axis.centerHz || m_mapAxis.spanHz != axis.spanHz
-        || m_mapLowHz != band().lowHz() || m_mapHighHz != band().highHz()) {
+        || m_mapAxis.centerHz != axis.centerHz || m_mapAxis.spanHz != axis.spanHz) {
         m_mapAxis = axis;
-        m_mapLowHz = band().lowHz();
-        m_mapHighHz = band().highHz();
-        m_map = {axis, line.size(), m_mapLowHz, m_mapHighHz, size.width()};
+        m_map = {axis, line.size(), look.lowHz, look.highHz, size.width()};
         m_columns.resize(std::size_t(size.width()));
         m_rows.resize(m_columns.size());
     }
     const float top = float(m_range.highDb);
     const float perDb = float(size.height() / (m_range.highDb - m_range.lowDb));
-    const auto draw = [&](const std::vector<float> &levels, const TraceRaster::Look &look) {
+    const auto draw = [&](const std::vector<float> &levels, const TraceRaster::Look &colours) {
         m_map.reduce(levels.data(), m_columns.data(), kNothing);
         for (std::size_t i = 0; i < m_rows.size(); ++i)
             m_rows[i] =
                 std::clamp((top - m_columns[i]) * perDb, -4.0f, float(size.height()) + 4.0f);
-        m_raster.draw(m_picture, m_rows, look);
+        m_raster.draw(m_picture, m_rows, colours);
     };
     if (m_lines.isPeakHold() && m_lines.peaks().size() == line.size())
-        draw(m_lines.peaks(), {theme.peak, 0, 1.0 * ratio});
-    draw(line, {theme.trace, theme.area, 1.2 * ratio});
+        draw(m_lines.peaks(), {theme.peak, 0, 1.0 * look.ratio});
+    draw(line, {theme.trace, theme.area, 1.2 * look.ratio});
 }
 
 void PanoramaView::paintEvent(QPaintEvent *)

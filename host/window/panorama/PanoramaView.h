@@ -13,6 +13,7 @@
 namespace host
 {
 class SpectrumLines;
+struct Theme;
 
 /// Level over frequency, live, with the axes of both views of the band: decibels to the left,
 /// frequencies below. The range follows the noise and the strongest signal until a hand sets it:
@@ -81,11 +82,25 @@ private:
     LevelRange m_levelsBefore;
     bool m_isOnLevels = false;
 
+    /// What the picture of the traces depends on, besides the line.
+    struct Look
+    {
+        QSize size; // pixels of the screen
+        double ratio = 0.0;
+        double lowHz = 0.0;
+        double highHz = 0.0;
+        LevelRange range;
+        bool isPeakHold = false;
+        const Theme *theme = nullptr;
+
+        bool operator==(const Look &) const = default;
+    };
+
     QImage m_picture; // of the plot, in pixels of the screen
+    Look m_look;
+    bool m_isLineNew = true;
     ColumnMap m_map;
     PictureAxis m_mapAxis;
-    double m_mapLowHz = 0.0;
-    double m_mapHighHz = 0.0;
     std::vector<float> m_columns;
     std::vector<float> m_rows;
     TraceRaster m_raster;

@@ -9,8 +9,9 @@
 namespace host
 {
 /// Draws spectrum traces into a picture, a level for each column of pixels: a line with smooth
-/// edges, and the area below it. Row by row over all columns at once, which the compiler turns into
-/// vector code: a picture of 1600 x 300 takes a fraction of a millisecond, where a general painter
+/// edges, and the area below it. Row by row over a block of columns at once, which the compiler
+/// turns into vector code; a block that lies above the line, or below one without an area, costs
+/// nothing. A picture of 1600 x 300 takes a fraction of a millisecond, where a general painter
 /// needs many.
 class TraceRaster
 {
@@ -27,8 +28,15 @@ public:
     void draw(QImage &picture, const std::vector<float> &rows, const Look &look);
 
 private:
+    struct Block // of columns
+    {
+        std::int32_t top;    // of the highest
+        std::int32_t bottom; // of the lowest
+    };
+
     // In 1/256 of a pixel.
     std::vector<std::int32_t> m_top;
     std::vector<std::int32_t> m_bottom;
+    std::vector<Block> m_blocks;
 };
 } // namespace host

@@ -17,7 +17,9 @@ namespace host
 {
 /// The picture of a waterfall, newest line on top, as a ring of rows: a new line is written over
 /// the oldest one, and painting begins at the newest. Nothing is moved for a line; another zoom,
-/// range, palette or size draws all of it anew from the history.
+/// range, palette or size draws all of it anew from the history, the newest rows first and no
+/// longer at once than the window can wait: on a tall screen the oldest follow with the next
+/// painting.
 class WaterfallImage
 {
 public:
@@ -33,16 +35,18 @@ public:
     void addNewest();
 
     /// One pixel of the screen a row, from the top left corner at `place` in the units of a painter
-    /// with that many pixels a unit.
-    void paint(QPainter &painter, QPointF place, double pixelRatio);
+    /// with that many pixels a unit. False if rows are left that show another zoom or look still.
+    bool paint(QPainter &painter, QPointF place, double pixelRatio);
 
 private:
-    void drawRow(int age, int row);
+    int rowOf(int age) const { return (m_newest + age) % m_ring.height(); }
+    void drawRow(int age);
     void redraw();
 
     const WaterfallHistory &m_history;
     QImage m_ring;
     int m_newest = 0;
+    int m_drawn = 0; // rows that show band and look as they are, from the newest on
     double m_lowHz = 0.0;
     double m_highHz = 1.0;
     LevelRange m_range;
@@ -51,6 +55,5 @@ private:
     ColumnMap m_map;
     PictureAxis m_mapAxis;
     std::vector<std::uint8_t> m_columns;
-    bool m_isStale = true;
 };
 } // namespace host

@@ -59,7 +59,8 @@ void WaterfallView::paintEvent(QPaintEvent *)
     m_image.setBand(band().lowHz(), band().highHz());
     QPainter painter(this);
     painter.fillRect(QRect(0, 0, kAxisWidth, height()), QColor(Theme::current().window));
-    m_image.paint(painter, area.topLeft(), ratio);
+    if (!m_image.paint(painter, area.topLeft(), ratio))
+        update();
     paintTimes(painter);
     paintMarks(painter, true);
     if (hasFocus()) {

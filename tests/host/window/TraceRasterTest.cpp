@@ -2,6 +2,7 @@
 #include "window/panorama/TraceRaster.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace
 {
@@ -46,4 +47,27 @@ TEST(TraceRasterTest, EdgesAreSmooth)
     EXPECT_NEAR(qRed(picture.pixel(1, 4)), 0.75 * 255, 3);
     EXPECT_NEAR(qRed(picture.pixel(1, 5)), 0.25 * 255, 3);
     EXPECT_EQ(qRed(picture.pixel(1, 6)), 0);
+}
+
+TEST(TraceRasterTest, PlaceOfAColumnInThePictureDoesNotMatter)
+{
+    std::mt19937 random{1};
+    std::normal_distribution<float> level{20.0f, 9.0f};
+    std::vector<float> rows(100);
+    for (float &row : rows)
+        row = level(random);
+    const auto draw = [](const std::vector<float> &levels, QRgb area) {
+        QImage picture(int(levels.size()), 40, QImage::Format_RGB32);
+        for (int y = 0; y < picture.height(); ++y)
+            std::fill_n(reinterpret_cast<QRgb *>(picture.scanLine(y)), picture.width(),
+                0xff000000u | unsigned(y * 0x020301));
+        host::TraceRaster().draw(picture, levels, {kLine, area, 1.3});
+        return picture;
+    };
+    for (const QRgb area : {0u, 0x40ff8000u})
+        for (const std::size_t shift : {1, 7, 50}) {
+            auto shifted = rows;
+            shifted.insert(shifted.begin(), shift, rows.front());
+            EXPECT_EQ(draw(shifted, area).copy(int(shift), 0, 100, 40), draw(rows, area)) << shift;
+        }
 }
