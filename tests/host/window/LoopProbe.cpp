@@ -6,10 +6,10 @@
 // still: nobody touches it, panorama and waterfall are 1600 x 600 together. RATE: samples a second.
 // LINES: of the spectrum a second. QT_QPA_PLATFORM chooses the display, else none is needed.
 //
-// A timer ticks every 5 ms; the later it comes, the longer the loop stood still. What of that the
-// thread spent waiting for a processor is the machine's; the rest is its own: work, and waits for
-// disks and locks. Exit status 1 if the window worked for more than 50 ms at once, but for what the
-// device itself takes to start, to stop and to change its rate.
+// A timer ticks every 5 ms, and each use is one; the later they come, the longer the loop stood
+// still. What of that the thread spent waiting for a processor is the machine's; the rest is its
+// own: work, and waits for disks and locks. Exit status 1 if the window worked for more than 50 ms
+// at once, but for what the device itself takes to start, to stop and to change its rate.
 #include "window/controls/ChoiceGrid.h"
 #include "window/controls/SwitchButton.h"
 #include "window/frame/MainWindow.h"
@@ -71,7 +71,8 @@ struct Span
 {
     double wallMs = 0.0;
     double cpuMs = 0.0;
-    QByteArray what;
+    const char *receiver = "";
+    int event = 0;
 };
 
 /// Knows the event that took longest since it was asked, without those that were handled within.
@@ -84,15 +85,16 @@ public:
     {
         if (QThread::currentThread() != thread()) // the sound's
             return QApplication::notify(receiver, event);
-        const QByteArray what = QByteArray(receiver->metaObject()->className()) + ' '
-            + QByteArray::number(int(event->type()));
+        const char *const name = receiver->metaObject()->className(); // either may be gone after it
+        const int type = event->type();
         m_within.push_back({});
         const double wall = cpuMs(CLOCK_MONOTONIC);
         const double cpu = cpuMs(CLOCK_THREAD_CPUTIME_ID);
         const bool result = QApplication::notify(receiver, event);
-        const Span all{cpuMs(CLOCK_MONOTONIC) - wall, cpuMs(CLOCK_THREAD_CPUTIME_ID) - cpu, what};
+        const Span all{
+            cpuMs(CLOCK_MONOTONIC) - wall, cpuMs(CLOCK_THREAD_CPUTIME_ID) - cpu, name, type};
         const Span own{
-            all.wallMs - m_within.back().wallMs, all.cpuMs - m_within.back().cpuMs, what};
+            all.wallMs - m_within.back().wallMs, all.cpuMs - m_within.back().cpuMs, name, type};
         m_within.pop_back();
         if (!m_within.empty()) {
             m_within.back().wallMs += all.wallMs;
@@ -269,10 +271,10 @@ public:
         if (own <= kLongestMs && worked <= kLongestMs)
             return;
         std::printf("  stood still of its own %.0f ms, worked %.0f ms, after \"%s\"%s; longest "
-                    "event %s: %.0f "
+                    "event %s %d: %.0f "
                     "ms, %.0f worked\n",
             own, worked, use ? use->name : "-", isDevices ? " (the device's own)" : "",
-            longest.what.constData(), longest.wallMs, longest.cpuMs);
+            longest.receiver, longest.event, longest.wallMs, longest.cpuMs);
         std::fflush(stdout);
     }
 
@@ -340,7 +342,10 @@ int main(int argc, char **argv)
     QTimer using_, ticking;
     ticking.setTimerType(Qt::PreciseTimer);
     QObject::connect(&ticking, &QTimer::timeout, [&] { ticks.tick(use.now()); });
-    QObject::connect(&using_, &QTimer::timeout, [&] { use.act(); });
+    QObject::connect(&using_, &QTimer::timeout, [&] {
+        ticks.tick(use.now()); // the loop turns, and what comes next is another use's
+        use.act();
+    });
     const double wall = cpuMs(CLOCK_MONOTONIC);
     const double thread = cpuMs(CLOCK_THREAD_CPUTIME_ID);
     const double process = cpuMs(CLOCK_PROCESS_CPUTIME_ID);
