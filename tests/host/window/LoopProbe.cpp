@@ -6,10 +6,10 @@
 // still: nobody touches it, panorama and waterfall are 1600 x 600 together. RATE: samples a second.
 // LINES: of the spectrum a second. QT_QPA_PLATFORM chooses the display, else none is needed.
 //
-// A timer ticks every 5 ms, and each use is one; the later they come, the longer the loop stood
-// still. What of that the thread spent waiting for a processor is the machine's; the rest is its
-// own: work, and waits for disks and locks. Exit status 1 if the window worked for more than 50 ms
-// at once, but for what the device itself takes to start, to stop and to change its rate.
+// A timer ticks every 5 ms; the later it comes, the longer the loop stood still. What of that the
+// thread spent waiting for a processor is the machine's; the rest is its own: work, and waits for
+// disks and locks. Exit status 1 if the window worked for more than 50 ms at once, but for what the
+// device itself takes to start, to stop and to change its rate.
 #include "window/controls/ChoiceGrid.h"
 #include "window/controls/SwitchButton.h"
 #include "window/frame/MainWindow.h"
@@ -342,10 +342,7 @@ int main(int argc, char **argv)
     QTimer using_, ticking;
     ticking.setTimerType(Qt::PreciseTimer);
     QObject::connect(&ticking, &QTimer::timeout, [&] { ticks.tick(use.now()); });
-    QObject::connect(&using_, &QTimer::timeout, [&] {
-        ticks.tick(use.now()); // the loop turns, and what comes next is another use's
-        use.act();
-    });
+    QObject::connect(&using_, &QTimer::timeout, [&] { use.act(); });
     const double wall = cpuMs(CLOCK_MONOTONIC);
     const double thread = cpuMs(CLOCK_THREAD_CPUTIME_ID);
     const double process = cpuMs(CLOCK_PROCESS_CPUTIME_ID);
